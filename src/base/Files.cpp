@@ -1,0 +1,115 @@
+#include "base/Files.h"
+
+#include "base/Text.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+namespace morlik {
+
+namespace {
+
+constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
+
+std::string LastReason()
+{
+    return errno != 0 ? std::generic_category().message(errno) : "unknown reason";
+}
+
+} // namespace
+
+FileBytes FileBytes::Load(const std::string& path)
+{
+    std::error_code error;
+    const auto size = std::filesystem::file_size(ToPath(path), error);
+    if (error)
+        throw FileFailure("open", path, error.message());
+    if (size > kMostBytes)
+        throw ReadFailure(std::to_string(size) + " bytes are more than any such file has");
+
+    errno = 0;
+    std::ifstream stream;
+    stream.rdbuf()->pubsetbuf(nullptr, 0);
+    stream.open(ToPath(path), std::ios::binary);
+    if (!stream)
+        throw FileFailure("open", path, LastReason());
+
+    FileBytes file;
+    file.data_.reset(new std::byte[size]);
+    stream.read(reinterpret_cast<char*>(file.data_.get()), static_cast<std::streamsize>(size));
+    file.size_ = static_cast<std::size_t>(stream.gcount());
+    if (stream.bad())
+        throw FileFailure("open", path, LastReason());
+    return file;
+}
+
+OutputFile::OutputFile(std::string path) : path_(std::move(path))
+{
+    errno = 0;
+    stream_.rdbuf()->pubsetbuf(nullptr, 0);
+    stream_.open(ToPath(path_), std::ios::binary | std::ios::trunc);
+    if (!stream_)
+        Fail();
+    buffer_.reserve(kBufferBytes);
+}
+
+OutputFile::~OutputFile()
+{
+    try {
+        Flush();
+    } catch (const FileFailure&) {
+        // The writer of the file has left already; nobody is there to be told.
+        buffer_.clear();
+    }
+}
+
+void OutputFile::PutBytes(std::span<const std::byte> bytes)
+{
+    if (bytes.size() > kBufferBytes - buffer_.size())
+        Flush();
+    if (bytes.size() >= kBufferBytes)
+        Write(bytes);
+    else
+        buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
+}
+
+void OutputFile::Flush()
+{
+    const auto pending = std::move(buffer_);
+    buffer_.clear();
+    Write(pending);
+    buffer_.reserve(kBufferBytes);
+}
+
+void OutputFile::Close()
+{
+    Flush();
+    errno = 0;
+    stream_.close();
+    if (!stream_)
+        Fail();
+}
+
+void OutputFile::Write(std::span<const std::byte> bytes)
+{
+    errno = 0;
+    stream_.write(reinterpret_cast<const char*>(bytes.data()),
+                  static_cast<std::streamsize>(bytes.size()));
+    if (!stream_)
+        Fail();
+}
+
+void OutputFile::Fail() const
+{
+    throw FileFailure("write", path_, LastReason());
+}
+
+void WriteWholeFile(const std::string& path, std::span<const std::byte> bytes)
+{
+    OutputFile file(path);
+    file.PutBytes(bytes);
+    file.Close();
+}
+
+} // namespace morlik

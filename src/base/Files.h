@@ -1,0 +1,71 @@
+#pragma once
+
+#include "base/Bytes.h"
+
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace morlik {
+
+/// A file that can't be opened, read or written; `what()` is the message for the user.
+class FileFailure : public std::runtime_error
+{
+public:
+    FileFailure(const std::string& doing, const std::string& path, const std::string& reason)
+        : std::runtime_error("Can't " + doing + " " + path + ": " + reason)
+    {
+    }
+};
+
+/// The whole content of a file in memory.
+class FileBytes
+{
+public:
+    /// Reads the file at `path`. A file that can't be opened, and anything that is no plain file,
+    /// is a `FileFailure`; a file beyond `kMostBytes` a `ReadFailure`.
+    static FileBytes Load(const std::string& path);
+
+    /// No input of this program comes near this size; it keeps a wrong pick from filling the
+    /// memory.
+    static constexpr std::size_t kMostBytes = std::size_t{512} << 20U;
+
+    std::span<const std::byte> Bytes() const { return {data_.get(), size_}; }
+
+private:
+    std::unique_ptr<std::byte[]> data_; // NOLINT(modernize-avoid-c-arrays): left uninitialised
+    std::size_t size_ = 0;
+};
+
+/// A binary output file, created empty. Failures to open, write or close are `FileFailure`s.
+/// Without `Close` the end of its life writes what is buffered and reports nothing: what a stopped
+/// save has written stays on disk.
+class OutputFile : public ByteSink
+{
+public:
+    explicit OutputFile(std::string path);
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+    ~OutputFile() override;
+
+    void PutBytes(std::span<const std::byte> bytes) override;
+    void PutText(std::string_view text) { PutBytes(std::as_bytes(std::span(text))); }
+
+    /// Hands what is buffered to the system.
+    void Flush();
+    void Close();
+
+private:
+    void Write(std::span<const std::byte> bytes);
+    [[noreturn]] void Fail() const;
+
+    std::string path_;
+    std::ofstream stream_;
+    std::vector<std::byte> buffer_;
+};
+
+/// Creates the file at `path` with `bytes` as its content.
+void WriteWholeFile(const std::string& path, std::span<const std::byte> bytes);
+
+} // namespace morlik

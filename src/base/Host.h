@@ -1,0 +1,48 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace morlik {
+
+/// Title of a message box that has none of its own.
+inline constexpr const char* kAppTitle = "MORLIK";
+/// Title of messages about a failure, where one is given.
+inline constexpr const char* kErrorTitle = "MORLIK error";
+
+/// The one way to the outside: message boxes, status, options, folders, the clock.
+/// The window, the console and the tests each have their own.
+class Host
+{
+public:
+    virtual ~Host() = default;
+
+    /// A plain message box with an OK button; returns when the user has answered it.
+    virtual void ShowMessage(const std::string& text, const std::string& title) = 0;
+
+    /// Stage text at the foot of the window, "Ready." at rest.
+    virtual void SetEvent(const std::string& text) = 0;
+    /// Progress in percent, 0 to 100.
+    virtual void SetProg(float percent) = 0;
+    /// A turn for the window system, so that the controls repaint.
+    virtual void GiveTurn() = 0;
+
+    /// Whether the box "Update Horizon" is ticked.
+    virtual bool SkyFix() const = 0;
+
+    /// The folder of the executable, where the data files stand.
+    virtual std::filesystem::path ProgramFolder() const = 0;
+    /// The user's folder for what a program keeps by itself, for when its own is not writable.
+    virtual std::filesystem::path StateFolder() const = 0;
+    /// Today's date in the system's short form, without the time.
+    virtual std::string ShortDate() const = 0;
+
+protected:
+    Host() = default;
+    Host(const Host&) = default;
+    Host(Host&&) = default;
+    Host& operator=(const Host&) = default;
+    Host& operator=(Host&&) = default;
+};
+
+} // namespace morlik

@@ -1,0 +1,106 @@
+#include "base/Text.h"
+#include "platform/ConsoleHost.h"
+#include "shell/MORLIK_Main.h"
+#include "shell/ObjectID_Mod.h"
+#include "shell/Session.h"
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace {
+
+constexpr int kWrongUse = 2;
+
+constexpr const char* kUsage =
+    "usage: morlik-cli convert LEVEL -o OUT.was [--log FILE]\n"
+    "\n"
+    "Reads a Tomb Raider level and writes its object set beside OUT.was.\n"
+    "\n"
+    "  -o OUT.was     name of the set; all its files take their names from it\n"
+    "  --log FILE     write a log of the run\n"
+    "  --help         show this text\n"
+    "  --version      show the version\n"
+    "\n"
+    "Messages go to standard error. Exit status: 0 good, 1 failed, 2 wrong use.\n";
+
+struct Options
+{
+    std::string Level;
+    std::string Output;
+    std::string Log;
+};
+
+/// The options of `convert`; nothing for a line that can't be understood.
+std::optional<Options> Parse(std::span<char* const> arguments)
+{
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string word = arguments[i];
+        std::string* target = nullptr;
+        if (word == "-o")
+            target = &options.Output;
+        else if (word == "--log")
+            target = &options.Log;
+        if (target != nullptr) {
+            if (++i == arguments.size())
+                return std::nullopt;
+            *target = arguments[i];
+        } else if (!options.Level.empty() || word.empty() || word[0] == '-') {
+            return std::nullopt;
+        } else {
+            options.Level = word;
+        }
+    }
+    if (options.Level.empty() || options.Output.empty())
+        return std::nullopt;
+    return options;
+}
+
+bool Convert(morlik::Session& session, const Options& options)
+{
+    if (!options.Log.empty())
+        morlik::OpenLogFile(options.Log, session.Report);
+    morlik::LoadObjectIDs("", session.Names, session.Report);
+    session.LevelTitle = morlik::FileTitle(options.Level);
+    morlik::LoadLevel(session, options.Level);
+    return morlik::SaveLevel(session, options.Output);
+}
+
+int Run(std::span<char* const> arguments)
+{
+    const std::string command = arguments.empty() ? "" : arguments[0];
+    if (command == "--help") {
+        std::cout << kUsage;
+        return EXIT_SUCCESS;
+    }
+    if (command == "--version") {
+        std::cout << morlik::BuildVersionString({}) << '\n';
+        return EXIT_SUCCESS;
+    }
+    const auto options = command == "convert" ? Parse(arguments.subspan(1)) : std::nullopt;
+    if (!options) {
+        std::cerr << kUsage;
+        return kWrongUse;
+    }
+    morlik::ConsoleHost host(std::cerr);
+    morlik::Session session(host);
+    return Convert(session, *options) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return Run(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+    } catch (const morlik::ProgramEnd&) {
+        return EXIT_FAILURE;
+    } catch (const std::exception& failure) {
+        std::cerr << morlik::kErrorTitle << ": " << failure.what() << '\n';
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,112 @@
+#include "convert/ConvertMeshes.h"
+
+#include "convert/Faces.h"
+
+namespace morlik {
+
+namespace {
+
+/// Texture numbers of triangles share their word with a corner code in the top bits, and the
+/// colour squares follow behind; from this count on the numbers no longer fit.
+constexpr std::size_t kMostTextures = 2048;
+
+constexpr std::int32_t kHorizonTR2 = 254;
+constexpr std::int32_t kHorizonTR3 = 355;
+constexpr std::int32_t kNoMesh = -1;
+
+/// The first mesh of the horizon object; of several such objects the last one counts.
+std::int32_t FindHorizon(const LevelData& level)
+{
+    std::int32_t mesh = kNoMesh;
+    if (level.Version != kTR2 && level.Version != kTR3)
+        return mesh;
+    const auto id = level.Version == kTR2 ? kHorizonTR2 : kHorizonTR3;
+    for (const Moveable& moveable : level.Moveables)
+        if (moveable.ObjectID == id)
+            mesh = moveable.StartingMesh;
+    return mesh;
+}
+
+void CheckTextureCount(std::size_t count, Reporter& report)
+{
+    const auto number = std::to_string(count);
+    if (count >= kMostTextures) {
+        report.LogLine("ERROR! To many textures used (" + number + ")");
+        report.Stop("To many object textures in level - can't continue!");
+    }
+    report.LogLine(number + " TextInfos found");
+}
+
+/// Converts the meshes in the order of the pointer table; one that stands in it again gets the
+/// pointer of its first copy.
+class MeshConversion
+{
+public:
+    MeshConversion(const LevelData& level, const FaceTables& tables, Reporter& report)
+        : level_(level),
+          tables_(tables),
+          horizon_(FindHorizon(level)),
+          seenMeshes_(level.MeshData.size()),
+          budget_(level.MeshData.size()),
+          report_(report)
+    {
+    }
+
+    WadMeshSet Run()
+    {
+        for (std::size_t i = 0; i < level_.MeshPointers.size(); ++i) {
+            const auto offset = static_cast<std::size_t>(level_.MeshPointers[i]);
+            try {
+                if (seenMeshes_[offset] != 0)
+                    AppendMeshPointer(set_, seenMeshes_[offset] - 1);
+                else
+                    seenMeshes_[offset] = 1 + Store(i);
+            } catch (const ReadFailure& failure) {
+                StopAtMesh(i, failure, report_);
+            }
+        }
+        return std::move(set_);
+    }
+
+private:
+    std::int32_t Store(std::size_t number)
+    {
+        auto raw =
+            ReadRawMesh(level_.MeshData, level_.MeshPointers[number], IsClassic(level_.Version));
+        budget_.Spend(raw.SourceBytes);
+        const bool isHorizon = static_cast<std::int32_t>(number) == horizon_;
+        const auto mesh = ConvertRawMesh(std::move(raw), tables_, isHorizon, report_);
+        const auto padding = WadMeshSize(mesh) % 4 == 0 ? 0 : 2;
+        const auto position = 2 * set_.NumMeshWords;
+        AppendWadMesh(set_, mesh, padding, report_);
+        return position;
+    }
+
+    const LevelData& level_;
+    const FaceTables& tables_;
+    std::int32_t horizon_;
+    /// By byte offset in the level's mesh data: 1 + offset of the stored record, 0 for none.
+    std::vector<std::int32_t> seenMeshes_;
+    MeshBudget budget_;
+    WadMeshSet set_;
+    Reporter& report_;
+};
+
+} // namespace
+
+std::optional<WadMeshSet> ConvertMeshes(const LevelData& level, const TrMainState& state,
+                                        std::int32_t& numWadTextures,
+                                        std::vector<std::int32_t>& textureNumbers, Reporter& report)
+{
+    report.LogLine("Converting Meshes");
+    const auto used = CountTextInfos(level, state, report);
+    if (!used)
+        return std::nullopt;
+    CheckTextureCount(used->size(), report);
+    for (const auto index : *used)
+        textureNumbers[static_cast<std::size_t>(index)] = numWadTextures++;
+    const FaceTables tables{level.Version, state, textureNumbers, numWadTextures};
+    return MeshConversion(level, tables, report).Run();
+}
+
+} // namespace morlik

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Reporter.h"
+#include "convert/RawMesh.h"
+#include "convert/WadMesh.h"
+#include "level/TR_Main.h"
+
+namespace morlik {
+
+/// The horizon of Tomb Raider II and III is a mesh of plain colours that would hide the clouds of
+/// the editor's game. While it is converted, its coloured faces are repainted with the transparent
+/// square, and the Info file gets the script line that gives the clouds its colour.
+class HorizonUpdate
+{
+public:
+    /// For one mesh. `colourBase` is the texture number of the first colour square.
+    HorizonUpdate(std::int32_t version, const TrMainState& state, std::int32_t colourBase,
+                  Reporter& report);
+
+    /// Repaints a coloured face just built from `raw`. A vertex index outside `mesh` is a
+    /// `ReadFailure`.
+    void Rectangle(const RawMesh& mesh, const RawFace& raw, WadFace& face) const;
+    void Triangle(const RawMesh& mesh, const RawFace& raw, WadFace& face);
+
+    /// At the end of the mesh: the text for a horizon that hides the clouds, if none was written.
+    void Finish();
+
+private:
+    void WriteCloudText(const Colour8& colour);
+
+    std::int32_t version_;
+    const TrMainState& state_;
+    std::int16_t black_;
+    std::int16_t magenta_;
+    bool skyFix_;
+    bool textWritten_ = false;
+    Reporter& report_;
+};
+
+} // namespace morlik

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace morlik {
+
+/// Names of the objects, by their ids in the level files. An id or version without an entry has an
+/// empty name.
+class ObjectNames
+{
+public:
+    static constexpr std::int32_t kMoveableIDs = 501;
+    static constexpr std::int32_t kStaticIDs = 90;
+
+    /// Name of moveable `id` in Tomb Raider `version`, 1 to 5.
+    const std::string& Moveable(std::int32_t version, std::int32_t id) const
+    {
+        return HasMoveable(version, id) ? moveables_[Index(version - 1)][Index(id)] : none_;
+    }
+    /// Name of static mesh `id`, the same in all games.
+    const std::string& Static(std::int32_t id) const
+    {
+        return HasStatic(id) ? statics_[Index(id)] : none_;
+    }
+
+    /// Sets a name; outside the tables that does nothing and gives false.
+    bool SetMoveable(std::int32_t version, std::int32_t id, std::string name)
+    {
+        if (HasMoveable(version, id))
+            moveables_[Index(version - 1)][Index(id)] = std::move(name);
+        return HasMoveable(version, id);
+    }
+    bool SetStatic(std::int32_t id, std::string name)
+    {
+        if (HasStatic(id))
+            statics_[Index(id)] = std::move(name);
+        return HasStatic(id);
+    }
+
+private:
+    static std::size_t Index(std::int32_t id) { return static_cast<std::size_t>(id); }
+    static bool HasMoveable(std::int32_t version, std::int32_t id)
+    {
+        return version >= 1 && version <= 5 && id >= 0 && id < kMoveableIDs;
+    }
+    static bool HasStatic(std::int32_t id) { return id >= 0 && id < kStaticIDs; }
+
+    std::array<std::array<std::string, kMoveableIDs>, 5> moveables_;
+    std::array<std::string, kStaticIDs> statics_;
+    std::string none_;
+};
+
+} // namespace morlik

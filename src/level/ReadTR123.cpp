@@ -1,0 +1,223 @@
+// Level files of Tomb Raider I, I Gold, II and III: one section behind the other, without a table
+// of contents, so that sections that nothing needs are walked over count by count.
+
+#include "base/Narrow.h"
+#include "level/ConvertTextInfo.h"
+#include "level/Readers.h"
+
+namespace morlik {
+
+namespace {
+
+/// What differs in a room.
+struct RoomLayout
+{
+    bool ShortVertices; ///< 8 bytes, up to `Lighting1`; else 12
+    std::size_t AmbientBytes;
+    std::size_t LightBytes;
+    std::size_t StaticBytes;
+    std::size_t TailBytes; ///< behind the flags
+};
+
+constexpr RoomLayout kRoomTR1{true, 2, 18, 18, 0};
+constexpr RoomLayout kRoomTR2{false, 6, 24, 20, 0};
+constexpr RoomLayout kRoomTR3{false, 4, 24, 20, 3};
+
+constexpr ObjectLayout ClassicObjects(std::size_t soundMapSlots)
+{
+    return {.WideAnimations = false,
+            .MoveableTail = 0,
+            .Meshes = CountRule::ZeroIsEmpty,
+            .Changes = CountRule::ZeroOrLessIsEmpty,
+            .Statics = CountRule::ZeroOrLessIsEmpty,
+            .Sounds = CountRule::ZeroOrLessIsEmpty,
+            .SoundMapSlots = soundMapSlots};
+}
+
+constexpr std::size_t kLightMapBytes = 8192;
+
+using RoomHeadFields =
+    FieldList<&Room::X, &Room::Z, &Room::YBottom, &Room::YTop, &Room::NumDataWords>;
+using ShortVertexFields =
+    FieldList<&RoomVertex::X, &RoomVertex::Y, &RoomVertex::Z, &RoomVertex::Lighting1>;
+static_assert(ShortVertexFields::kBytes == 8);
+
+void ReadPalette(LevelReading& reading)
+{
+    reading.Reader.Section("palette");
+    reading.State.Palette = reading.Reader.Read<decltype(reading.State.Palette)>();
+}
+
+/// Tile count and 8-bit tiles, which only Tomb Raider I keeps.
+std::span<const std::byte> TakeTiles8(LevelReading& reading)
+{
+    reading.Reader.Section("tiles");
+    reading.State.NumTiles = ReadCount(reading.Reader, CountRule::Positive);
+    const auto pixels = reading.Reader.TakeTable(reading.State.NumTiles, kTilePixels);
+    reading.Level.TileBytes =
+        narrow<std::int32_t>(std::int64_t{reading.State.NumTiles} * kTileBytes);
+    return pixels;
+}
+
+void ReadTiles8(LevelReading& reading)
+{
+    const auto pixels = TakeTiles8(reading);
+    const auto* first = reinterpret_cast<const std::uint8_t*>(pixels.data());
+    reading.Level.Tiles8.assign(first, first + pixels.size());
+}
+
+/// Both palettes and the 16-bit tiles of Tomb Raider II and III.
+void ReadTiles16(LevelReading& reading)
+{
+    ReadPalette(reading);
+    reading.State.Palette16 = reading.Reader.Read<decltype(reading.State.Palette16)>();
+    TakeTiles8(reading);
+    reading.Level.Tiles16 =
+        reading.Reader.Table<std::uint16_t>(std::int64_t{reading.State.NumTiles} * kTilePixels);
+}
+
+Room ReadRoom(ByteReader& reader, const RoomLayout& layout)
+{
+    Room room;
+    RoomHeadFields::Read(reader, room);
+    const auto vertices = reader.Read<std::int16_t>();
+    room.Vertices = layout.ShortVertices ? ShortVertexFields::ReadTable(reader, vertices)
+                                         : reader.Table<RoomVertex>(vertices);
+    room.Rectangles = reader.Table<RoomRectangle>(reader.Read<std::int16_t>());
+    room.Triangles = reader.Table<RoomTriangle>(reader.Read<std::int16_t>());
+    reader.SkipTable(reader.Read<std::int16_t>(), 4);  // sprites
+    reader.SkipTable(reader.Read<std::int16_t>(), 32); // portals
+    const auto zSectors = reader.Read<std::int16_t>();
+    const auto xSectors = reader.Read<std::int16_t>();
+    if (zSectors <= 0 || xSectors <= 0)
+        reader.Fail("a room without sectors");
+    reader.SkipTable(std::int64_t{zSectors} * xSectors, 8);
+    reader.Skip(layout.AmbientBytes);
+    reader.SkipTable(reader.Read<std::int16_t>(), layout.LightBytes);
+    reader.SkipTable(reader.Read<std::int16_t>(), layout.StaticBytes);
+    room.AlternateRoom = reader.Read<std::int16_t>();
+    room.Flags = reader.Read<std::int16_t>();
+    reader.Skip(layout.TailBytes);
+    return room;
+}
+
+/// An unused word, the rooms, and the floor data, which nothing needs.
+void ReadRooms(LevelReading& reading, const RoomLayout& layout)
+{
+    ByteReader& reader = reading.Reader;
+    reader.Section("rooms");
+    reader.Skip(4);
+    const auto count = reader.Read<std::int16_t>();
+    if (count <= 0)
+        reader.Fail("a count of " + std::to_string(count));
+    reading.State.RoomCount = count;
+    reading.Level.NumRooms = count;
+    for (std::int16_t i = 0; i < count; ++i)
+        reading.Level.Rooms.push_back(ReadRoom(reader, layout));
+    SkipTable(reader, "floor data", 2);
+}
+
+void ReadObjectTextures(LevelReading& reading, const char* logLine)
+{
+    LevelData& level = reading.Level;
+    ReadTable(reading.Reader, "object textures", CountRule::Positive, level.NumTextInfo,
+              reading.State.ObjectTextures);
+    reading.Report.LogLine(logLine);
+    ConvertTextInfo(level, reading.State, reading.Report);
+}
+
+void ReadSprites(LevelReading& reading)
+{
+    LevelData& level = reading.Level;
+    ReadTable(reading.Reader, "sprite textures", CountRule::ZeroOrLessIsEmpty,
+              level.NumSpriteTextures, level.SpriteTextures);
+    ReadTable(reading.Reader, "sprite sequences", CountRule::ZeroOrLessIsEmpty,
+              level.NumSpriteSequences, level.SpriteSequences);
+}
+
+void SkipCameras(ByteReader& reader)
+{
+    SkipTable(reader, "cameras", 16);
+    SkipTable(reader, "sound sources", 16);
+}
+
+void SkipItems(ByteReader& reader, std::size_t itemBytes)
+{
+    SkipTable(reader, "items", itemBytes);
+    reader.Section("light map");
+    reader.Skip(kLightMapBytes);
+}
+
+void SkipCinematics(ByteReader& reader)
+{
+    SkipShortTable(reader, "cinematic frames", 16);
+    SkipShortTable(reader, "demo data", 1);
+}
+
+} // namespace
+
+void ReadTR1(LevelReading& reading)
+{
+    constexpr ObjectLayout kLayout = ClassicObjects(kSoundMapSlotsTR1);
+    const bool gold = reading.State.LevelVersion == kTR1Gold;
+    ByteReader& reader = reading.Reader;
+    ReadTiles8(reading);
+    ReadRooms(reading, kRoomTR1);
+    ReadObjects(reading, kLayout);
+    ReadObjectTextures(reading, "-Converting Textures");
+    ReadSprites(reading);
+    if (gold)
+        ReadPalette(reading);
+    SkipCameras(reader);
+    SkipBoxes(reader, 20, 12);
+    SkipTable(reader, "animated textures", 2);
+    SkipItems(reader, 22);
+    if (!gold)
+        ReadPalette(reading);
+    SkipCinematics(reader);
+    ReadSoundMap(reading, kLayout);
+    reader.Section("sample data");
+    const auto size = reader.Read<std::int32_t>();
+    const auto start = reader.Position();
+    reader.SkipTable(size, 1);
+    ReadSampleIndices(reading, kLayout);
+    ReadRiffSamples(reading, start, 0);
+}
+
+void ReadTR2(LevelReading& reading)
+{
+    constexpr ObjectLayout kLayout = ClassicObjects(kSoundMapSlotsTR2);
+    ByteReader& reader = reading.Reader;
+    ReadTiles16(reading);
+    ReadRooms(reading, kRoomTR2);
+    ReadObjects(reading, kLayout);
+    ReadObjectTextures(reading, "-Converting Textures");
+    ReadSprites(reading);
+    SkipCameras(reader);
+    SkipBoxes(reader, 8, 20);
+    SkipTable(reader, "animated textures", 2);
+    SkipItems(reader, 24);
+    SkipCinematics(reader);
+    ReadSoundMap(reading, kLayout);
+    ReadSampleIndices(reading, kLayout);
+}
+
+void ReadTR3(LevelReading& reading)
+{
+    constexpr ObjectLayout kLayout = ClassicObjects(kSoundMapSlotsTR2);
+    ByteReader& reader = reading.Reader;
+    ReadTiles16(reading);
+    ReadRooms(reading, kRoomTR3);
+    ReadObjects(reading, kLayout);
+    ReadSprites(reading);
+    SkipCameras(reader);
+    SkipBoxes(reader, 8, 20);
+    SkipTable(reader, "animated textures", 2);
+    ReadObjectTextures(reading, "-Converting textures");
+    SkipItems(reader, 24);
+    SkipCinematics(reader);
+    ReadSoundMap(reading, kLayout);
+    ReadSampleIndices(reading, kLayout);
+}
+
+} // namespace morlik

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "level/Sections.h"
+
+namespace morlik {
+
+/// The readers of the games, each from behind the four version bytes on. Damage is `ReadFailure`.
+
+/// Tomb Raider I, and I Gold where `State.LevelVersion` is `kTR1Gold`.
+void ReadTR1(LevelReading& reading);
+void ReadTR2(LevelReading& reading);
+void ReadTR3(LevelReading& reading);
+
+} // namespace morlik

@@ -1,0 +1,100 @@
+#include "level/TR_Main.h"
+
+#include "base/Text.h"
+#include "level/Readers.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace morlik {
+
+namespace {
+
+/// The first four bytes as a 32-bit value; what a shorter file lacks counts as 0.
+std::uint32_t FirstWord(std::span<const std::byte> bytes)
+{
+    std::uint32_t word = 0;
+    if (!bytes.empty())
+        std::memcpy(&word, bytes.data(), std::min(bytes.size(), sizeof(word)));
+    return word;
+}
+
+/// The game that a file belongs to, by its first word and, where games share one, its name.
+std::optional<VersionCode> Identify(std::uint32_t word, const std::string& fileName)
+{
+    switch (word) {
+    case 0x00000020:
+        return EndsWithNoCase(fileName, ".tub") ? kTR1Gold : kTR1;
+    case 0x0000002D:
+        return kTR2;
+    case 0xFF180038:
+    case 0xFF080038:
+        return kTR3;
+    case 0xFFFFFFF0:
+    case 0x03452548:
+        return kTR4;
+    case 0x00345254: // "TR4", which opens the files of Tomb Raider V too
+        if (EndsWithNoCase(fileName, "del.trc"))
+            return kTR5Demo;
+        return EndsWithNoCase(fileName, ".trc") ? kTR5 : kTR4;
+    default:
+        return std::nullopt;
+    }
+}
+
+void ReadByVersion(LevelReading& reading)
+{
+    switch (reading.State.LevelVersion) {
+    case kTR1:
+    case kTR1Gold:
+        ReadTR1(reading);
+        break;
+    case kTR2:
+        ReadTR2(reading);
+        break;
+    case kTR3:
+        ReadTR3(reading);
+        break;
+    default:
+        reading.Reader.Fail("levels of Tomb Raider IV and V can't be read yet");
+    }
+}
+
+FileBytes LoadFile(const std::string& fileName, Reporter& report)
+{
+    try {
+        return FileBytes::Load(fileName);
+    } catch (const FileFailure& failure) {
+        report.Stop(failure.what(), kErrorTitle);
+    }
+}
+
+} // namespace
+
+LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& report)
+{
+    state.LevelIsLoaded = -1;
+    report.LogLine("-LevelFile:" + fileName);
+    try {
+        const FileBytes file = LoadFile(fileName, report);
+        const auto word = FirstWord(file.Bytes());
+        const auto version = Identify(word, fileName);
+        if (!version)
+            report.Stop("Unknown level version - 0x" + Hex(word) +
+                        "\nIf this is a TR level, please mail the version code to me.");
+        state.LevelVersion = *version;
+        report.LogLine("-LevelVersion:" + std::to_string(*version));
+
+        LevelData level;
+        ByteReader reader(file.Bytes());
+        reader.Skip(sizeof(word));
+        LevelReading reading{reader, level, state, report};
+        ReadByVersion(reading);
+        return level;
+    } catch (const ReadFailure& failure) {
+        report.LogLine(failure.what());
+        report.Stop("ReadTR -> Error reading level", kErrorTitle);
+    }
+}
+
+} // namespace morlik

@@ -1,0 +1,101 @@
+#include "output/Pixels.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace morlik {
+
+namespace {
+
+/// Red 255, green 0, blue 255, the same in both byte orders.
+constexpr std::uint32_t kMagenta = 0xff00ff;
+
+constexpr std::uint32_t Pack(std::uint32_t first, std::uint32_t second, std::uint32_t third)
+{
+    return first | (second << 8U) | (third << 16U);
+}
+
+/// A palette value of 0 to 63 on the scale of 0 to 255.
+std::uint32_t Scale6(std::uint8_t value)
+{
+    return static_cast<std::uint8_t>(std::lround(value / 63.0 * 255.0));
+}
+
+/// Writes a row from its source pixels; four pixels fill three words.
+template <class Pixel, class Convert>
+void WriteRow(const Pixel* source, std::byte* out, Convert convert)
+{
+    for (std::int32_t x = 0; x < kTileSide; x += 4, source += 4, out += 4 * kPixelBytes) {
+        const std::uint32_t p0 = convert(source[0]);
+        const std::uint32_t p1 = convert(source[1]);
+        const std::uint32_t p2 = convert(source[2]);
+        const std::uint32_t p3 = convert(source[3]);
+        const std::array<std::uint32_t, 3> words{p0 | (p1 << 24U), (p1 >> 8U) | (p2 << 16U),
+                                                 (p2 >> 16U) | (p3 << 8U)};
+        std::memcpy(out, words.data(), sizeof(words));
+    }
+}
+
+template <PixelOrder Order>
+std::uint32_t From16(std::uint16_t word)
+{
+    const std::uint32_t r = (word & 0x7c00U) >> 7U;
+    const std::uint32_t g = (word & 0x3e0U) >> 2U;
+    const std::uint32_t b = (word & 0x1fU) << 3U;
+    const std::uint32_t colour = Order == PixelOrder::Rgb ? Pack(r, g, b) : Pack(b, g, r);
+    return word == 0 ? kMagenta : colour;
+}
+
+/// The source has the bytes B, G, R, A.
+template <PixelOrder Order>
+std::uint32_t From32(std::uint32_t bgra)
+{
+    const std::uint32_t bgr = bgra & 0xffffffU;
+    const std::uint32_t colour =
+        Order == PixelOrder::Bgr ? bgr : Pack(bgr >> 16U, (bgr >> 8U) & 0xffU, bgr & 0xffU);
+    return bgra >> 24U == 0xff ? colour : kMagenta;
+}
+
+} // namespace
+
+PixelConverter::PixelConverter(const LevelData& level, const TrMainState& state, PixelOrder order)
+    : level_(level), order_(order)
+{
+    for (std::size_t i = 1; i < paletteColours_.size(); ++i) {
+        const Colour6& c = state.Palette[i];
+        const auto r = Scale6(c.R);
+        const auto g = Scale6(c.G);
+        const auto b = Scale6(c.B);
+        paletteColours_[i] = order == PixelOrder::Rgb ? Pack(r, g, b) : Pack(b, g, r);
+    }
+    paletteColours_[0] = kMagenta;
+}
+
+std::int64_t PixelConverter::NumRows() const
+{
+    const auto pixels = level_.Tiles8.size() + level_.Tiles16.size() + level_.Tiles32.size();
+    return static_cast<std::int64_t>(pixels) / kTileSide;
+}
+
+void PixelConverter::ConvertRow(std::int64_t row, std::byte* out) const
+{
+    if (row < 0 || row >= NumRows()) {
+        const std::array<std::uint8_t, kTileSide> nothing{};
+        WriteRow(nothing.data(), out, [](std::uint8_t) { return kMagenta; });
+        return;
+    }
+    const auto first = static_cast<std::size_t>(row * kTileSide);
+    const bool rgb = order_ == PixelOrder::Rgb;
+    if (!level_.Tiles8.empty())
+        WriteRow(&level_.Tiles8[first], out, [this](std::uint8_t v) { return paletteColours_[v]; });
+    else if (!level_.Tiles16.empty() && rgb)
+        WriteRow(&level_.Tiles16[first], out, From16<PixelOrder::Rgb>);
+    else if (!level_.Tiles16.empty())
+        WriteRow(&level_.Tiles16[first], out, From16<PixelOrder::Bgr>);
+    else if (rgb)
+        WriteRow(&level_.Tiles32[first], out, From32<PixelOrder::Rgb>);
+    else
+        WriteRow(&level_.Tiles32[first], out, From32<PixelOrder::Bgr>);
+}
+
+} // namespace morlik

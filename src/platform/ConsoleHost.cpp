@@ -1,0 +1,27 @@
+#include "platform/ConsoleHost.h"
+
+#include "platform/Platform.h"
+
+namespace morlik {
+
+void ConsoleHost::ShowMessage(const std::string& text, const std::string& title)
+{
+    messages_ << title << ": " << text << std::endl;
+}
+
+std::filesystem::path ConsoleHost::ProgramFolder() const
+{
+    return morlik::ProgramFolder();
+}
+
+std::filesystem::path ConsoleHost::StateFolder() const
+{
+    return morlik::StateFolder();
+}
+
+std::string ConsoleHost::ShortDate() const
+{
+    return morlik::ShortDate();
+}
+
+} // namespace morlik

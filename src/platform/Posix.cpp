@@ -1,0 +1,40 @@
+#include "base/Text.h"
+#include "platform/System.h"
+
+#include <cstdlib>
+#include <system_error>
+
+namespace morlik {
+
+std::filesystem::path ExecutablePath()
+{
+    std::error_code error;
+    const auto path = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::current_path() / "morlik" : path;
+}
+
+std::string Environment(const char* name)
+{
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
+    return value != nullptr ? value : "";
+}
+
+std::filesystem::path StateFolder()
+{
+    const auto state = Environment("XDG_STATE_HOME");
+    return (state.empty() ? ToPath(Environment("HOME")) / ".local/state" : ToPath(state)) /
+           "morlik";
+}
+
+std::string CommandLine(int argc, const char* const* argv)
+{
+    std::string line;
+    for (int i = 1; i < argc; ++i) {
+        if (i > 1)
+            line += ' ';
+        line += argv[i];
+    }
+    return line;
+}
+
+} // namespace morlik

@@ -1,0 +1,49 @@
+#include "shell/MORLIK_Main.h"
+
+#include "base/Text.h"
+
+namespace morlik {
+
+namespace {
+
+constexpr const char* kLogName = "MORLIK.log";
+
+} // namespace
+
+void OpenLogFile(const std::string& path, Reporter& report)
+{
+    report.Log.Open(path);
+    report.LogLine("MORLIK v1.6");
+    report.LogLine("File created on " + report.TheHost().ShortDate());
+    report.LogLine(std::string(27, '-'));
+}
+
+void OpenLog(Reporter& report)
+{
+    const Host& host = report.TheHost();
+    try {
+        OpenLogFile(FromPath(host.ProgramFolder() / kLogName), report);
+        return;
+    } catch (const FileFailure&) {
+        // An installed program stands where its user may not write: the log goes elsewhere.
+    }
+    try {
+        std::error_code ignored; // a folder that is missing shows when the log is opened
+        std::filesystem::create_directories(host.StateFolder(), ignored);
+        OpenLogFile(FromPath(host.StateFolder() / kLogName), report);
+    } catch (const FileFailure& failure) {
+        report.Stop(failure.what(), kErrorTitle);
+    }
+}
+
+std::string BuildVersionString(const VersionRecord& version)
+{
+    auto text = "MORLIK " + std::to_string(version.Major) + "." + std::to_string(version.Minor);
+    if (version.Revision > 100)
+        text += " Beta " + std::to_string(version.Revision - 100);
+    else if (version.Revision > 0)
+        text += " Revision " + std::to_string(version.Revision);
+    return text;
+}
+
+} // namespace morlik

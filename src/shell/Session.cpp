@@ -1,0 +1,21 @@
+#include "shell/Session.h"
+
+#include "output/WAD_Main.h"
+
+namespace morlik {
+
+void LoadLevel(Session& session, const std::string& path)
+{
+    session.Level = ReadTR(path, session.State, session.Report);
+    if (session.State.LevelVersion == kTR1Gold)
+        session.State.LevelVersion = kTR1;
+    session.Level.Version = session.State.LevelVersion;
+}
+
+bool SaveLevel(Session& session, const std::string& fileName)
+{
+    return SaveWAD(fileName, session.Level,
+                   {session.State, session.Names, session.LevelTitle, session.Report});
+}
+
+} // namespace morlik
