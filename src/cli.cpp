@@ -11,19 +11,23 @@
 #include <span>
 #include <string>
 
-namespace {
+namespace
+{
 
 constexpr int kWrongUse = 2;
 
 constexpr const char* kUsage =
-    "usage: morlik-cli convert LEVEL -o OUT.was [--log FILE]\n"
+    "usage: morlik-cli convert LEVEL -o OUT.was [options]\n"
     "\n"
     "Reads a Tomb Raider level and writes its object set beside OUT.was.\n"
     "\n"
-    "  -o OUT.was     name of the set; all its files take their names from it\n"
-    "  --log FILE     write a log of the run\n"
-    "  --help         show this text\n"
-    "  --version      show the version\n"
+    "  -o OUT.was         name of the set; all its files take their names from it\n"
+    "  --main-sfx FILE    take the sounds of a Tomb Raider II or III level from this main.sfx\n"
+    "  --export-sprites   take the sprites of a Tomb Raider I to III level along\n"
+    "  --update-horizon   make the clouds visible behind a Tomb Raider II or III horizon\n"
+    "  --log FILE         write a log of the run\n"
+    "  --help             show this text\n"
+    "  --version          show the version\n"
     "\n"
     "Messages go to standard error. Exit status: 0 good, 1 failed, 2 wrong use.\n";
 
@@ -32,6 +36,7 @@ struct Options
     std::string Level;
     std::string Output;
     std::string Log;
+    morlik::ConsoleHost::Choices Choices;
 };
 
 /// The options of `convert`; nothing for a line that can't be understood.
@@ -45,10 +50,16 @@ std::optional<Options> Parse(std::span<char* const> arguments)
             target = &options.Output;
         else if (word == "--log")
             target = &options.Log;
+        else if (word == "--main-sfx")
+            target = &options.Choices.MainSFX;
         if (target != nullptr) {
             if (++i == arguments.size())
                 return std::nullopt;
             *target = arguments[i];
+        } else if (word == "--export-sprites") {
+            options.Choices.ExportSprites = true;
+        } else if (word == "--update-horizon") {
+            options.Choices.UpdateHorizon = true;
         } else if (!options.Level.empty() || word.empty() || word[0] == '-') {
             return std::nullopt;
         } else {
@@ -86,7 +97,7 @@ int Run(std::span<char* const> arguments)
         std::cerr << kUsage;
         return kWrongUse;
     }
-    morlik::ConsoleHost host(std::cerr);
+    morlik::ConsoleHost host(std::cerr, options->Choices);
     morlik::Session session(host);
     return Convert(session, *options) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -7,7 +7,8 @@
 #include <exception>
 #include <iostream>
 
-namespace {
+namespace
+{
 
 bool Run(morlik::Session& session, const std::string& commandLine)
 {

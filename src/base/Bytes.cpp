@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
 void ByteReader::Seek(std::size_t position)
 {

@@ -10,7 +10,8 @@
 #include <type_traits>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 static_assert(std::endian::native == std::endian::little,
               "Arrays of a file are copied as they stand: the formats are little-endian.");
@@ -113,6 +114,14 @@ public:
         PutBytes(std::as_bytes(std::span(table)));
     }
 
+    /// A 32-bit count and its table.
+    template <Packed T>
+    void PutCounted(std::int32_t count, const std::vector<T>& table)
+    {
+        Put(count);
+        PutTable(table);
+    }
+
 protected:
     ByteSink() = default;
     ByteSink(const ByteSink&) = default;
@@ -129,6 +138,7 @@ public:
     {
         bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
     }
+    void Reserve(std::size_t count) { bytes_.reserve(count); }
     void PutZeros(std::size_t count) { bytes_.resize(bytes_.size() + count); }
 
     std::size_t Size() const { return bytes_.size(); }

@@ -5,9 +5,11 @@
 #include <array>
 #include <cstddef>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace detail {
+namespace detail
+{
 template <class Record, class Member>
 Member MemberOf(Member Record::*);
 template <class Record, class Member>

@@ -6,9 +6,11 @@
 #include <filesystem>
 #include <system_error>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
 

@@ -7,7 +7,8 @@
 #include <stdexcept>
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// A file that can't be opened, read or written; `what()` is the message for the user.
 class FileFailure : public std::runtime_error

@@ -3,12 +3,21 @@
 #include <filesystem>
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Title of a message box that has none of its own.
 inline constexpr const char* kAppTitle = "MORLIK";
 /// Title of messages about a failure, where one is given.
 inline constexpr const char* kErrorTitle = "MORLIK error";
+
+/// A file dialog, as it is set up and as it comes back.
+struct FileDialog
+{
+    std::string Filter;   ///< descriptions and patterns in turn, separated by "|"
+    std::string Folder;   ///< where it starts; empty where the system chooses
+    std::string FileName; ///< full path of the chosen file; a cancel leaves it as it was
+};
 
 /// The one way to the outside: message boxes, status, options, folders, the clock.
 /// The window, the console and the tests each have their own.
@@ -20,15 +29,29 @@ public:
     /// A plain message box with an OK button; returns when the user has answered it.
     virtual void ShowMessage(const std::string& text, const std::string& title) = 0;
 
+    /// Asks for a file to open.
+    virtual void ShowOpen(FileDialog& dialog) = 0;
+    /// Asks for the name of a file to write.
+    virtual void ShowSave(FileDialog& dialog) = 0;
+
     /// Stage text at the foot of the window, "Ready." at rest.
     virtual void SetEvent(const std::string& text) = 0;
     /// Progress in percent, 0 to 100.
     virtual void SetProg(float percent) = 0;
     /// A turn for the window system, so that the controls repaint.
     virtual void GiveTurn() = 0;
+    /// Caption of the main window.
+    virtual std::string Caption() const = 0;
+    virtual void SetCaption(const std::string& text) = 0;
+
+    virtual void Beep() = 0;
+    /// Opens an address with the desktop's handler.
+    virtual void OpenWebAddress(const std::string& address) = 0;
 
     /// Whether the box "Update Horizon" is ticked.
     virtual bool SkyFix() const = 0;
+    /// Whether the box "Export Sprites" is ticked.
+    virtual bool ExpSpr() const = 0;
 
     /// The folder of the executable, where the data files stand.
     virtual std::filesystem::path ProgramFolder() const = 0;

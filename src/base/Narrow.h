@@ -5,7 +5,8 @@
 #include <string>
 #include <utility>
 
-namespace morlik {
+namespace morlik
+{
 
 /// `value` as a `To`. A value that the type cannot hold is a `ReadFailure`: such values come from
 /// files only.

@@ -1,6 +1,7 @@
 #include "base/Reporter.h"
 
-namespace morlik {
+namespace morlik
+{
 
 void Reporter::LogLine(std::string_view text, std::int16_t flag)
 {

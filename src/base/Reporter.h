@@ -7,7 +7,8 @@
 #include <string>
 #include <string_view>
 
-namespace morlik {
+namespace morlik
+{
 
 /// The end of the program, thrown after the user was told why. Caught in the mains and at the edge
 /// of a window event.

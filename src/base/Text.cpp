@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 char Lower(char c)
 {

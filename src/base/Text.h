@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Texts are 8-bit. Names of files are texts too: UTF-8 on Windows, the system's own bytes
 /// elsewhere.

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-namespace morlik {
+namespace morlik
+{
 
 void TextLines::Open(const std::string& path)
 {

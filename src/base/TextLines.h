@@ -5,7 +5,8 @@
 #include <optional>
 #include <string_view>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Flag of a text that ends its line; booleans in integer form are -1 for true.
 constexpr std::int16_t kEndLine = -1;

@@ -1,8 +1,10 @@
 #include "convert/ConvertFrames.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr std::int64_t kHeaderWords = 9;
 constexpr std::uint16_t kOneWordMask = 0xc000;

@@ -4,7 +4,8 @@
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// Brings the animation frames of a Tomb Raider I, II or III level to the editor's form, in place;
 /// those of IV and V have it already. Once converted, a level is left alone.

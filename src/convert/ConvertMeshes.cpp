@@ -2,9 +2,13 @@
 
 #include "convert/Faces.h"
 
-namespace morlik {
+#include <unordered_map>
 
-namespace {
+namespace morlik
+{
+
+namespace
+{
 
 /// Texture numbers of triangles share their word with a corner code in the top bits, and the
 /// colour squares follow behind; from this count on the numbers no longer fit.
@@ -46,7 +50,6 @@ public:
         : level_(level),
           tables_(tables),
           horizon_(FindHorizon(level)),
-          seenMeshes_(level.MeshData.size()),
           budget_(level.MeshData.size()),
           report_(report)
     {
@@ -54,13 +57,18 @@ public:
 
     WadMeshSet Run()
     {
+        seenMeshes_.reserve(level_.MeshPointers.size());
+        // Records are a little larger than what they are made of.
+        set_.MeshData.Reserve(level_.MeshData.size() + level_.MeshData.size() / 2);
         for (std::size_t i = 0; i < level_.MeshPointers.size(); ++i) {
-            const auto offset = static_cast<std::size_t>(level_.MeshPointers[i]);
+            const auto position = 2 * set_.NumMeshWords;
+            const auto [seen, isNew] = seenMeshes_.try_emplace(level_.MeshPointers[i], position);
+            if (!isNew) {
+                AppendMeshPointer(set_, seen->second);
+                continue;
+            }
             try {
-                if (seenMeshes_[offset] != 0)
-                    AppendMeshPointer(set_, seenMeshes_[offset] - 1);
-                else
-                    seenMeshes_[offset] = 1 + Store(i);
+                Store(i);
             } catch (const ReadFailure& failure) {
                 StopAtMesh(i, failure, report_);
             }
@@ -69,7 +77,7 @@ public:
     }
 
 private:
-    std::int32_t Store(std::size_t number)
+    void Store(std::size_t number)
     {
         auto raw =
             ReadRawMesh(level_.MeshData, level_.MeshPointers[number], IsClassic(level_.Version));
@@ -77,16 +85,15 @@ private:
         const bool isHorizon = static_cast<std::int32_t>(number) == horizon_;
         const auto mesh = ConvertRawMesh(std::move(raw), tables_, isHorizon, report_);
         const auto padding = WadMeshSize(mesh) % 4 == 0 ? 0 : 2;
-        const auto position = 2 * set_.NumMeshWords;
         AppendWadMesh(set_, mesh, padding, report_);
-        return position;
     }
 
     const LevelData& level_;
     const FaceTables& tables_;
     std::int32_t horizon_;
-    /// By byte offset in the level's mesh data: 1 + offset of the stored record, 0 for none.
-    std::vector<std::int32_t> seenMeshes_;
+    /// Offset of the stored record by offset in the level's mesh data. An array as long as the
+    /// data would look up faster, but its pages cost more than all lookups do.
+    std::unordered_map<std::int32_t, std::int32_t> seenMeshes_;
     MeshBudget budget_;
     WadMeshSet set_;
     Reporter& report_;

@@ -8,7 +8,8 @@
 #include <optional>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Turns every mesh of the level into a record of the editor; mesh numbers stay those of the level.
 /// Settles on the way which textures the object set needs: `textureNumbers` (one -1 for each

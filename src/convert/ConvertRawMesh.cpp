@@ -2,9 +2,11 @@
 #include "convert/Faces.h"
 #include "convert/Horizon.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// Object textures with this attribute blend; their faces carry it as flag 1.
 constexpr std::int16_t kBlendAttribute = 2;

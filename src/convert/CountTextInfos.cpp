@@ -1,9 +1,11 @@
 #include "base/Narrow.h"
 #include "convert/Faces.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// Marks the textures of the meshes, hopping through their bytes by the counts.
 class Census

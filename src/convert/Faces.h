@@ -9,7 +9,8 @@
 #include <optional>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Walks the meshes of the level and gives the indices of the textures that their textured faces
 /// use, ascending. A texture that the level does not have gives a message and nothing; a damaged

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// Squares of the palette tile behind the 256 colours.
 constexpr std::int32_t kBlackSquare = 256;

@@ -5,7 +5,8 @@
 #include "convert/WadMesh.h"
 #include "level/TR_Main.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// The horizon of Tomb Raider II and III is a mesh of plain colours that would hide the clouds of
 /// the editor's game. While it is converted, its coloured faces are repainted with the transparent

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 template <std::size_t Corners>
 std::vector<RawFace> ReadFaces(ByteReader& reader, std::size_t words)

@@ -7,7 +7,8 @@
 #include <span>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 /// A point or a direction, in world units or as a normal.
 struct Vertex

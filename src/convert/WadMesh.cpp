@@ -1,8 +1,10 @@
 #include "convert/WadMesh.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// Centre, radius and the three counts.
 constexpr std::int32_t kFixedBytes = 16;

@@ -7,7 +7,8 @@
 #include <array>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 constexpr std::int16_t kFaceTriangle = 8;
 constexpr std::int16_t kFaceRectangle = 9;

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <numeric>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr std::uint8_t kFarSide = 0xff; ///< side byte of a right or bottom corner
 constexpr std::uint8_t kFlipMark = 0xff;

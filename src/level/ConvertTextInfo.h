@@ -4,7 +4,8 @@
 #include "level/LevelData.h"
 #include "level/TR_Main.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// Turns `state.ObjectTextures` of a Tomb Raider I to III level into boxes in a tile: fills
 /// `level.TextInfos`, `state.TextureFlip` and `state.TextureRemap`, one entry for each of the

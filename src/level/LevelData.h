@@ -1,11 +1,16 @@
 #pragma once
 
+#include "base/Files.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 /// The one switch between games, as `LevelVersion` and `LevelData::Version` hold it.
 enum VersionCode : std::int16_t
@@ -200,15 +205,17 @@ struct LevelData
     std::int32_t Version = 0; ///< `LevelVersion` after the load, 1 to 5; written by the loader
 
     // Textures.
-    std::int16_t NumRoomTiles = 0;      ///< tiles that belong to rooms
-    std::int16_t NumObjectTiles = 0;    ///< tiles that belong to objects; Tomb Raider IV and V
-    std::int16_t NumBumpTiles = 0;      ///< bump map tiles; Tomb Raider IV and V
-    std::int32_t NumTextInfo = 0;       ///< number of object textures
-    std::vector<TextInfo> TextInfos;    ///< the object textures in the editor's form
-    std::int32_t TileBytes = 0;         ///< size of all tiles at 3 bytes a pixel
-    std::vector<std::uint8_t> Tiles8;   ///< Tomb Raider I: an index into `Palette` a pixel
-    std::vector<std::uint16_t> Tiles16; ///< II and III: 5 bits each of red, green, blue a pixel
-    std::vector<std::uint32_t> Tiles32; ///< IV and V: bytes B, G, R, A a pixel
+    std::int16_t NumRoomTiles = 0;          ///< tiles that belong to rooms
+    std::int16_t NumObjectTiles = 0;        ///< tiles that belong to objects; Tomb Raider IV and V
+    std::int16_t NumBumpTiles = 0;          ///< bump map tiles; Tomb Raider IV and V
+    std::int32_t NumTextInfo = 0;           ///< number of object textures
+    std::vector<TextInfo> TextInfos;        ///< the object textures in the editor's form
+    std::int32_t TileBytes = 0;             ///< size of all tiles at 3 bytes a pixel
+    std::span<const std::uint8_t> Tiles8;   ///< Tomb Raider I: an index into `Palette` a pixel
+    std::span<const std::uint16_t> Tiles16; ///< II and III: 5 bits each of red, green, blue a pixel
+    std::vector<std::uint32_t> Tiles32;     ///< IV and V: bytes B, G, R, A a pixel
+
+    std::shared_ptr<const FileBytes> File; ///< what `Tiles8` and `Tiles16` are views into
 
     // Tomb Raider V.
     std::int16_t LaraType = 0;

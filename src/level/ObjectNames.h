@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Names of the objects, by their ids in the level files. An id or version without an entry has an
 /// empty name.

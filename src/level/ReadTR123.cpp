@@ -5,9 +5,11 @@
 #include "level/ConvertTextInfo.h"
 #include "level/Readers.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// What differs in a room.
 struct RoomLayout
@@ -62,8 +64,7 @@ std::span<const std::byte> TakeTiles8(LevelReading& reading)
 void ReadTiles8(LevelReading& reading)
 {
     const auto pixels = TakeTiles8(reading);
-    const auto* first = reinterpret_cast<const std::uint8_t*>(pixels.data());
-    reading.Level.Tiles8.assign(first, first + pixels.size());
+    reading.Level.Tiles8 = {reinterpret_cast<const std::uint8_t*>(pixels.data()), pixels.size()};
 }
 
 /// Both palettes and the 16-bit tiles of Tomb Raider II and III.
@@ -72,8 +73,11 @@ void ReadTiles16(LevelReading& reading)
     ReadPalette(reading);
     reading.State.Palette16 = reading.Reader.Read<decltype(reading.State.Palette16)>();
     TakeTiles8(reading);
-    reading.Level.Tiles16 =
-        reading.Reader.Table<std::uint16_t>(std::int64_t{reading.State.NumTiles} * kTilePixels);
+    // All that stands before has an even size, so the words are where words may be.
+    const auto pixels =
+        reading.Reader.TakeTable(reading.State.NumTiles, std::size_t{2} * kTilePixels);
+    reading.Level.Tiles16 = {reinterpret_cast<const std::uint16_t*>(pixels.data()),
+                             pixels.size() / 2};
 }
 
 Room ReadRoom(ByteReader& reader, const RoomLayout& layout)

@@ -2,7 +2,8 @@
 
 #include "level/Sections.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// The readers of the games, each from behind the four version bytes on. Damage is `ReadFailure`.
 
@@ -10,5 +11,8 @@ namespace morlik {
 void ReadTR1(LevelReading& reading);
 void ReadTR2(LevelReading& reading);
 void ReadTR3(LevelReading& reading);
+void ReadTR4(LevelReading& reading);
+/// Leaves `State.LevelVersion` at 5, also where a demo's name had made it 51.
+void ReadTR5(LevelReading& reading);
 
 } // namespace morlik

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// File form of an animation of Tomb Raider I to III, 32 bytes.
 using ShortAnimationFields =

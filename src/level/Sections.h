@@ -5,7 +5,8 @@
 #include "level/LevelData.h"
 #include "level/TR_Main.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// Sections that the level files of several games share. Each function reads one section where the
 /// reader stands, count first. What differs between the games comes in as data.

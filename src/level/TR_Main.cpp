@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <optional>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// The first four bytes as a 32-bit value; what a shorter file lacks counts as 0.
 std::uint32_t FirstWord(std::span<const std::byte> bytes)
@@ -55,15 +57,18 @@ void ReadByVersion(LevelReading& reading)
     case kTR3:
         ReadTR3(reading);
         break;
+    case kTR4:
+        ReadTR4(reading);
+        break;
     default:
-        reading.Reader.Fail("levels of Tomb Raider IV and V can't be read yet");
+        ReadTR5(reading);
     }
 }
 
-FileBytes LoadFile(const std::string& fileName, Reporter& report)
+std::shared_ptr<const FileBytes> LoadFile(const std::string& fileName, Reporter& report)
 {
     try {
-        return FileBytes::Load(fileName);
+        return std::make_shared<FileBytes>(FileBytes::Load(fileName));
     } catch (const FileFailure& failure) {
         report.Stop(failure.what(), kErrorTitle);
     }
@@ -76,8 +81,8 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
     state.LevelIsLoaded = -1;
     report.LogLine("-LevelFile:" + fileName);
     try {
-        const FileBytes file = LoadFile(fileName, report);
-        const auto word = FirstWord(file.Bytes());
+        const auto file = LoadFile(fileName, report);
+        const auto word = FirstWord(file->Bytes());
         const auto version = Identify(word, fileName);
         if (!version)
             report.Stop("Unknown level version - 0x" + Hex(word) +
@@ -86,7 +91,9 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         report.LogLine("-LevelVersion:" + std::to_string(*version));
 
         LevelData level;
-        ByteReader reader(file.Bytes());
+        if (*version < kTR4 || *version == kTR1Gold)
+            level.File = file;
+        ByteReader reader(file->Bytes());
         reader.Skip(sizeof(word));
         LevelReading reading{reader, level, state, report};
         ReadByVersion(reading);

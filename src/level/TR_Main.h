@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Palette entry of Tomb Raider I to III levels: red, green, blue, each 0 to 63.
 struct Colour6

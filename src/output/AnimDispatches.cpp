@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// Dispatches that one save may look at, far more than any sound level has.
 constexpr std::int64_t kMostVisits = std::int64_t{1} << 26;

@@ -3,7 +3,8 @@
 #include "base/Reporter.h"
 #include "level/LevelData.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// Number of animations of moveable `index`: up to the first of the next moveable that has any,
 /// or to the end.

@@ -3,9 +3,11 @@
 #include <cmath>
 #include <cstring>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 /// Red 255, green 0, blue 255, the same in both byte orders.
 constexpr std::uint32_t kMagenta = 0xff00ff;
@@ -37,24 +39,34 @@ void WriteRow(const Pixel* source, std::byte* out, Convert convert)
 }
 
 template <PixelOrder Order>
-std::uint32_t From16(std::uint16_t word)
+constexpr std::uint32_t Ordered(std::uint32_t r, std::uint32_t g, std::uint32_t b)
 {
-    const std::uint32_t r = (word & 0x7c00U) >> 7U;
-    const std::uint32_t g = (word & 0x3e0U) >> 2U;
-    const std::uint32_t b = (word & 0x1fU) << 3U;
-    const std::uint32_t colour = Order == PixelOrder::Rgb ? Pack(r, g, b) : Pack(b, g, r);
-    return word == 0 ? kMagenta : colour;
+    return Order == PixelOrder::Rgb ? Pack(r, g, b) : Pack(b, g, r);
 }
 
-/// The source has the bytes B, G, R, A.
+/// 5 bits each of red, green and blue; the top bit plays no part in the colour.
 template <PixelOrder Order>
-std::uint32_t From32(std::uint32_t bgra)
+struct From16
 {
-    const std::uint32_t bgr = bgra & 0xffffffU;
-    const std::uint32_t colour =
-        Order == PixelOrder::Bgr ? bgr : Pack(bgr >> 16U, (bgr >> 8U) & 0xffU, bgr & 0xffU);
-    return bgra >> 24U == 0xff ? colour : kMagenta;
-}
+    std::uint32_t operator()(std::uint16_t word) const
+    {
+        const auto colour =
+            Ordered<Order>((word & 0x7c00U) >> 7U, (word & 0x3e0U) >> 2U, (word & 0x1fU) << 3U);
+        return word == 0 ? kMagenta : colour;
+    }
+};
+
+/// The bytes B, G, R, A.
+template <PixelOrder Order>
+struct From32
+{
+    std::uint32_t operator()(std::uint32_t bgra) const
+    {
+        const auto colour =
+            Ordered<Order>((bgra >> 16U) & 0xffU, (bgra >> 8U) & 0xffU, bgra & 0xffU);
+        return bgra >> 24U == 0xff ? colour : kMagenta;
+    }
+};
 
 } // namespace
 
@@ -66,7 +78,8 @@ PixelConverter::PixelConverter(const LevelData& level, const TrMainState& state,
         const auto r = Scale6(c.R);
         const auto g = Scale6(c.G);
         const auto b = Scale6(c.B);
-        paletteColours_[i] = order == PixelOrder::Rgb ? Pack(r, g, b) : Pack(b, g, r);
+        paletteColours_[i] = order == PixelOrder::Rgb ? Ordered<PixelOrder::Rgb>(r, g, b)
+                                                      : Ordered<PixelOrder::Bgr>(r, g, b);
     }
     paletteColours_[0] = kMagenta;
 }
@@ -89,13 +102,13 @@ void PixelConverter::ConvertRow(std::int64_t row, std::byte* out) const
     if (!level_.Tiles8.empty())
         WriteRow(&level_.Tiles8[first], out, [this](std::uint8_t v) { return paletteColours_[v]; });
     else if (!level_.Tiles16.empty() && rgb)
-        WriteRow(&level_.Tiles16[first], out, From16<PixelOrder::Rgb>);
+        WriteRow(&level_.Tiles16[first], out, From16<PixelOrder::Rgb>{});
     else if (!level_.Tiles16.empty())
-        WriteRow(&level_.Tiles16[first], out, From16<PixelOrder::Bgr>);
+        WriteRow(&level_.Tiles16[first], out, From16<PixelOrder::Bgr>{});
     else if (rgb)
-        WriteRow(&level_.Tiles32[first], out, From32<PixelOrder::Rgb>);
+        WriteRow(&level_.Tiles32[first], out, From32<PixelOrder::Rgb>{});
     else
-        WriteRow(&level_.Tiles32[first], out, From32<PixelOrder::Bgr>);
+        WriteRow(&level_.Tiles32[first], out, From32<PixelOrder::Bgr>{});
 }
 
 } // namespace morlik

@@ -7,7 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Order of the three bytes of an output pixel.
 enum class PixelOrder : std::uint8_t

@@ -3,10 +3,13 @@
 #include "output/Pixels.h"
 
 #include <cstring>
+#include <vector>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr std::int32_t kSquareSide = 4;
 constexpr std::int32_t kSquaresPerRow = kTileSide / kSquareSide;
@@ -28,19 +31,20 @@ constexpr SquarePlace PlaceOf(std::size_t number)
 
 using Rgb = std::array<std::uint8_t, kPixelBytes>;
 
-void PaintSquare(std::byte* tile, std::size_t number, const Rgb& colour)
+void PaintSquare(std::vector<std::byte>& tile, std::size_t number, const Rgb& colour)
 {
     const auto place = PlaceOf(number);
     for (std::int32_t y = place.Y; y < place.Y + kSquareSide; ++y)
         for (std::int32_t x = place.X; x < place.X + kSquareSide; ++x)
-            std::memcpy(tile + static_cast<std::size_t>(y * kTileSide + x) * kPixelBytes,
+            std::memcpy(&tile[static_cast<std::size_t>(y * kTileSide + x) * kPixelBytes],
                         colour.data(), kPixelBytes);
 }
 
 /// The palette tile is black where no square lies. Square 256 is black too, square 257 magenta,
 /// but for Tomb Raider I, which has no horizon to repaint.
-void PaintPaletteTile(std::byte* tile, std::int32_t version, const TrMainState& state)
+std::vector<std::byte> PaletteTile(std::int32_t version, const TrMainState& state)
 {
+    std::vector<std::byte> tile(kTileBytes);
     for (std::size_t i = 0; i < 256; ++i) {
         const Colour6& dim = state.Palette[i];
         const Colour8& full = state.Palette16[i];
@@ -51,6 +55,7 @@ void PaintPaletteTile(std::byte* tile, std::int32_t version, const TrMainState& 
     }
     if (version != kTR1)
         PaintSquare(tile, 257, {255, 0, 255});
+    return tile;
 }
 
 } // namespace
@@ -71,29 +76,28 @@ std::array<TextInfo, kNumPaletteTextures> PaletteTextures(const TileRange& tiles
     return records;
 }
 
-std::int32_t ConvertTextureTiles(LevelData& level, const TrMainState& state, PixelRows& pixels,
-                                 const TileRange& tiles, Reporter& report)
+void ConvertTextureTiles(LevelData& level, const TrMainState& state, ByteSink& out,
+                         const TileRange& tiles, Reporter& report)
 {
     const bool classic = IsClassic(level.Version);
-    const std::int32_t bytes = (tiles.Count() + (classic ? 1 : 0)) * kTileBytes;
-    pixels.resize(static_cast<std::size_t>(bytes));
     report.LogLine("Converting texture tiles");
+    out.Put((tiles.Count() + (classic ? 1 : 0)) * kTileBytes);
 
     const PixelConverter converter(level, state, PixelOrder::Rgb);
+    // Each step of the progress converts a 256th of the rows: as many as there are tiles.
+    std::vector<std::byte> pixels(static_cast<std::size_t>(tiles.Count()) * kRowBytes);
     std::int64_t row = std::int64_t{tiles.First} * kTileSide;
-    std::byte* out = pixels.data();
     for (std::int32_t step = 0; step < kProgressSteps; ++step) {
         report.TheHost().SetProg(30 + static_cast<float>(step) / 10.2F);
         report.TheHost().GiveTurn();
-        // A 256th of the rows: as many as there are tiles.
-        for (std::int32_t i = 0; i < tiles.Count(); ++i, ++row, out += kRowBytes)
-            converter.ConvertRow(row, out);
+        for (std::size_t at = 0; at < pixels.size(); at += kRowBytes)
+            converter.ConvertRow(row++, &pixels[at]);
+        out.PutBytes(pixels);
     }
     if (classic) {
-        PaintPaletteTile(out, level.Version, state);
+        out.PutBytes(PaletteTile(level.Version, state));
         level.TileBytes += kTileBytes;
     }
-    return bytes;
 }
 
 } // namespace morlik

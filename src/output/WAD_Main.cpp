@@ -5,22 +5,27 @@
 #include "convert/ConvertMeshes.h"
 #include "level/Sections.h"
 #include "output/AnimDispatches.h"
+#include "output/DataFiles.h"
+#include "output/SWD_Main.h"
 #include "output/TextureTiles.h"
 #include "output/WAS_List.h"
-#include "output/WadFile.h"
 
 #include <algorithm>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr const char* kExtension = ".was";
+constexpr const char* kBadTexture = "ERROR! Bad texture found!";
 constexpr std::int32_t kUnused = -1; ///< texture number of a texture that no mesh uses
 
-/// Tiles that a set may span although the level doesn't have them. A tile number far out would
-/// fill the disk with magenta.
-constexpr std::int32_t kMostMissingTiles = 512;
+constexpr std::int32_t kWadVersion = 129;
+
+/// The editor takes no more static meshes than this.
+constexpr std::int32_t kMostStaticMeshes = 60;
 
 /// A save that stops and leaves the program alive; the user has got the message.
 class SaveStopped : public std::runtime_error
@@ -35,7 +40,7 @@ class Saver
 public:
     Saver(const std::string& fileName, LevelData& level, const SaveContext& context)
         : fileName_(fileName),
-          base_(fileName.substr(0, fileName.size() - 3)),
+          names_(fileName),
           level_(level),
           context_(context),
           report_(context.Report),
@@ -43,11 +48,15 @@ public:
     {
     }
 
-    void Run()
+    /// Gives whether all files of the set are there.
+    bool Run()
     {
         WriteWADFile();
+        bool complete = WriteSounds();
+        complete &= WriteSprites();
         WriteList();
         report_.Info.Close();
+        return complete;
     }
 
 private:
@@ -73,8 +82,8 @@ private:
 
     void WriteWADFile()
     {
-        OutputFile file(base_ + "wad");
-        report_.Info.Open(fileName_.substr(0, fileName_.size() - 4) + " Info.txt");
+        OutputFile file(names_.With("wad"));
+        report_.Info.Open(names_.Info());
         report_.LogLine("Writing WAD file " + fileName_);
         TheHost().SetProg(0);
         ConvertLevelMeshes();
@@ -155,10 +164,8 @@ private:
     {
         TextInfo record = level_.TextInfos[index];
         const std::int32_t tile = record.Tile - tiles_.First;
-        const auto levelTiles = level_.TileBytes / kTileBytes;
-        if (tile < 0 || tile >= tiles_.Count() ||
-            tiles_.Count() > std::max(levelTiles, kMostMissingTiles))
-            StopSave("ERROR! Bad texture found!");
+        if (tile < 0 || tile >= tiles_.Count() || !tiles_.Fits(level_))
+            StopSave(kBadTexture);
         const auto wrong = "Wrong TextInfo found - TextInfo" + std::to_string(index);
         if (record.X + record.Width > 255)
             report_.Stop(wrong + " -> X invalid");
@@ -171,33 +178,31 @@ private:
     void WriteTiles(OutputFile& file)
     {
         TheHost().SetEvent("Converting textures");
-        PixelRows pixels;
-        const auto bytes = ConvertTextureTiles(level_, context_.State, pixels, tiles_, report_);
-        PutCounted(file, bytes, pixels);
+        ConvertTextureTiles(level_, context_.State, file, tiles_, report_);
         Stage("Writing WAD", 55);
     }
 
     void WriteMeshes(OutputFile& file)
     {
-        PutCounted(file, meshes_.NumMeshPointers, meshes_.MeshPointers);
+        file.PutCounted(meshes_.NumMeshPointers, meshes_.MeshPointers);
         Prog(57);
-        PutCounted(file, meshes_.NumMeshWords, meshes_.MeshData.Bytes());
+        file.PutCounted(meshes_.NumMeshWords, meshes_.MeshData.Bytes());
         Prog(60);
     }
 
     void WriteAnimations(OutputFile& file)
     {
-        PutCounted(file, level_.NumAnimations, level_.Animations);
+        file.PutCounted(level_.NumAnimations, level_.Animations);
         Prog(62);
-        PutCounted(file, level_.NumStateChanges, level_.StateChanges);
+        file.PutCounted(level_.NumStateChanges, level_.StateChanges);
         Prog(65);
-        PutCounted(file, level_.NumAnimDispatches, level_.AnimDispatches);
+        file.PutCounted(level_.NumAnimDispatches, level_.AnimDispatches);
         Prog(67);
-        PutCounted(file, level_.NumAnimCommands, level_.AnimCommands);
+        file.PutCounted(level_.NumAnimCommands, level_.AnimCommands);
         Prog(70);
-        PutCounted(file, level_.NumMeshTrees, level_.MeshTrees);
+        file.PutCounted(level_.NumMeshTrees, level_.MeshTrees);
         Prog(72);
-        PutCounted(file, level_.NumFrames, level_.Frames);
+        file.PutCounted(level_.NumFrames, level_.Frames);
         Prog(75);
     }
 
@@ -220,22 +225,47 @@ private:
         if (renumber)
             for (std::size_t i = 0; i < level_.StaticMeshes.size(); ++i)
                 level_.StaticMeshes[i].ObjectID = static_cast<std::int32_t>(i);
-        PutCounted(file, level_.NumStaticMeshes, level_.StaticMeshes);
+        file.PutCounted(level_.NumStaticMeshes, level_.StaticMeshes);
+    }
+
+    bool WriteSounds()
+    {
+        Stage("Writing SAM", 80);
+        bool complete = WriteSAM(names_, level_, context_.MainSFX, context_.FMLoad, report_);
+        Stage("Writing SFX", 85);
+        complete &= WriteSFX(names_, level_, report_);
+        Stage("Writing SWD", 90);
+        return complete;
+    }
+
+    /// The level's own sprites where the user asked for them, else the default file.
+    bool WriteSprites()
+    {
+        report_.LogLine("Writing SWD file");
+        if (TheHost().ExpSpr() && IsClassic(level_.Version)) {
+            const auto tiles = SpriteTiles(level_);
+            if (!tiles.Fits(level_))
+                StopSave(kBadTexture);
+            WriteSWD(names_.With("swd"), level_, context_.State, tiles, report_);
+            return true;
+        }
+        const bool copied = CopyDataFile("morlik.swd", names_.With("swd"), report_);
+        Stage("Writing WAS", 95);
+        return copied;
     }
 
     void WriteList()
     {
-        Stage("Writing WAS", 95);
         report_.LogLine("Writing WAS file");
         TextLines file;
-        file.Open(base_ + "was");
+        file.Open(names_.With("was"));
         WriteWAS(file, level_, context_.Names, context_.LevelTitle);
         Prog(100);
         file.Close();
     }
 
     const std::string& fileName_;
-    std::string base_; ///< with its point
+    OutputNames names_;
     LevelData& level_;
     const SaveContext& context_;
     Reporter& report_;
@@ -273,8 +303,7 @@ bool SaveWAD(const std::string& fileName, LevelData& level, const SaveContext& c
     }
     const SaveScope scope(context.Report);
     try {
-        Saver(fileName, level, context).Run();
-        return true;
+        return Saver(fileName, level, context).Run();
     } catch (const SaveStopped&) {
         return false;
     } catch (const FileFailure& failure) {

@@ -2,7 +2,8 @@
 
 #include "base/Text.h"
 
-namespace morlik {
+namespace morlik
+{
 
 void WriteWAS(TextLines& file, const LevelData& level, const ObjectNames& names,
               const std::string& levelTitle)

@@ -6,7 +6,8 @@
 
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Writes the list of an object set: a line for each moveable, then for each static mesh, in the
 /// order of the WAD file: the object's name in Tomb Raider IV, ":", the source path and its name

@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <ctime>
 
-namespace morlik {
+namespace morlik
+{
 
 std::filesystem::path ProgramFolder()
 {

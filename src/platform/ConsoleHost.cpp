@@ -2,11 +2,18 @@
 
 #include "platform/Platform.h"
 
-namespace morlik {
+namespace morlik
+{
 
 void ConsoleHost::ShowMessage(const std::string& text, const std::string& title)
 {
     messages_ << title << ": " << text << std::endl;
+}
+
+void ConsoleHost::ShowOpen(FileDialog& dialog)
+{
+    if (!choices_.MainSFX.empty())
+        dialog.FileName = choices_.MainSFX;
 }
 
 std::filesystem::path ConsoleHost::ProgramFolder() const

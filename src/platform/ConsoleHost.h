@@ -4,22 +4,44 @@
 
 #include <ostream>
 
-namespace morlik {
+namespace morlik
+{
 
 /// The Host of a start without a window: messages go to a stream, the status goes nowhere.
 class ConsoleHost : public Host
 {
 public:
+    /// What a person would choose in the window.
+    struct Choices
+    {
+        std::string MainSFX; ///< answer to the dialog for `main.sfx`; empty for a cancel
+        bool UpdateHorizon = false;
+        bool ExportSprites = false;
+    };
+
     explicit ConsoleHost(std::ostream& messages) : messages_(messages) {}
+    ConsoleHost(std::ostream& messages, Choices choices)
+        : messages_(messages), choices_(std::move(choices))
+    {
+    }
 
     /// Writes a line with the title and the text.
     void ShowMessage(const std::string& text, const std::string& title) override;
 
+    /// The one dialog of a run without a window asks for `main.sfx`.
+    void ShowOpen(FileDialog& dialog) override;
+    void ShowSave(FileDialog& /*dialog*/) override {}
+
     void SetEvent(const std::string& /*text*/) override {}
     void SetProg(float /*percent*/) override {}
     void GiveTurn() override {}
+    std::string Caption() const override { return {}; }
+    void SetCaption(const std::string& /*text*/) override {}
+    void Beep() override {}
+    void OpenWebAddress(const std::string& /*address*/) override {}
 
-    bool SkyFix() const override { return false; }
+    bool SkyFix() const override { return choices_.UpdateHorizon; }
+    bool ExpSpr() const override { return choices_.ExportSprites; }
 
     std::filesystem::path ProgramFolder() const override;
     std::filesystem::path StateFolder() const override;
@@ -27,6 +49,7 @@ public:
 
 private:
     std::ostream& messages_;
+    Choices choices_;
 };
 
 } // namespace morlik

@@ -3,7 +3,8 @@
 #include <filesystem>
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// What the operating system is asked for outside of windows.
 

@@ -4,7 +4,8 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace morlik {
+namespace morlik
+{
 
 std::filesystem::path ExecutablePath()
 {

@@ -2,7 +2,8 @@
 
 #include "platform/Platform.h"
 
-namespace morlik {
+namespace morlik
+{
 
 /// The few calls that each system answers in a file of its own.
 

@@ -3,9 +3,11 @@
 
 #include <windows.h>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 std::string FromWide(const wchar_t* text)
 {

@@ -3,9 +3,11 @@
 #include "base/Text.h"
 #include "shell/ObjectID_Mod.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr const char* kSwitch = "/makewas";
 constexpr std::size_t kSwitchLength = 8;

@@ -5,7 +5,8 @@
 #include <optional>
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// The batch command line is one text, handed over whole and never split, so that paths may hold
 /// blanks and quotes mean nothing:

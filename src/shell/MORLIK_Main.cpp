@@ -2,9 +2,11 @@
 
 #include "base/Text.h"
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr const char* kLogName = "MORLIK.log";
 

@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// The program's version record.
 struct VersionRecord

@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <array>
 
-namespace morlik {
+namespace morlik
+{
 
-namespace {
+namespace
+{
 
 constexpr std::int32_t kStatics = 0; ///< stands for a game in the section list
 

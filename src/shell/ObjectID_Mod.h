@@ -5,7 +5,8 @@
 
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Name of the catalogue file in the program's folder. It holds no header, only six sections:
 /// moveables of Tomb Raider IV, static meshes, moveables of III, II, I and V. A section is a 32-bit

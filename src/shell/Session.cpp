@@ -2,7 +2,8 @@
 
 #include "output/WAD_Main.h"
 
-namespace morlik {
+namespace morlik
+{
 
 void LoadLevel(Session& session, const std::string& path)
 {
@@ -15,7 +16,8 @@ void LoadLevel(Session& session, const std::string& path)
 bool SaveLevel(Session& session, const std::string& fileName)
 {
     return SaveWAD(fileName, session.Level,
-                   {session.State, session.Names, session.LevelTitle, session.Report});
+                   {session.State, session.Names, session.MainSFX, session.FMLoad,
+                    session.LevelTitle, session.Report});
 }
 
 } // namespace morlik

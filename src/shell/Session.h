@@ -4,10 +4,12 @@
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 #include "level/TR_Main.h"
+#include "side/MainSFX_Mod.h"
 
 #include <string>
 
-namespace morlik {
+namespace morlik
+{
 
 /// Everything that one run of the program holds. Made once in a main; a test makes its own.
 struct Session
@@ -17,6 +19,8 @@ struct Session
     Reporter Report;
     ObjectNames Names;
     TrMainState State;
+    MainSFXState MainSFX;
+    FileDialog FMLoad;      ///< the open dialog, which keeps its file name from one use to the next
     LevelData Level;        ///< the current level
     std::string LevelTitle; ///< its file name, without the folder
 };

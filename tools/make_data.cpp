@@ -1,5 +1,6 @@
-// Compiles the object names of data/catalogue to the catalogue file that stands beside the program.
-// usage: make_catalogue CATALOGUE_FOLDER OUTPUT
+// Makes the data files that stand beside the program: the catalogue from the lists in
+// data/catalogue, and the default sound and sprite files of an object set, which are empty.
+// usage: make_data CATALOGUE_FOLDER OUTPUT_FOLDER
 // A list is a CSV file with the columns id and name and a header line; ids without a line get an
 // empty name.
 
@@ -16,7 +17,8 @@
 #include <stdexcept>
 #include <string>
 
-namespace {
+namespace
+{
 
 struct List
 {
@@ -82,17 +84,40 @@ void PutList(morlik::ByteSink& sink, const std::map<std::uint32_t, std::string>&
     }
 }
 
+void WriteCatalogue(const std::string& lists, const std::string& path)
+{
+    morlik::OutputFile file(path);
+    for (const List& list : kLists)
+        PutList(file, ReadList(lists + "/" + list.Name), list.HasValue);
+    file.Close();
+}
+
+void WriteDefaults(const std::string& folder)
+{
+    morlik::WriteWholeFile(folder + "/morlik.sam", {});
+
+    // A sound map whose 370 slots name no sound; no sound details and no sample indices.
+    morlik::ByteWriter sounds;
+    sounds.PutTable(std::vector<std::int16_t>(370, -1));
+    sounds.Put(std::array<std::int32_t, 2>{});
+    morlik::WriteWholeFile(folder + "/morlik.sfx", sounds.Bytes());
+
+    // The version; no sprite textures, no tile bytes, no sequences.
+    morlik::ByteWriter sprites;
+    sprites.Put(std::array<std::int32_t, 4>{129, 0, 0, 0});
+    morlik::WriteWholeFile(folder + "/morlik.swd", sprites.Bytes());
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     try {
         if (argc != 3)
-            throw std::runtime_error("usage: make_catalogue CATALOGUE_FOLDER OUTPUT");
-        morlik::OutputFile file(argv[2]);
-        for (const List& list : kLists)
-            PutList(file, ReadList(std::string(argv[1]) + "/" + list.Name), list.HasValue);
-        file.Close();
+            throw std::runtime_error("usage: make_data CATALOGUE_FOLDER OUTPUT_FOLDER");
+        const std::string output = argv[2];
+        WriteCatalogue(argv[1], output + "/TR4Objects.dat");
+        WriteDefaults(output);
         return EXIT_SUCCESS;
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';

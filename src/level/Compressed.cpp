@@ -1,0 +1,106 @@
+#include "level/Compressed.h"
+
+#include "base/Narrow.h"
+#include "level/ConvertTR5TextInfo.h"
+
+#include <zlib.h>
+
+namespace morlik
+{
+
+namespace
+{
+
+/// Inflated sizes up to here are taken as told.
+constexpr std::int64_t kTrustedBytes = std::int64_t{64} << 20;
+/// The most that a zlib stream can grow.
+constexpr std::int64_t kMostGrowth = 1032;
+
+constexpr std::int64_t kPixelBytes32 = 4;
+
+using TextureHeadFields = FieldList<&ObjectTextureTR45::Attribute, &ObjectTextureTR45::Tile,
+                                    &ObjectTextureTR45::NewFlags, &ObjectTextureTR45::Corners>;
+static_assert(TextureHeadFields::kBytes == 22);
+using TextureSizeFields = FieldList<&ObjectTextureTR45::Width, &ObjectTextureTR45::Height>;
+
+/// A block that nothing needs: inflated size, compressed size, stream.
+void SkipBlock(ByteReader& reader)
+{
+    reader.Skip(4);
+    SkipTable(reader, "further tiles", 1);
+}
+
+} // namespace
+
+std::span<const std::byte> TakeBlock(ByteReader& reader, BlockSizes& sizes)
+{
+    sizes.Inflated = reader.Read<std::int32_t>();
+    sizes.Compressed = reader.Read<std::int32_t>();
+    if (sizes.Inflated <= 0 ||
+        (sizes.Inflated > kTrustedBytes && sizes.Inflated / kMostGrowth > sizes.Compressed))
+        reader.Fail("an inflated size of " + std::to_string(sizes.Inflated));
+    return reader.TakeTable(sizes.Compressed, 1);
+}
+
+void Inflate(std::span<const std::byte> stream, std::span<std::byte> target)
+{
+    auto size = static_cast<uLongf>(target.size());
+    uncompress(reinterpret_cast<Bytef*>(target.data()), &size,
+               reinterpret_cast<const Bytef*>(stream.data()), static_cast<uLong>(stream.size()));
+}
+
+void ReadTileBlocks(LevelReading& reading)
+{
+    ByteReader& reader = reading.Reader;
+    LevelData& level = reading.Level;
+    reader.Section("tiles");
+    level.NumRoomTiles = reader.Read<std::int16_t>();
+    level.NumObjectTiles = reader.Read<std::int16_t>();
+    level.NumBumpTiles = reader.Read<std::int16_t>();
+    BlockSizes sizes{};
+    const auto stream = TakeBlock(reader, sizes);
+    level.TileBytes = narrow<std::int32_t>(std::int64_t{sizes.Inflated} * 3 / kPixelBytes32);
+    const auto pixels = (sizes.Inflated + kPixelBytes32 - 1) / kPixelBytes32;
+    level.Tiles32.resize(static_cast<std::size_t>(pixels));
+    Inflate(stream, std::as_writable_bytes(std::span(level.Tiles32))
+                        .first(static_cast<std::size_t>(sizes.Inflated)));
+    SkipBlock(reader);
+    SkipBlock(reader);
+}
+
+void SkipScenery(ByteReader& reader)
+{
+    SkipTable(reader, "sprite textures", 16);
+    SkipTable(reader, "sprite sequences", 8);
+    SkipTable(reader, "cameras", 16);
+    SkipTable(reader, "flyby cameras", 40);
+    SkipTable(reader, "sound sources", 16);
+    SkipBoxes(reader, 8, 20);
+    SkipTable(reader, "animated textures", 2);
+}
+
+void ReadObjectTexturesTR45(LevelReading& reading, std::size_t gap)
+{
+    ByteReader& reader = reading.Reader;
+    reader.Section("object textures");
+    const auto count = ReadCount(reader, CountRule::Positive);
+    ByteReader records(
+        reader.TakeTable(count, TextureHeadFields::kBytes + gap + TextureSizeFields::kBytes));
+    reading.Level.NumTextInfo = count;
+    reading.State.ObjectTexturesTR45.assign(static_cast<std::size_t>(count), {});
+    for (ObjectTextureTR45& texture : reading.State.ObjectTexturesTR45) {
+        TextureHeadFields::Read(records, texture);
+        records.Skip(gap);
+        TextureSizeFields::Read(records, texture);
+    }
+    ConvertTR5TextInfo(reading.Level, reading.State, reading.Report);
+}
+
+void SkipItemsTR45(ByteReader& reader)
+{
+    SkipTable(reader, "items", 24);
+    SkipTable(reader, "AI objects", 24);
+    SkipShortTable(reader, "demo data", 1);
+}
+
+} // namespace morlik

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "level/Sections.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace morlik
+{
+
+/// What the compressed files of Tomb Raider IV and V have in common.
+
+/// Inflated and compressed size of a zlib block, the two words before its stream.
+struct BlockSizes
+{
+    std::int32_t Inflated;
+    std::int32_t Compressed;
+};
+
+/// The sizes and the stream of a zlib block. A stream that is longer than the file is a
+/// `ReadFailure`, and so is an inflated size of 0 or less, or a huge one that no stream of this
+/// length can have.
+std::span<const std::byte> TakeBlock(ByteReader& reader, BlockSizes& sizes);
+
+/// Inflates `stream` into `target`. A damaged stream is no failure: what it gave stays.
+void Inflate(std::span<const std::byte> stream, std::span<std::byte> target);
+
+/// The file up to the level data: tile counts and the three tile blocks, of which the 32-bit one
+/// is inflated straight into `Tiles32`.
+void ReadTileBlocks(LevelReading& reading);
+
+/// Sprites, cameras, flyby cameras, sound sources, boxes, animated textures.
+void SkipScenery(ByteReader& reader);
+
+/// Object textures: 22 bytes, `gap` unused bytes, then width and height. Converts them too.
+void ReadObjectTexturesTR45(LevelReading& reading, std::size_t gap);
+
+/// Items, AI objects and demo data.
+void SkipItemsTR45(ByteReader& reader);
+
+} // namespace morlik

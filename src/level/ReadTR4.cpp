@@ -1,0 +1,109 @@
+// Level files of Tomb Raider IV: three blocks of tiles, the level block with all that the older
+// games have in the file itself, and the samples.
+
+#include "level/Compressed.h"
+#include "level/Readers.h"
+
+namespace morlik
+{
+
+namespace
+{
+
+constexpr ObjectLayout kLayout{.WideAnimations = true,
+                               .MoveableTail = 0,
+                               .Meshes = CountRule::Positive,
+                               .Changes = CountRule::Positive,
+                               .Statics = CountRule::ZeroIsEmpty,
+                               .Sounds = CountRule::Positive,
+                               .SoundMapSlots = kSoundMapSlotsTR2};
+
+std::vector<std::byte> InflateLevelBlock(ByteReader& reader)
+{
+    reader.Section("level block");
+    BlockSizes sizes{};
+    const auto stream = TakeBlock(reader, sizes);
+    std::vector<std::byte> block(static_cast<std::size_t>(sizes.Inflated));
+    Inflate(stream, block);
+    return block;
+}
+
+/// Samples: an unused word, the size, the data.
+void ReadSamples(LevelReading& reading)
+{
+    constexpr std::size_t kSampleHeadBytes = 8;
+    ByteReader& reader = reading.Reader;
+    LevelData& level = reading.Level;
+    reader.Section("samples");
+    level.NumSamples = ReadCount(reader, CountRule::Positive);
+    if (static_cast<std::size_t>(level.NumSamples) > reader.Left() / kSampleHeadBytes)
+        reader.Fail("a count of " + std::to_string(level.NumSamples));
+    level.Samples.resize(static_cast<std::size_t>(level.NumSamples));
+    for (Sample& sample : level.Samples) {
+        reader.Skip(4);
+        const auto size = reader.Read<std::int32_t>();
+        if (size <= 0)
+            continue;
+        const auto bytes = reader.TakeTable(size, 1);
+        sample.Data.assign(bytes.begin(), bytes.end());
+    }
+}
+
+/// Nothing of a room is needed but its length.
+void SkipRoom(ByteReader& reader)
+{
+    reader.Skip(16);                                   // position
+    reader.SkipTable(reader.Read<std::int32_t>(), 2);  // geometry, in 16-bit words
+    reader.SkipTable(reader.Read<std::int16_t>(), 32); // portals
+    const auto zSectors = reader.Read<std::int16_t>();
+    const auto xSectors = reader.Read<std::int16_t>();
+    if (zSectors < 0 || xSectors < 0)
+        reader.Fail("a negative count of sectors");
+    reader.SkipTable(std::int64_t{zSectors} * xSectors, 8);
+    reader.Skip(4);                                    // ambient light
+    reader.SkipTable(reader.Read<std::int16_t>(), 46); // lights
+    reader.SkipTable(reader.Read<std::int16_t>(), 20); // static meshes
+    reader.Skip(7);                                    // alternate room, flags
+}
+
+void SkipRooms(LevelReading& reading)
+{
+    ByteReader& reader = reading.Reader;
+    reader.Section("rooms");
+    reader.Skip(4);
+    const auto count = reader.Read<std::int16_t>();
+    if (count < 0)
+        reader.Fail("a count of " + std::to_string(count));
+    reading.State.RoomCount = count;
+    for (std::int16_t i = 0; i < count; ++i)
+        SkipRoom(reader);
+    SkipTable(reader, "floor data", 2);
+}
+
+void ReadLevelBlock(LevelReading& reading)
+{
+    SkipRooms(reading);
+    ReadObjects(reading, kLayout);
+    reading.Reader.Section("sprite mark");
+    reading.Reader.Skip(3);
+    SkipScenery(reading.Reader);
+    reading.Reader.Skip(4); // mark of the object textures
+    ReadObjectTexturesTR45(reading, 8);
+    SkipItemsTR45(reading.Reader);
+    ReadSoundMap(reading, kLayout);
+    ReadSampleIndices(reading, kLayout);
+}
+
+} // namespace
+
+void ReadTR4(LevelReading& reading)
+{
+    ReadTileBlocks(reading);
+    const auto block = InflateLevelBlock(reading.Reader);
+    ReadSamples(reading);
+    ByteReader blockReader(block);
+    LevelReading blockReading{blockReader, reading.Level, reading.State, reading.Report};
+    ReadLevelBlock(blockReading);
+}
+
+} // namespace morlik

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "base/Reporter.h"
+#include "level/LevelData.h"
+#include "level/TR_Main.h"
+
+#include <string>
+
+namespace morlik
+{
+
+/// The texture sheet of a level: an uncompressed 24-bit TGA picture, 256 pixels wide, tiles one
+/// above the other. A header of 18 bytes, then rows of 256 pixels of 3 bytes, B, G, R, from the
+/// bottom of the picture to its top:
+///
+///   the room tiles
+///   the bump tiles of Tomb Raider IV and V, half a tile (128 rows) each, above the room tiles
+///
+/// In both parts the level's first row is the topmost. The object tiles are left out.
+
+/// Sets `NumRoomTiles` of a Tomb Raider I to III level, whose file doesn't tell it: the highest
+/// tile that a face of a room uses, and those below it. Levels of other games stay as they are.
+void CountRoomTiles(LevelData& level);
+
+/// Writes the texture sheet of a level. Tiles that the level lacks are magenta. Progress goes to
+/// the window's caption, which is put back at the end. Gives whether the file is complete; if not,
+/// the user has got the message.
+bool SaveTGA(const std::string& fileName, LevelData& level, const TrMainState& state,
+             Reporter& report);
+
+} // namespace morlik

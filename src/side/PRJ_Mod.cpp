@@ -1,0 +1,212 @@
+#include "side/PRJ_Mod.h"
+
+#include "base/Files.h"
+#include "base/Narrow.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace morlik
+{
+
+namespace
+{
+
+constexpr std::string_view kSignature = "PROJFILE";
+
+constexpr std::int16_t kEmptySlot = 1;
+constexpr std::int16_t kRoomState = -1;
+
+/// Rooms are numbered by signed words, so no project has more slots than that.
+constexpr std::int32_t kMostSlots = std::numeric_limits<std::int16_t>::max();
+
+constexpr std::size_t kNameBytes = 80;
+constexpr std::size_t kItemBytes = 42;
+constexpr std::size_t kBlockBytes = 32 + 14 * 8 + 4;
+constexpr std::size_t kTableBytes = (2 + 2000 + 1 + 768 + 1 + 512) * 4;
+constexpr std::size_t kTrailBytes = 8;
+
+/// The two types of objects: bytes of the body that all have, and what the long type adds.
+constexpr std::int16_t kPlainObject = 8;
+constexpr std::int16_t kLongObject = 0x10;
+constexpr std::size_t kObjectBody = 2 * 2 + 4 + 3 * 2 + 3 * 4 + 3 * 2;
+constexpr std::size_t kLongObjectRest = 5 * 2;
+
+/// Bytes behind the type word of a second object; nothing for a type that is not known.
+std::optional<std::size_t> Object2Body(std::int16_t type)
+{
+    switch (type) {
+    case 0x4000:
+    case 0x4020:
+    case 0x4100:
+    case 0x4200:
+    case 0x5000:
+    case 0x6000:
+        return 18 + 22 + 30;
+    case 0x4040:
+    case 0x4080:
+    case 0x4864:
+    case 0x4400:
+    case 0x4c00:
+        return 40;
+    default:
+        return std::nullopt;
+    }
+}
+
+std::string ReadText(ByteReader& reader, std::size_t size)
+{
+    const auto bytes = reader.Take(size);
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+/// The count of a list and the words that follow it, one for each entry.
+std::int16_t ReadListHead(ByteReader& reader)
+{
+    const auto count = std::max<std::int16_t>(reader.Read<std::int16_t>(), 0);
+    reader.SkipTable(count, sizeof(std::int16_t));
+    return count;
+}
+
+/// One reading of a project, section by section in file order.
+class PRJReading
+{
+public:
+    PRJReading(ByteReader& reader, PRJData& project, Reporter& report)
+        : reader_(reader), project_(project), report_(report)
+    {
+    }
+
+    void ReadRooms()
+    {
+        reader_.Section("room slots");
+        project_.NumRoomSlots = reader_.Read<std::int32_t>();
+        if (project_.NumRoomSlots < 1 || project_.NumRoomSlots > kMostSlots)
+            reader_.Fail("a number of slots of " + std::to_string(project_.NumRoomSlots));
+        project_.Rooms.resize(static_cast<std::size_t>(project_.NumRoomSlots));
+        for (PRJRoom& room : project_.Rooms)
+            if (reader_.Read<std::int16_t>() != kEmptySlot)
+                ReadRoom(room);
+    }
+
+    void ReadTail()
+    {
+        reader_.Section("tables");
+        reader_.Skip(kTableBytes);
+        reader_.Section("texture file");
+        project_.TextureFile = ReadPRJString(reader_);
+        reader_.Section("trail records");
+        project_.NumTrailRecords = reader_.Read<std::int16_t>();
+        reader_.SkipTable(std::max<std::int16_t>(project_.NumTrailRecords, 0), kTrailBytes);
+    }
+
+private:
+    void ReadRoom(PRJRoom& room)
+    {
+        reader_.Section("room");
+        room.Name = ReadText(reader_, kNameBytes);
+        room.State = kRoomState;
+        room.Index = Word(project_.NumRooms++);
+        reader_.Skip(3 * 4 + 5 * 2);
+        room.BlockColumns = reader_.Read<std::int16_t>();
+        room.BlockRows = reader_.Read<std::int16_t>();
+        reader_.Skip(3 * 2);
+        reader_.SkipTable(ReadListHead(reader_), kItemBytes);
+        reader_.Section("objects");
+        ReadObjects(room.ObjectTypes);
+        reader_.Skip(4);
+        reader_.Section("second objects");
+        ReadObjects2(room.Object2Types);
+        reader_.Section("blocks");
+        reader_.Skip(2 * 2 + 3 + 2);
+        SkipBlocks(room);
+    }
+
+    void ReadObjects(std::vector<std::int16_t>& types)
+    {
+        for (auto left = ReadListHead(reader_); left > 0; --left) {
+            const auto type = reader_.Read<std::int16_t>();
+            types.push_back(type);
+            reader_.Skip(kObjectBody);
+            if (type == kLongObject)
+                reader_.Skip(kLongObjectRest);
+            else if (type != kPlainObject)
+                report_.Message("Unknown object found -" + std::to_string(type));
+        }
+    }
+
+    void ReadObjects2(std::vector<std::int16_t>& types)
+    {
+        for (auto left = ReadListHead(reader_); left > 0; --left) {
+            const auto type = reader_.Read<std::int16_t>();
+            types.push_back(type);
+            if (const auto body = Object2Body(type))
+                reader_.Skip(*body);
+            else
+                report_.Message("Unknown object2 -" + std::to_string(type));
+        }
+    }
+
+    void SkipBlocks(const PRJRoom& room)
+    {
+        if (room.BlockColumns < 0 || room.BlockRows < 0)
+            reader_.Fail(std::to_string(room.BlockColumns) + " by " +
+                         std::to_string(room.BlockRows) + " blocks");
+        reader_.SkipTable(std::int64_t{room.BlockColumns} * room.BlockRows, kBlockBytes);
+    }
+
+    ByteReader& reader_;
+    PRJData& project_;
+    Reporter& report_;
+};
+
+std::optional<FileBytes> LoadFile(const std::string& fileName, Reporter& report)
+{
+    try {
+        return FileBytes::Load(fileName);
+    } catch (const FileFailure& failure) {
+        report.Message(failure.what());
+    } catch (const ReadFailure& failure) {
+        report.Message("Can't open " + fileName + ": " + failure.what());
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+PRJData ReadPRJ(const std::string& fileName, TrMainState& state, Reporter& report)
+{
+    const auto file = LoadFile(fileName, report);
+    if (!file)
+        return {};
+    ByteReader reader(file->Bytes());
+    PRJData project;
+    project.Signature = ReadText(reader, std::min(kSignature.size(), reader.Left()));
+    if (project.Signature != kSignature) {
+        report.Message("Not a project file!");
+        return {};
+    }
+    state.LevelIsLoaded = 0;
+    try {
+        project.Version = reader.Read<std::int32_t>();
+        PRJReading reading(reader, project, report);
+        reading.ReadRooms();
+        reading.ReadTail();
+        return project;
+    } catch (const ReadFailure& failure) {
+        report.LogLine(failure.what());
+        report.Message("ReadPRJ -> Error reading PRJ file!");
+        return {};
+    }
+}
+
+std::string ReadPRJString(ByteReader& reader)
+{
+    std::string text;
+    for (char c = reader.Read<char>(); c != ' '; c = reader.Read<char>())
+        text += c;
+    return text;
+}
+
+} // namespace morlik
