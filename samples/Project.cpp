@@ -1,0 +1,136 @@
+#include "samples/Project.h"
+
+#include <algorithm>
+
+namespace morlik::samples
+{
+
+namespace
+{
+
+constexpr std::int16_t kEmptySlot = 1;
+
+void PutText(MarkedWriter& out, std::string_view text)
+{
+    out.PutBytes(std::as_bytes(std::span(text)));
+}
+
+/// Bytes of a second object behind its type word.
+std::size_t SecondBodyBytes(std::int16_t type)
+{
+    constexpr std::size_t kLongTypes = 6;
+    const auto* const found = std::find(kSecondObjectTypes.begin(), kSecondObjectTypes.end(), type);
+    if (found == kSecondObjectTypes.end())
+        return 0;
+    return found - kSecondObjectTypes.begin() < std::ptrdiff_t{kLongTypes} ? 70 : 40;
+}
+
+/// A count and a word for each entry.
+void WriteIndexList(MarkedWriter& out, const std::string& name, std::size_t count)
+{
+    out.Section(name);
+    out.Count<std::int16_t>(name, count);
+    for (std::size_t i = 0; i < count; ++i)
+        out.Put(narrow<std::int16_t>(i));
+}
+
+void WriteObjects(MarkedWriter& out, const ProjectRoom& room, const std::string& name)
+{
+    constexpr std::size_t kObjectBytes = 32; // behind the type word
+    constexpr std::size_t kLongExtra = 10;
+    WriteIndexList(out, name + " objects", room.Objects.size());
+    for (const std::int16_t type : room.Objects) {
+        out.Put(type);
+        out.PutFiller(type == kLongObject ? kObjectBytes + kLongExtra : kObjectBytes);
+    }
+    out.PutFiller(4);
+    WriteIndexList(out, name + " second objects", room.SecondObjects.size());
+    for (const std::int16_t type : room.SecondObjects) {
+        out.Put(type);
+        out.PutFiller(SecondBodyBytes(type));
+    }
+}
+
+void WriteBlocks(MarkedWriter& out, const ProjectRoom& room, const std::string& name)
+{
+    constexpr std::size_t kEndBytes = 9; // two words, three bytes, a word
+    constexpr std::size_t kBlockBytes = 148;
+    out.Section(name + " blocks");
+    out.PutFiller(kEndBytes);
+    out.PutFiller(kBlockBytes * static_cast<std::size_t>(room.BlockColumns) *
+                  static_cast<std::size_t>(room.BlockRows));
+}
+
+void WriteRoom(MarkedWriter& out, const ProjectRoom& room, const std::string& name)
+{
+    constexpr std::size_t kNameBytes = 80;
+    constexpr std::size_t kItemBytes = 42;
+    out.Section(name);
+    out.Put(room.SlotWord);
+    if (room.SlotWord == kEmptySlot)
+        return;
+    std::string padded = room.Name;
+    padded.resize(kNameBytes);
+    PutText(out, padded);
+    out.PutFiller(12 + 6 + 4);
+    out.Count<std::int16_t>(name + " columns", static_cast<std::size_t>(room.BlockColumns));
+    out.Count<std::int16_t>(name + " rows", static_cast<std::size_t>(room.BlockRows));
+    out.PutFiller(6);
+    WriteIndexList(out, name + " items", room.NumItems);
+    out.PutFiller(kItemBytes * room.NumItems);
+    WriteObjects(out, room, name);
+    WriteBlocks(out, room, name);
+}
+
+/// Tables behind the rooms, the name of the texture file and the trail.
+void WriteTail(MarkedWriter& out, const ProjectContent& project)
+{
+    constexpr std::size_t kTableBytes = 4 + 4 + 8000 + 4 + 3072 + 4 + 2048;
+    constexpr std::size_t kTrailBytes = 8;
+    out.Section("Tables");
+    out.PutFiller(kTableBytes);
+    out.Section("Texture file");
+    PutText(out, project.TextureFile + " ");
+    out.Section("Trail");
+    out.Count<std::int16_t>("Trail", project.NumTrailRecords);
+    out.PutFiller(kTrailBytes * project.NumTrailRecords);
+}
+
+} // namespace
+
+ProjectContent MakeProject()
+{
+    ProjectContent project;
+    project.TextureFile = "C:\\TEXTURES.TGA";
+    project.NumTrailRecords = 3;
+    project.Rooms.resize(4);
+    project.Rooms[0].Name = "Courtyard";
+    project.Rooms[0].NumItems = 2;
+    project.Rooms[0].Objects = {kPlainObject, kLongObject, kPlainObject};
+    project.Rooms[0].SecondObjects.assign(kSecondObjectTypes.begin(), kSecondObjectTypes.end());
+    project.Rooms[1].SlotWord = kEmptySlot;
+    project.Rooms[2].Name = "Mill";
+    project.Rooms[2].BlockColumns = 3;
+    project.Rooms[2].BlockRows = 5;
+    project.Rooms[2].SecondObjects = {kSecondObjectTypes.back()};
+    project.Rooms[3].SlotWord = -1;
+    project.Rooms[3].Name = "Cellar";
+    project.Rooms[3].NumItems = 1;
+    return project;
+}
+
+LevelFile WriteProject(const ProjectContent& project)
+{
+    MarkedWriter out;
+    out.Section("Magic");
+    PutText(out, project.Magic);
+    out.Put(project.Version);
+    out.Section("Rooms");
+    out.Count<std::int32_t>("Rooms", project.Rooms.size());
+    for (std::size_t r = 0; r < project.Rooms.size(); ++r)
+        WriteRoom(out, project.Rooms[r], "Room " + std::to_string(r));
+    WriteTail(out, project);
+    return std::move(out).Finish();
+}
+
+} // namespace morlik::samples
