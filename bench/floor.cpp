@@ -1,0 +1,63 @@
+// The floor of a conversion: reads the level, inflates its streams and writes files of the same
+// sizes, and does nothing else.
+// usage: morlik-floor LEVEL OUTPUT_FOLDER (inflate=OFFSET,COMPRESSED,INFLATED | write=SIZE)...
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <vector>
+#include <zlib.h>
+
+namespace
+{
+
+std::vector<char> ReadAll(const char* path)
+{
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    std::vector<char> bytes(static_cast<std::size_t>(file.tellg()));
+    file.seekg(0);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
+void Inflate(const std::vector<char>& level, const char* numbers)
+{
+    unsigned long offset = 0;
+    unsigned long compressed = 0;
+    unsigned long inflated = 0;
+    if (std::sscanf(numbers, "%lu,%lu,%lu", &offset, &compressed, &inflated) != 3) // NOLINT
+        return;
+    std::vector<char> target(inflated);
+    uncompress(reinterpret_cast<Bytef*>(target.data()), &inflated,
+               reinterpret_cast<const Bytef*>(level.data()) + offset, compressed);
+}
+
+void Write(const std::vector<char>& level, const std::string& path, std::size_t size)
+{
+    std::ofstream file(path, std::ios::binary);
+    for (std::size_t left = size; left > 0;) {
+        const auto part = std::min(left, level.size());
+        file.write(level.data(), static_cast<std::streamsize>(part));
+        left -= part;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 3)
+        return EXIT_FAILURE;
+    const auto level = ReadAll(argv[1]);
+    for (int i = 3; i < argc; ++i) {
+        const std::string step = argv[i];
+        if (step.rfind("inflate=", 0) == 0)
+            Inflate(level, argv[i] + 8);
+        else
+            Write(level, std::string(argv[2]) + "/" + std::to_string(i),
+                  std::strtoul(argv[i] + 6, nullptr, 10));
+    }
+    return EXIT_SUCCESS;
+}
