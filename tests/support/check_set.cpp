@@ -1,0 +1,26 @@
+#include "tests/support/ObjectSetCheck.h"
+
+#include <iostream>
+#include <string>
+
+/// morlik-check SET.was GAME: runs every check over the files of an object set and prints what it
+/// finds. Exit status 0 good, 1 complaints or no WAD file, 2 wrong use.
+int main(int argc, char** argv)
+{
+    const std::string set = argc == 3 ? argv[1] : "";
+    const std::string number = argc == 3 ? argv[2] : "";
+    const int game = number.size() == 1 ? number[0] - '0' : 0;
+    if (set.size() < 5 || set[set.size() - 4] != '.' || game < 1 || game > 5) {
+        std::cerr << "usage: morlik-check SET.was GAME    (GAME is 1 to 5)\n";
+        return 2;
+    }
+    const auto report = morlik::test::CheckSet(set.substr(0, set.size() - 4), game);
+    for (const std::string& extension : report.Missing)
+        std::cout << "skipped: there is no " << extension << " file\n";
+    for (const std::string& problem : report.Problems)
+        std::cout << problem << '\n';
+    const bool hasWad = report.Missing.empty() || report.Missing.front() != ".wad";
+    const bool good = hasWad && report.Problems.empty();
+    std::cout << (good ? "good" : "NOT good") << '\n';
+    return good ? 0 : 1;
+}
