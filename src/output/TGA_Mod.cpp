@@ -90,8 +90,8 @@ private:
 std::vector<std::byte> BuildBody(const std::array<SheetPart, 2>& parts,
                                  const PixelConverter& converter, CaptionProgress& progress)
 {
-    const auto height = static_cast<std::size_t>(parts[0].NumRows + parts[1].NumRows);
-    std::vector<std::byte> body(height * kRowBytes);
+    const auto rows = narrow<std::size_t>(parts[0].NumRows + parts[1].NumRows);
+    std::vector<std::byte> body(rows * kRowBytes);
     std::byte* out = body.data();
     std::int32_t row = 0;
     for (const SheetPart& part : parts)
@@ -125,8 +125,8 @@ void RaiseToTiles(std::int32_t& highest, const std::vector<RoomFace<Corners>>& f
 {
     for (const auto& face : faces)
         if (face.Texture > 0 && static_cast<std::size_t>(face.Texture) < textures.size())
-            highest = std::max<std::int32_t>(
-                highest, textures[static_cast<std::size_t>(face.Texture)].Tile);
+            highest = std::max<std::int32_t>(highest,
+                                             textures[static_cast<std::size_t>(face.Texture)].Tile);
 }
 
 } // namespace

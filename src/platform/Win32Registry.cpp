@@ -58,10 +58,9 @@ bool Win32Registry::SetValue(RootKey root, const std::string& key, const std::st
 {
     const OpenKey open(root, key, KEY_SET_VALUE);
     const DWORD type = value.Type == RegistryType::Text ? REG_SZ : REG_BINARY;
-    return open.IsOpen() &&
-           RegSetValueExA(open.Handle(), name.c_str(), 0, type,
-                          reinterpret_cast<const BYTE*>(value.Bytes.data()),
-                          static_cast<DWORD>(value.Bytes.size())) == ERROR_SUCCESS;
+    return open.IsOpen() && RegSetValueExA(open.Handle(), name.c_str(), 0, type,
+                                           reinterpret_cast<const BYTE*>(value.Bytes.data()),
+                                           static_cast<DWORD>(value.Bytes.size())) == ERROR_SUCCESS;
 }
 
 std::optional<RegistryValue> Win32Registry::QueryValue(RootKey root, const std::string& key,

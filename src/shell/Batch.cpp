@@ -41,11 +41,12 @@ std::string GetTitle(const std::string& path)
     return title;
 }
 
-bool RunBatch(Session& session, const std::string& commandLine)
+bool RunBatch(Session& session, Registry& registry, const std::string& commandLine)
 {
     Reporter& report = session.Report;
     report.LogLine("MORLIK started with command line '" + commandLine + "'");
     report.LogLine("Reading settings");
+    session.Settings = LoadSettings(registry, report);
     report.LogLine("Loading TR4Objects.dat");
     LoadObjectIDs("", session.Names, report);
     const auto paths = CutBatchLine(commandLine);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Registry.h"
 #include "shell/Session.h"
 
 #include <optional>
@@ -32,6 +33,6 @@ std::optional<BatchPaths> CutBatchLine(const std::string& commandLine);
 std::string GetTitle(const std::string& path);
 
 /// Reads one level, saves one object set, shows one message. Gives whether the set is complete.
-bool RunBatch(Session& session, const std::string& commandLine);
+bool RunBatch(Session& session, Registry& registry, const std::string& commandLine);
 
 } // namespace morlik

@@ -5,12 +5,17 @@
 namespace morlik
 {
 
-void LoadLevel(Session& session, const std::string& path)
+void TakeVersion(Session& session)
 {
-    session.Level = ReadTR(path, session.State, session.Report);
     if (session.State.LevelVersion == kTR1Gold)
         session.State.LevelVersion = kTR1;
     session.Level.Version = session.State.LevelVersion;
+}
+
+void LoadLevel(Session& session, const std::string& path)
+{
+    session.Level = ReadTR(path, session.State, session.Report);
+    TakeVersion(session);
 }
 
 bool SaveLevel(Session& session, const std::string& fileName)

@@ -4,7 +4,9 @@
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 #include "level/TR_Main.h"
+#include "shell/Settings_Mod.h"
 #include "side/MainSFX_Mod.h"
+#include "side/PRJ_Mod.h"
 
 #include <string>
 
@@ -16,16 +18,26 @@ struct Session
 {
     explicit Session(Host& host) : Report(host) {}
 
-    Reporter Report;
+    morlik::Reporter Report;
+    morlik::Settings Settings;
     ObjectNames Names;
     TrMainState State;
-    MainSFXState MainSFX;
-    FileDialog FMLoad;      ///< the open dialog, which keeps its file name from one use to the next
     LevelData Level;        ///< the current level
     std::string LevelTitle; ///< its file name, without the folder
+    MainSFXState MainSFX;
+    PRJData ProjectData;
+    FileDialog FMLoad;     ///< the open dialog, which keeps its file name from one use to the next
+    FileDialog FMSave;     ///< the save dialog
+    std::string TitleText; ///< what window captions begin with; empty in batch mode
 };
 
-/// Reads the level at `path` and makes it the current one. A Gold level counts as Tomb Raider I.
+/// Filter of the save dialog while no command uses it.
+inline constexpr const char* kSaveFilterAtRest = "WAD Objects(*.morbun)|*.morbun";
+
+/// Gives a level that was just read its version code. A Gold level counts as Tomb Raider I.
+void TakeVersion(Session& session);
+
+/// Reads the level at `path` and makes it the current one.
 void LoadLevel(Session& session, const std::string& path);
 
 /// Saves the object set of the current level as `fileName`; see `SaveWAD`.

@@ -9,9 +9,9 @@ namespace morlik
 {
 
 /// Key of the settings that belong to this program alone.
-inline constexpr const char* kProgramKey = "HKEY_LOCAL_MACHINE\\software\\Torvand";
+inline constexpr const char* kProgramKey = R"(HKEY_LOCAL_MACHINE\software\Torvand)";
 /// Key of the folders, shared with the sibling tool.
-inline constexpr const char* kFoldersKey = "HKEY_LOCAL_MACHINE\\software\\Torvand\\Sorbling";
+inline constexpr const char* kFoldersKey = R"(HKEY_LOCAL_MACHINE\software\Torvand\Sorbling)";
 
 /// The settings, each under its own name in the registry. A folder that can't be read is "Err".
 struct Settings

@@ -50,7 +50,7 @@ struct PRJData
     std::string Signature;
     std::int32_t Version = 0;
     std::int32_t NumRoomSlots = 0;
-    std::int32_t NumRooms = 0; ///< slots that aren't empty
+    std::int32_t NumRooms = 0;  ///< slots that aren't empty
     std::vector<PRJRoom> Rooms; ///< one for each slot
     std::string TextureFile;
     std::int16_t NumTrailRecords = 0;

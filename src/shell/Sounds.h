@@ -1,0 +1,38 @@
+#pragma once
+
+#include "base/Reporter.h"
+#include "level/LevelData.h"
+#include "side/MainSFX_Mod.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace morlik
+{
+
+/// One line of the sound list.
+struct SoundEntry
+{
+    std::string Text;
+    std::int32_t Sample = 0; ///< index in `Samples` of the level, or in `MainSFXSamples`
+};
+
+/// The samples of a level of Tomb Raider I, IV or V, under the first slot of the sound map that
+/// names their sound; sounds without a slot are left out.
+/// A line: "TR4 Sound 12-0 (812 bytes)".
+std::vector<SoundEntry> LevelSounds(const LevelData& level);
+
+/// The samples of `main.sfx`. A line: "TR3 Sound 5 - 812 bytes".
+std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX);
+
+/// Writes every sample of the level's sounds as `base` + " " + slot + "-" + number + ".wav". Here
+/// the first 370 slots count in all games, and sounds without a slot go to slot 0.
+/// `FileFailure` where a file can't be written; samples that do not exist are told in the log.
+void WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report);
+
+/// Writes every sample of `main.sfx` as `base` + number + ".wav".
+void WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX);
+
+} // namespace morlik

@@ -1,0 +1,296 @@
+#include "shell/window/MainControls.h"
+
+#include "shell/window/ToolIcons.h"
+
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace morlik
+{
+
+namespace
+{
+
+/// The inner size of the window was laid out in twips, 15 to a pixel of a screen with 96 dots to
+/// the inch: 7050 by 8250.
+constexpr int kWidth = 7050 / 15;
+constexpr int kHeight = 8250 / 15;
+constexpr int kRoomsLeft = 7080 / 15;
+
+template <class Control, class... Arguments>
+Control* Make(const char* name, Arguments&&... arguments)
+{
+    auto* control = new Control(std::forward<Arguments>(arguments)...);
+    control->setObjectName(name);
+    return control;
+}
+
+QAction* MakeAction(QMenu* menu, const char* name, const char* caption, bool enabled = true,
+                    const QKeySequence& shortcut = {})
+{
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setEnabled(enabled);
+    action->setShortcut(shortcut);
+    return action;
+}
+
+QMenu* MakeMenuOf(QMenuBar* bar, const char* name, const char* caption)
+{
+    QMenu* menu = bar->addMenu(caption);
+    menu->setObjectName(name);
+    return menu;
+}
+
+QLineEdit* MakeFilter(const char* name)
+{
+    auto* filter = Make<QLineEdit>(name);
+    filter->setPlaceholderText("Filter");
+    filter->setClearButtonEnabled(true);
+    filter->setToolTip("Show only the entries that hold this text");
+    return filter;
+}
+
+/// A button of the toolbar that opens `menu` beside its own command.
+QAction* MakeMenuButton(QToolBar* bar, const char* name, ToolPicture picture, const char* tip,
+                        QMenu* menu)
+{
+    auto* action = Make<QAction>(name, ToolIcon(picture), QString(tip), bar);
+    action->setToolTip(tip);
+    action->setMenu(menu);
+    bar->addAction(action);
+    if (auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
+        button->setPopupMode(QToolButton::MenuButtonPopup);
+    return action;
+}
+
+QAction* MakeCheckButton(QToolBar* bar, const char* name, ToolPicture picture, const char* tip,
+                         bool pressed)
+{
+    auto* action = Make<QAction>(name, ToolIcon(picture), QString(tip), bar);
+    action->setToolTip(tip);
+    action->setCheckable(true);
+    action->setChecked(pressed);
+    bar->addAction(action);
+    return action;
+}
+
+} // namespace
+
+MainControls::MainControls(QMainWindow& window)
+{
+    window.setWindowTitle("Morlik 1.7");
+    MakeMenu(window);
+    MakeToolbar(window);
+    LayOut(window);
+    SetTabOrder();
+    window.resize(kWidth, kHeight + window.menuBar()->sizeHint().height());
+    PlaceRooms();
+}
+
+void MainControls::MakeMenu(QMainWindow& window)
+{
+    QMenu* file = MakeMenuOf(window.menuBar(), "Mnu_File", "&File");
+    Mnu_File_LoadTR = MakeAction(file, "Mnu_File_LoadTR", "&Load TR", true, QKeySequence::Open);
+    Mnu_File_LoadPRJ = MakeAction(file, "Mnu_File_LoadPRJ", "Load &PRJ", false);
+    file->addSeparator()->setObjectName("Mnu_File_Line1");
+    Mnu_File_SaveWAD = MakeAction(file, "Mnu_File_SaveWAD", "&Save WAD", true, QKeySequence::Save);
+    Mnu_File_SaveTGA = MakeAction(file, "Mnu_File_SaveTGA", "Save T&GA");
+    Mnu_File_SavePRJ = MakeAction(file, "Mnu_File_SavePRJ", "Save P&RJ", false);
+    Mnu_File_SaveTR = MakeAction(file, "Mnu_File_SaveTR", "Save &TR", false);
+    file->addSeparator()->setObjectName("Mnu_File_Line2");
+    Mnu_File_Quit = MakeAction(file, "Mnu_File_Quit", "&Quit", true, QKeySequence("Ctrl+Q"));
+
+    QMenu* edit = MakeMenuOf(window.menuBar(), "Mnu_Edit", "&Edit");
+    Mnu_Edit_Move = MakeAction(edit, "Mnu_Edit_Move", "&Moveable Mode");
+    Mnu_Edit_Static = MakeAction(edit, "Mnu_Edit_Static", "&Static Mesh Mode");
+    Mnu_Edit_Sprite = MakeAction(edit, "Mnu_Edit_Sprite", "S&prite Mode", false);
+    for (QAction* mode : {Mnu_Edit_Move, Mnu_Edit_Static, Mnu_Edit_Sprite})
+        mode->setCheckable(true);
+    Mnu_Edit_Move->setChecked(true);
+
+    QMenu* go = MakeMenuOf(window.menuBar(), "Mnu_Go", "&Go");
+    Mnu_Go_Recent = go->addMenu("&Recent Files");
+    Mnu_Go_Recent->setObjectName("Mnu_Go_Recent");
+    Mnu_Go_Reload = MakeAction(go, "Mnu_Go_Reload", "Re&load", true, QKeySequence("F5"));
+    Mnu_Go_Previous =
+        MakeAction(go, "Mnu_Go_Previous", "&Previous Level in Folder", true, QKeySequence("F6"));
+    Mnu_Go_Next = MakeAction(go, "Mnu_Go_Next", "&Next Level in Folder", true, QKeySequence("F7"));
+
+    QMenu* help = MakeMenuOf(window.menuBar(), "Mnu_Help", "&Help");
+    Mnu_Help_About = MakeAction(help, "Mnu_Help_About", "&About", true, QKeySequence("F1"));
+}
+
+void MainControls::MakeToolbar(QMainWindow& window)
+{
+    TB = Make<QToolBar>("TB", "Toolbar", &window);
+    TB->setMovable(false);
+    TB->setIconSize({16, 16});
+    TB->setContextMenuPolicy(Qt::PreventContextMenu);
+    window.addToolBar(TB);
+
+    auto* open = new QMenu(TB);
+    TB_Open_TR = MakeAction(open, "TB_Open_TR", "Open TR");
+    TB_Open_PRJ = MakeAction(open, "TB_Open_PRJ", "Open PRJ", false);
+    TB_Open = MakeMenuButton(TB, "TB_Open", ToolPicture::Open, "Open", open);
+
+    auto* save = new QMenu(TB);
+    TB_Save_WAS = MakeAction(save, "TB_Save_WAS", "Save WAS");
+    TB_Save_TGA = MakeAction(save, "TB_Save_TGA", "Save TGA");
+    TB_Save_PRJ = MakeAction(save, "TB_Save_PRJ", "Save PRJ", false);
+    TB_Save_TR = MakeAction(save, "TB_Save_TR", "Save TR", false);
+    TB_Save = MakeMenuButton(TB, "TB_Save", ToolPicture::Save, "Save", save);
+
+    TB->addSeparator();
+    TB_Moveables =
+        MakeCheckButton(TB, "TB_Moveables", ToolPicture::Moveables, "Moveable Mode", true);
+    TB_Statics = MakeCheckButton(TB, "TB_Statics", ToolPicture::Statics, "Static Mode", false);
+    TB_Sprites = MakeCheckButton(TB, "TB_Sprites", ToolPicture::Sprites, "Sprite Mode", false);
+}
+
+QWidget* MainControls::MakeLevelFrame()
+{
+    Frame2 = Make<QGroupBox>("Frame2", "Level");
+    LevelType = Make<QLabel>("LevelType", "No level loaded");
+    LaraType = Make<QComboBox>("LaraType");
+    LaraType->addItems(
+        {"Normal Lara", "Young Lara", "Catsuit Lara", "Diving Suit", "Invisible Lara"});
+    Weather = Make<QComboBox>("Weather");
+    Weather->addItems({"No weather", "Rain", "Snow"});
+    auto* row = new QHBoxLayout(Frame2);
+    row->addWidget(LevelType, 1);
+    row->addWidget(LaraType);
+    row->addWidget(Weather);
+    return Frame2;
+}
+
+QWidget* MainControls::MakeOptionsFrame()
+{
+    Frame4 = Make<QGroupBox>("Frame4", "Options");
+    TR5Kelder = Make<QCheckBox>("TR5Kelder", "Make TR5 compatible with TRKelder");
+    TR5Kelder->setChecked(true);
+    TR5Kelder->setEnabled(false);
+    ExpSpr = Make<QCheckBox>("ExpSpr", "Export Sprites");
+    ExpSpr->setEnabled(false);
+    SkyFix = Make<QCheckBox>("SkyFix", "Update Horizon");
+    SkyFix->setToolTip("This will update the TR2&3 horizon to make the clouds visible when using "
+                       "it in TR4 levels");
+    auto* column = new QVBoxLayout(Frame4);
+    for (QCheckBox* box : {TR5Kelder, ExpSpr, SkyFix})
+        column->addWidget(box);
+    return Frame4;
+}
+
+QWidget* MainControls::MakeObjectsFrame()
+{
+    Frame1 = Make<QGroupBox>("Frame1", "Objects");
+    ObjFilter = MakeFilter("ObjFilter");
+    ObjList = Make<QListWidget>("ObjList");
+    ObjectID = Make<QLabel>("ObjectID", "ID 0");
+    ObjName = Make<QLineEdit>("ObjName");
+    ObjName->setEnabled(false);
+    ObjName->setToolTip("Change the name of this object");
+    SaveID = Make<QPushButton>("SaveID", "Write IDs");
+    SaveID->setToolTip("Write the object names.");
+    auto* row = new QHBoxLayout;
+    row->addWidget(ObjectID, 1);
+    row->addWidget(SaveID);
+    auto* column = new QVBoxLayout(Frame1);
+    column->addWidget(ObjFilter);
+    column->addWidget(ObjList, 1);
+    column->addLayout(row);
+    column->addWidget(ObjName);
+    return Frame1;
+}
+
+QWidget* MainControls::MakeSoundsFrame()
+{
+    SndFrame = Make<QGroupBox>("SndFrame", "Sounds");
+    SndFilter = MakeFilter("SndFilter");
+    SndLst = Make<QListWidget>("SndLst");
+    SndSave = Make<QPushButton>("SndSave", "Save");
+    SndSaveAll = Make<QPushButton>("SndSaveAll", "Save All");
+    auto* row = new QHBoxLayout;
+    row->addWidget(SndSave);
+    row->addWidget(SndSaveAll);
+    auto* column = new QVBoxLayout(SndFrame);
+    column->addWidget(SndFilter);
+    column->addWidget(SndLst, 1);
+    column->addLayout(row);
+    return SndFrame;
+}
+
+void MainControls::MakeRoomsFrame(QWidget* parent)
+{
+    Frame3 = Make<QGroupBox>("Frame3", "Rooms", parent);
+    RoomList = Make<QListWidget>("RoomList");
+    NumRooms = Make<QLabel>("NumRooms", "0 Rooms");
+    auto* column = new QVBoxLayout(Frame3);
+    column->addWidget(RoomList, 1);
+    column->addWidget(NumRooms);
+    // Nothing of it can be seen, so the Tab key must not go there.
+    RoomList->setFocusPolicy(Qt::NoFocus);
+}
+
+void MainControls::MakeFoot()
+{
+    Event = Make<QLabel>("Event", "Ready.");
+    Prog = Make<QProgressBar>("Prog");
+    Prog->setRange(0, 100);
+    Prog->setValue(0);
+    Prog->setTextVisible(false);
+    Foot = Make<QLabel>("Foot");
+    Foot->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Foot->setFocusPolicy(Qt::NoFocus);
+    Foot->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
+
+void MainControls::LayOut(QMainWindow& window)
+{
+    auto* inner = new QWidget(&window);
+    auto* left = new QVBoxLayout;
+    auto* right = new QVBoxLayout;
+    auto* columns = new QHBoxLayout;
+    auto* whole = new QVBoxLayout(inner);
+    whole->addWidget(MakeLevelFrame());
+    whole->addLayout(columns, 1);
+    columns->addLayout(left, 2);
+    columns->addLayout(right, 1);
+    left->addWidget(MakeObjectsFrame(), 1);
+    right->addWidget(MakeOptionsFrame());
+    right->addWidget(MakeSoundsFrame(), 1);
+    MakeFoot();
+    left->addWidget(Event);
+    left->addWidget(Prog);
+    whole->addWidget(Foot);
+    MakeRoomsFrame(inner);
+    window.setCentralWidget(inner);
+}
+
+void MainControls::SetTabOrder() const
+{
+    QWidget* last = nullptr;
+    for (QWidget* next : std::initializer_list<QWidget*>{
+             ObjFilter, ObjList, ObjName, SaveID, SkyFix, ExpSpr, TR5Kelder, SndFilter, SndLst,
+             SndSave, SndSaveAll, LaraType, Weather}) {
+        if (last != nullptr)
+            QWidget::setTabOrder(last, next);
+        last = next;
+    }
+}
+
+void MainControls::PlaceRooms() const
+{
+    const QWidget* inner = Frame3->parentWidget();
+    Frame3->setGeometry(std::max(kRoomsLeft, inner->width() + 2), 0, 160, inner->height());
+}
+
+void FilterList(QListWidget& list, const QString& text)
+{
+    for (int row = 0; row < list.count(); ++row)
+        list.setRowHidden(row, !list.item(row)->text().contains(text, Qt::CaseInsensitive));
+}
+
+} // namespace morlik

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QToolBar>
+
+namespace morlik
+{
+
+/// The commands of the toolbar, by the keys of its buttons.
+enum class ToolKey : int
+{
+    Open = 1,
+    Save = 2,
+    Moveables = 10,
+    Statics = 11,
+    Sprites = 12,
+};
+
+/// The controls of the main window. Each member's name is the control's Qt object name too.
+/// They are owned by the window.
+struct MainControls
+{
+    /// Makes all controls as they are at the start and lays them out in `window`.
+    explicit MainControls(QMainWindow& window);
+
+    QToolBar* TB;
+    QAction* TB_Open;
+    QAction* TB_Save;
+    QAction* TB_Moveables; ///< pressed: the list shows moveables; this is the mode
+    QAction* TB_Statics;
+    QAction* TB_Sprites;
+    QAction* TB_Open_TR;
+    QAction* TB_Open_PRJ;
+    QAction* TB_Save_WAS;
+    QAction* TB_Save_TGA;
+    QAction* TB_Save_PRJ;
+    QAction* TB_Save_TR;
+
+    QGroupBox* Frame2; ///< "Level"
+    QLabel* LevelType;
+    QComboBox* LaraType;
+    QComboBox* Weather;
+
+    QGroupBox* Frame4; ///< "Options"
+    QCheckBox* TR5Kelder;
+    QCheckBox* ExpSpr;
+    QCheckBox* SkyFix;
+
+    QGroupBox* Frame1; ///< "Objects"
+    QLineEdit* ObjFilter;
+    QListWidget* ObjList;
+    QLabel* ObjectID;
+    QLineEdit* ObjName;
+    QPushButton* SaveID;
+
+    QGroupBox* SndFrame; ///< "Sounds"
+    QLineEdit* SndFilter;
+    QListWidget* SndLst;
+    QPushButton* SndSave;
+    QPushButton* SndSaveAll;
+
+    QGroupBox* Frame3; ///< "Rooms", beyond the window's right edge
+    QListWidget* RoomList;
+    QLabel* NumRooms;
+
+    QLabel* Event;
+    QProgressBar* Prog;
+    QLabel* Foot; ///< where the last set went
+
+    QAction* Mnu_File_LoadTR;
+    QAction* Mnu_File_LoadPRJ;
+    QAction* Mnu_File_SaveWAD;
+    QAction* Mnu_File_SaveTGA;
+    QAction* Mnu_File_SavePRJ;
+    QAction* Mnu_File_SaveTR;
+    QAction* Mnu_File_Quit;
+    QAction* Mnu_Edit_Move;
+    QAction* Mnu_Edit_Static;
+    QAction* Mnu_Edit_Sprite;
+    QMenu* Mnu_Go_Recent;
+    QAction* Mnu_Go_Reload;
+    QAction* Mnu_Go_Previous;
+    QAction* Mnu_Go_Next;
+    QAction* Mnu_Help_About;
+
+    /// Keeps `Frame3` beyond the right edge of the window.
+    void PlaceRooms() const;
+
+private:
+    void MakeMenu(QMainWindow& window);
+    void MakeToolbar(QMainWindow& window);
+    QWidget* MakeLevelFrame();
+    QWidget* MakeOptionsFrame();
+    QWidget* MakeObjectsFrame();
+    QWidget* MakeSoundsFrame();
+    void MakeRoomsFrame(QWidget* parent);
+    void MakeFoot();
+    void LayOut(QMainWindow& window);
+    void SetTabOrder() const;
+};
+
+/// Hides the entries of `list` that do not hold `text`. The others keep their rows, which are
+/// their numbers in the level.
+void FilterList(QListWidget& list, const QString& text);
+
+} // namespace morlik

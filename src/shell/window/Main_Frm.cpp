@@ -1,0 +1,194 @@
+// The window itself: its start and end, and which command each control gives. What a load does
+// stands in Main_Load.cpp, the object list in Main_Browse.cpp, the saves in Main_Save.cpp.
+
+#include "shell/window/Main_Frm.h"
+
+#include "output/Samples.h"
+#include "shell/MORLIK_Main.h"
+#include "shell/ObjectID_Mod.h"
+#include "shell/Register_Mod.h"
+#include "shell/window/Text.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
+
+namespace morlik
+{
+
+Main_Frm::Main_Frm(Session& session, RecentFiles& recent)
+    : session_(session), host_(session.Report.TheHost()), recent_(recent), controls_(*this)
+{
+    setObjectName("Main_Frm");
+    setAcceptDrops(true);
+    session_.FMLoad.Filter = kOpenFilter;
+    session_.FMSave.Filter = kSaveFilterAtRest;
+    session_.FMSave.Folder = "C:\\Program Files\\Core Design\\trle\\graphics\\wads";
+    ConnectCommands();
+    ConnectToolbar();
+    ConnectLists();
+    FillRecentMenu();
+}
+
+bool Main_Frm::Start(Registry& registry, const QString& file)
+{
+    Guard([&] { FormLoad(registry, file); });
+    return !ended_;
+}
+
+void Main_Frm::FormLoad(Registry& registry, const QString& file)
+{
+    Reporter& report = session_.Report;
+    report.LogLine("Reading settings");
+    session_.Settings = LoadSettings(registry, report);
+    const VersionRecord version;
+    const auto write = [&](const char* name, std::int16_t number) {
+        RegWriteBinary(registry, kProgramKey, name, std::to_string(number), report);
+    };
+    write("MORLIKMinor", version.Minor);
+    write("MORLIKMajor", version.Major);
+    write("MORLIKRev", version.Revision);
+    session_.TitleText = BuildVersionString(version);
+    report.LogLine("Loading TR4Objects.dat");
+    LoadObjectIDs("", session_.Names, report);
+    RegWriteText(registry, kProgramKey, "MorlikFile",
+                 FromPath(host_.ProgramFolder()) + "\\MORLIK.exe", report);
+    show();
+    if (file.isEmpty())
+        DoLoadTR();
+    else
+        LoadAsChosen(file);
+    const std::string& chosen = session_.FMLoad.FileName;
+    session_.Settings.LevelFolder = chosen.substr(0, LastFolderEnd(chosen));
+    SaveSettings(session_.Settings, registry, report);
+}
+
+void Main_Frm::Guard(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const ProgramEnd&) {
+        End(1);
+    } catch (const std::exception& failure) {
+        session_.Report.Message(failure.what(), kErrorTitle);
+        End(1);
+    }
+}
+
+void Main_Frm::On(QAction* trigger, const std::function<void()>& action)
+{
+    connect(trigger, &QAction::triggered, this, [this, action] { Guard(action); });
+}
+
+void Main_Frm::End(int exitCode)
+{
+    exitCode_ = exitCode;
+    ended_ = true;
+    about_.reset();
+    hide();
+    QCoreApplication::exit(exitCode);
+}
+
+void Main_Frm::ConnectCommands()
+{
+    On(controls_.Mnu_File_LoadTR, [this] { DoLoadTR(); });
+    On(controls_.Mnu_File_SaveWAD, [this] { DoSaveWAS(); });
+    On(controls_.Mnu_File_SaveTGA, [this] { DoSaveTGA(); });
+    On(controls_.Mnu_File_Quit, [this] { End(0); });
+    On(controls_.Mnu_Edit_Move, [this] { SwitchMode(true); });
+    On(controls_.Mnu_Edit_Static, [this] { SwitchMode(false); });
+    On(controls_.Mnu_Go_Reload, [this] { ReloadFile(); });
+    On(controls_.Mnu_Go_Previous, [this] { StepInFolder(-1); });
+    On(controls_.Mnu_Go_Next, [this] { StepInFolder(1); });
+    On(controls_.Mnu_Help_About, [this] { ShowAbout(); });
+}
+
+void Main_Frm::ConnectToolbar()
+{
+    On(controls_.TB_Open, [this] { DoLoadTR(); });
+    On(controls_.TB_Open_TR, [this] { DoLoadTR(); });
+    On(controls_.TB_Open_PRJ, [this] { DoLoadPRJ(""); });
+    On(controls_.TB_Save, [this] { DoSaveWAS(); });
+    On(controls_.TB_Save_WAS, [this] { DoSaveWAS(); });
+    On(controls_.TB_Save_TGA, [this] { DoSaveTGA(); });
+    On(controls_.TB_Moveables, [this] { ModeButton_Click(*controls_.TB_Moveables, true); });
+    On(controls_.TB_Statics, [this] { ModeButton_Click(*controls_.TB_Statics, false); });
+    On(controls_.TB_Sprites, [this] {
+        controls_.TB_Sprites->setChecked(false);
+        session_.Report.Message("Sorry, no sprite support yet");
+    });
+    const auto unfinished = [this] {
+        session_.Report.Message("Sorry, this feature isn't completed yet.");
+    };
+    On(controls_.TB_Save_PRJ, unfinished);
+}
+
+void Main_Frm::ConnectLists()
+{
+    connect(controls_.ObjList, &QListWidget::itemSelectionChanged, this,
+            [this] { Guard([this] { ObjList_Click(); }); });
+    connect(controls_.ObjName, &QLineEdit::textChanged, this,
+            [this](const QString& text) { Guard([&] { ObjName_Change(text); }); });
+    controls_.ObjName->installEventFilter(this);
+    connect(controls_.ObjFilter, &QLineEdit::textChanged, this,
+            [this](const QString& text) { FilterList(*controls_.ObjList, text); });
+    connect(controls_.SndFilter, &QLineEdit::textChanged, this,
+            [this](const QString& text) { FilterList(*controls_.SndLst, text); });
+    connect(controls_.SndSave, &QPushButton::clicked, this,
+            [this] { Guard([this] { SndSave_Click(); }); });
+    connect(controls_.SndSaveAll, &QPushButton::clicked, this,
+            [this] { Guard([this] { SndSaveAll_Click(); }); });
+    connect(controls_.SaveID, &QPushButton::clicked, this,
+            [this] { TellFoot("The names last for this run; no file is changed."); });
+}
+
+void Main_Frm::ShowAbout()
+{
+    about_ = std::make_unique<About_Frm>(host_, [this] { setEnabled(true); });
+    setEnabled(false);
+    about_->show();
+}
+
+void Main_Frm::closeEvent(QCloseEvent* event)
+{
+    if (busy_) {
+        event->ignore();
+        return;
+    }
+    session_.Report.Log.Abandon();
+    End(exitCode_);
+    event->accept();
+}
+
+void Main_Frm::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    controls_.PlaceRooms();
+}
+
+void Main_Frm::dragEnterEvent(QDragEnterEvent* event)
+{
+    const auto urls = event->mimeData()->urls();
+    if (!busy_ && urls.size() == 1 && urls.front().isLocalFile())
+        event->acceptProposedAction();
+}
+
+void Main_Frm::dropEvent(QDropEvent* event)
+{
+    const QString path = event->mimeData()->urls().front().toLocalFile();
+    event->acceptProposedAction();
+    Guard([&] { LoadAsChosen(path); });
+}
+
+bool Main_Frm::eventFilter(QObject* object, QEvent* event)
+{
+    // A click in the field marks the whole name, so that typing replaces it.
+    if (object == controls_.ObjName && event->type() == QEvent::MouseButtonRelease)
+        controls_.ObjName->selectAll();
+    return QMainWindow::eventFilter(object, event);
+}
+
+} // namespace morlik

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "base/Registry.h"
+#include "shell/Session.h"
+#include "shell/Sounds.h"
+#include "shell/window/About_Frm.h"
+#include "shell/window/MainControls.h"
+#include "shell/window/RecentFiles.h"
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+namespace morlik
+{
+
+/// The program's window: a list of the level's objects, its properties, options and sounds, and
+/// the commands. It works on the session; the outside is reached through the session's Host.
+/// A failure that ends the program is caught at the edge of each event: the window closes, and
+/// `ExitCode` is 1.
+class Main_Frm : public QMainWindow
+{
+public:
+    explicit Main_Frm(Session& session, RecentFiles& recent);
+
+    /// The interactive start: settings, version values, catalogue, the window, and `file` or, where
+    /// that is empty, the open dialog. Gives false when the program is to end at once.
+    bool Start(Registry& registry, const QString& file);
+
+    MainControls& Controls() { return controls_; }
+    int ExitCode() const { return exitCode_; }
+
+    /// Loads a file as if it had been chosen in the open dialog.
+    void LoadAsChosen(const QString& path);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    /// Runs the action of an event; an end of the program in it ends the window.
+    void Guard(const std::function<void()>& action);
+    /// Calls `action` under guard when `trigger` is triggered.
+    void On(QAction* trigger, const std::function<void()>& action);
+    void End(int exitCode);
+
+    void ConnectCommands();
+    void ConnectToolbar();
+    void ConnectLists();
+
+    void FormLoad(Registry& registry, const QString& file);
+    void DoLoadTR();
+    void LoadChosen();
+    void LoadLevelFile();
+    void LoadMainSFX();
+    void DoLoadPRJ(const std::string& path);
+    void ShowLevelType();
+    void ListLevelSounds();
+    void ListSounds(const std::vector<SoundEntry>& entries);
+    void ListRooms();
+
+    bool IsMoveableMode() const { return controls_.TB_Moveables->isChecked(); }
+    void ModeButton_Click(QAction& button, bool moveables);
+    void SwitchMode(bool moveables);
+    void ShowMode(bool moveables);
+    void FillObjects();
+    void ObjList_Click();
+    void ObjName_Change(const QString& text);
+    /// Object id of an entry of the object list, by the current mode; nothing for no entry.
+    std::optional<std::int32_t> IDOf(int row) const;
+
+    void DoSaveWAS();
+    void DoSaveTGA();
+    void SndSave_Click();
+    void SndSaveAll_Click();
+    /// Asks for a file to save; gives whether a name came back.
+    bool AskToSave(const char* filter);
+    /// Runs long work with the window's commands off.
+    void Work(const std::function<void()>& action);
+    void TellFoot(const QString& text) { controls_.Foot->setText(text); }
+
+    void ReloadFile();
+    void StepInFolder(int step);
+    void FillRecentMenu();
+    void ShowAbout();
+
+    Session& session_;
+    Host& host_;
+    RecentFiles& recent_;
+    MainControls controls_;
+    std::unique_ptr<About_Frm> about_;
+    std::string loadedFile_; ///< the file that was loaded last, for reload and steps
+    bool busy_ = false;
+    bool ended_ = false;
+    int exitCode_ = 0;
+};
+
+} // namespace morlik

@@ -1,0 +1,207 @@
+// Loads: which of the three kinds of file it is, and how the controls are filled from it.
+
+#include "base/Text.h"
+#include "shell/window/Main_Frm.h"
+#include "shell/window/Text.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QScopedValueRollback>
+#include <array>
+
+namespace morlik
+{
+
+namespace
+{
+
+/// Lara types of Tomb Raider V by the entry of the list that names them.
+constexpr std::array<std::int16_t, 5> kLaraTypes{0, 1, 3, 4, 6};
+
+const char* LevelCaption(std::int16_t version)
+{
+    switch (version) {
+    case kTR1:
+        return "Tomb Raider I level";
+    case kTR1Gold:
+        return "Tomb Raider I Gold level";
+    case kTR2:
+        return "Tomb Raider II level";
+    case kTR3:
+        return "Tomb Raider III level";
+    case kTR4:
+        return "Tomb Raider IV level";
+    default:
+        return "Tomb Raider V level";
+    }
+}
+
+} // namespace
+
+void Main_Frm::DoLoadTR()
+{
+    session_.FMLoad.Folder = session_.Settings.LevelFolder;
+    host_.ShowOpen(session_.FMLoad);
+    LoadChosen();
+}
+
+void Main_Frm::LoadAsChosen(const QString& path)
+{
+    session_.FMLoad.FileName =
+        ToPathText(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()));
+    LoadChosen();
+}
+
+/// A cancel leaves the last name in the dialog, which loads that file again; without a name, at the
+/// first dialog of a run, the program ends.
+void Main_Frm::LoadChosen()
+{
+    const std::string path = session_.FMLoad.FileName;
+    if (path.empty())
+        throw ProgramEnd("no file was chosen");
+    if (ToLower(FileTitle(path)) == "main.sfx") {
+        LoadMainSFX();
+    } else {
+        for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
+            frame->setEnabled(true);
+        if (EndsWithNoCase(path, "prj"))
+            DoLoadPRJ(path);
+        else
+            LoadLevelFile();
+    }
+    loadedFile_ = path;
+    TellFoot("");
+    recent_.Add(FromPathText(path));
+    FillRecentMenu();
+}
+
+void Main_Frm::LoadLevelFile()
+{
+    const std::string path = session_.FMLoad.FileName;
+    session_.LevelTitle = FileTitle(path);
+    show();
+    session_.Report.LogLine("Loading level");
+    session_.Level = ReadTR(path, session_.State, session_.Report);
+    ShowLevelType();
+    TakeVersion(session_);
+    const std::int32_t version = session_.Level.Version;
+    controls_.SkyFix->setEnabled(version == kTR2 || version == kTR3);
+    session_.Report.LogLine("Listing objects");
+    FillObjects();
+    if (version < kTR5) {
+        for (QComboBox* list : {controls_.LaraType, controls_.Weather}) {
+            list->setCurrentIndex(0);
+            list->setEnabled(false);
+        }
+    }
+    ListLevelSounds();
+}
+
+void Main_Frm::ShowLevelType()
+{
+    controls_.LevelType->setText(LevelCaption(session_.State.LevelVersion));
+    if (session_.State.LevelVersion != kTR5)
+        return;
+    const std::int16_t weather = session_.Level.WeatherType;
+    if (weather >= 0 && weather < controls_.Weather->count())
+        controls_.Weather->setCurrentIndex(weather);
+    controls_.LaraType->setEnabled(true);
+    controls_.Weather->setEnabled(true);
+    for (std::size_t i = 0; i < kLaraTypes.size(); ++i)
+        if (kLaraTypes[i] == session_.Level.LaraType)
+            controls_.LaraType->setCurrentIndex(static_cast<int>(i));
+}
+
+/// Levels of Tomb Raider II and III have no samples of their own.
+void Main_Frm::ListLevelSounds()
+{
+    session_.Report.LogLine("Listing sounds");
+    const std::int32_t version = session_.Level.Version;
+    const bool hasSamples = version != kTR2 && version != kTR3;
+    ListSounds(hasSamples ? LevelSounds(session_.Level) : std::vector<SoundEntry>());
+    controls_.SndFrame->setEnabled(hasSamples);
+}
+
+void Main_Frm::ListSounds(const std::vector<SoundEntry>& entries)
+{
+    controls_.SndLst->clear();
+    for (const SoundEntry& entry : entries) {
+        auto* item = new QListWidgetItem(FromText(entry.Text), controls_.SndLst);
+        item->setData(Qt::UserRole, entry.Sample);
+    }
+    FilterList(*controls_.SndLst, controls_.SndFilter->text());
+}
+
+void Main_Frm::LoadMainSFX()
+{
+    if (!ReadMainSFX(session_.FMLoad.FileName, session_.MainSFX, session_.Report))
+        return;
+    session_.State.LevelVersion = kMainSFXVersion;
+    for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
+        frame->setEnabled(false);
+    ListSounds(MainSFXSounds(session_.MainSFX));
+}
+
+void Main_Frm::DoLoadPRJ(const std::string& path)
+{
+    FileDialog& dialog = session_.FMLoad;
+    if (path.empty()) {
+        const QScopedValueRollback<std::string> filter(dialog.Filter, "PRJ files(*.prj)|*.prj");
+        dialog.Folder = session_.Settings.LevelFolder;
+        host_.ShowOpen(dialog);
+        if (dialog.FileName.empty())
+            return;
+    }
+    session_.LevelTitle = FileTitle(dialog.FileName);
+    show();
+    session_.ProjectData = ReadPRJ(dialog.FileName, session_.State, session_.Report);
+    ListRooms();
+}
+
+void Main_Frm::ListRooms()
+{
+    const PRJData& project = session_.ProjectData;
+    controls_.NumRooms->setText(QString(" %1 Rooms").arg(project.NumRoomSlots));
+    controls_.RoomList->clear();
+    for (std::size_t i = 0; i < project.Rooms.size(); ++i)
+        controls_.RoomList->addItem(project.Rooms[i].State == -1 ? QString("Room %1").arg(i)
+                                                                 : QString("Empty room"));
+}
+
+void Main_Frm::ReloadFile()
+{
+    if (loadedFile_.empty())
+        host_.Beep();
+    else
+        LoadAsChosen(FromPathText(loadedFile_));
+}
+
+/// The file `step` places behind the loaded one among the levels of its folder, by name.
+void Main_Frm::StepInFolder(int step)
+{
+    const QFileInfo loaded(FromPathText(loadedFile_));
+    const auto files = loaded.dir().entryInfoList({"*.phd", "*.tub", "*.tr2", "*.tr4", "*.trc"},
+                                                  QDir::Files, QDir::Name | QDir::IgnoreCase);
+    const auto at = files.indexOf(loaded) + step;
+    if (loadedFile_.empty() || !files.contains(loaded) || at < 0 || at >= files.size())
+        host_.Beep();
+    else
+        LoadAsChosen(files[at].filePath());
+}
+
+void Main_Frm::FillRecentMenu()
+{
+    QMenu* menu = controls_.Mnu_Go_Recent;
+    menu->clear();
+    for (const QString& path : recent_.List()) {
+        QString caption = path;
+        caption.replace('&', "&&");
+        // The menu is made anew by the load, so the load must wait until its entry has returned.
+        connect(
+            menu->addAction(caption), &QAction::triggered, this,
+            [this, path] { Guard([&] { LoadAsChosen(path); }); }, Qt::QueuedConnection);
+    }
+    menu->setEnabled(!menu->isEmpty());
+}
+
+} // namespace morlik

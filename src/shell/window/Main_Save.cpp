@@ -1,0 +1,156 @@
+// The commands that write files: the object set, the texture sheet, the sounds.
+
+#include "output/TGA_Mod.h"
+#include "shell/window/Main_Frm.h"
+#include "shell/window/Text.h"
+
+#include <QMenuBar>
+
+namespace morlik
+{
+
+namespace
+{
+
+constexpr const char* kWavFilter = "wav files(*.wav)|*.wav";
+
+/// Turns the window's commands off as long as it lives; the foot with its bar stays as it is.
+class BusyScope
+{
+public:
+    BusyScope(QMainWindow& window, MainControls& controls, bool& busy)
+        : busy_(busy), focus_(window.focusWidget())
+    {
+        busy_ = true;
+        for (QAction* action : window.findChildren<QAction*>())
+            if (action->isEnabled())
+                TurnOff(action);
+        for (QWidget* widget :
+             std::initializer_list<QWidget*>{window.menuBar(), controls.TB, controls.Frame1,
+                                             controls.Frame2, controls.Frame4, controls.SndFrame})
+            if (widget->isEnabled())
+                TurnOff(widget);
+    }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+    ~BusyScope()
+    {
+        for (const auto& turnOn : turnOn_)
+            turnOn();
+        if (focus_ != nullptr)
+            focus_->setFocus();
+        busy_ = false;
+    }
+
+private:
+    template <class Control>
+    void TurnOff(Control* control)
+    {
+        control->setEnabled(false);
+        turnOn_.emplace_back([control] { control->setEnabled(true); });
+    }
+
+    bool& busy_;
+    QWidget* focus_; ///< a control that is turned off loses the keys
+    std::vector<std::function<void()>> turnOn_;
+};
+
+} // namespace
+
+void Main_Frm::Work(const std::function<void()>& action)
+{
+    const BusyScope scope(*this, controls_, busy_);
+    action();
+}
+
+bool Main_Frm::AskToSave(const char* filter)
+{
+    FileDialog& dialog = session_.FMSave;
+    dialog.Filter = filter;
+    dialog.FileName.clear();
+    host_.ShowSave(dialog);
+    return !dialog.FileName.empty();
+}
+
+void Main_Frm::DoSaveWAS()
+{
+    if (session_.State.LevelIsLoaded == 0) {
+        host_.Beep();
+        return;
+    }
+    FileDialog& dialog = session_.FMSave;
+    dialog.Folder = session_.Settings.DestWADFolder;
+    if (!AskToSave("WAS files (*.was)|*.was"))
+        return;
+    // The save may ask for the main.sfx of the game, which people keep with their levels.
+    session_.FMLoad.Folder = loadedFile_.substr(0, LastFolderEnd(loadedFile_));
+    const bool listsMainSFX = session_.State.LevelVersion == kMainSFXVersion;
+    bool complete = false;
+    Work([&] { complete = SaveLevel(session_, dialog.FileName); });
+    if (listsMainSFX)
+        ListSounds(MainSFXSounds(session_.MainSFX));
+    TellFoot(complete ? "Saved " + FromPathText(dialog.FileName)
+                      : "The object set is not complete.");
+    dialog.Filter = kSaveFilterAtRest;
+}
+
+void Main_Frm::DoSaveTGA()
+{
+    if (session_.State.LevelIsLoaded == 0) {
+        host_.Beep();
+        return;
+    }
+    FileDialog& dialog = session_.FMSave;
+    const bool chosen = AskToSave("TGA files(*.tga)|*.tga");
+    dialog.Filter = kSaveFilterAtRest;
+    if (!chosen)
+        return;
+    bool complete = false;
+    Work([&] {
+        complete = SaveTGA(dialog.FileName, session_.Level, session_.State, session_.Report);
+    });
+    if (complete)
+        TellFoot("Saved " + FromPathText(dialog.FileName));
+}
+
+void Main_Frm::SndSave_Click()
+{
+    const auto selected = controls_.SndLst->selectedItems();
+    if (selected.isEmpty()) {
+        host_.Beep();
+        return;
+    }
+    if (!AskToSave(kWavFilter))
+        return;
+    const auto number = static_cast<std::size_t>(selected[0]->data(Qt::UserRole).toInt());
+    const auto& sfx = session_.MainSFX.MainSFXSamples;
+    const auto& samples = session_.Level.Samples;
+    std::span<const std::byte> bytes;
+    if (session_.State.LevelVersion == kMainSFXVersion && number < sfx.size())
+        bytes = sfx[number];
+    else if (session_.State.LevelVersion != kMainSFXVersion && number < samples.size())
+        bytes = samples[number].Data;
+    try {
+        WriteWholeFile(session_.FMSave.FileName, bytes);
+    } catch (const FileFailure& failure) {
+        session_.Report.Message(failure.what());
+    }
+}
+
+void Main_Frm::SndSaveAll_Click()
+{
+    if (!AskToSave(kWavFilter))
+        return;
+    const std::string& path = session_.FMSave.FileName;
+    const auto base = path.substr(0, path.find('.'));
+    try {
+        if (session_.State.LevelVersion == kMainSFXVersion)
+            WriteMainSFXSounds(base, session_.MainSFX);
+        else
+            WriteLevelSounds(base, session_.Level, session_.Report);
+    } catch (const FileFailure& failure) {
+        session_.Report.Message(failure.what());
+    }
+}
+
+} // namespace morlik

@@ -1,0 +1,131 @@
+#include "shell/window/QtHost.h"
+
+#include "platform/Platform.h"
+#include "shell/window/Text.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QUrl>
+
+namespace morlik
+{
+
+namespace
+{
+
+/// Where a dialog starts: its folder with the system's separators, if there is such a folder.
+QString StartFolder(const FileDialog& dialog)
+{
+    return QDir::fromNativeSeparators(FromPathText(dialog.Folder));
+}
+
+void Take(FileDialog& dialog, const QString& chosen)
+{
+    if (!chosen.isEmpty())
+        dialog.FileName = ToPathText(QDir::toNativeSeparators(chosen));
+}
+
+} // namespace
+
+void QtHost::Attach(QMainWindow& window, MainControls& controls)
+{
+    window_ = &window;
+    controls_ = &controls;
+}
+
+void QtHost::ShowMessage(const std::string& text, const std::string& title)
+{
+    QMessageBox box(QMessageBox::NoIcon, FromPathText(title), FromPathText(text), QMessageBox::Ok,
+                    window_);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+void QtHost::ShowOpen(FileDialog& dialog)
+{
+    Take(dialog, QFileDialog::getOpenFileName(window_, "Open", StartFolder(dialog),
+                                              QtFilter(dialog.Filter)));
+}
+
+void QtHost::ShowSave(FileDialog& dialog)
+{
+    Take(dialog, QFileDialog::getSaveFileName(window_, "Save As", StartFolder(dialog),
+                                              QtFilter(dialog.Filter)));
+}
+
+void QtHost::SetEvent(const std::string& text)
+{
+    controls_->Event->setText(FromText(text));
+}
+
+void QtHost::SetProg(float percent)
+{
+    controls_->Prog->setValue(static_cast<int>(percent));
+}
+
+void QtHost::GiveTurn()
+{
+    QApplication::processEvents();
+}
+
+std::string QtHost::Caption() const
+{
+    return ToPathText(window_->windowTitle());
+}
+
+void QtHost::SetCaption(const std::string& text)
+{
+    window_->setWindowTitle(FromPathText(text));
+}
+
+void QtHost::Beep()
+{
+    QApplication::beep();
+}
+
+void QtHost::OpenWebAddress(const std::string& address)
+{
+    QDesktopServices::openUrl(QUrl(FromPathText(address)));
+}
+
+bool QtHost::SkyFix() const
+{
+    return controls_->SkyFix->isChecked();
+}
+
+bool QtHost::ExpSpr() const
+{
+    return controls_->ExpSpr->isChecked();
+}
+
+std::filesystem::path QtHost::ProgramFolder() const
+{
+    return morlik::ProgramFolder();
+}
+
+std::filesystem::path QtHost::StateFolder() const
+{
+    return morlik::StateFolder();
+}
+
+std::string QtHost::ShortDate() const
+{
+    return morlik::ShortDate();
+}
+
+QString QtFilter(const std::string& filter)
+{
+    const QStringList pieces = FromPathText(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
+        QString description = pieces[i];
+        description = description.section('(', 0, 0).trimmed();
+        QString patterns = pieces[i + 1];
+        filters << description + " (" + patterns.replace(';', ' ') + ")";
+    }
+    return filters.join(";;");
+}
+
+} // namespace morlik

@@ -1,0 +1,67 @@
+#include "shell/window/QtRegistry.h"
+
+#include "shell/window/Text.h"
+
+namespace morlik
+{
+
+namespace
+{
+
+/// Entry that tells that a key exists.
+constexpr const char* kKeyMark = "key";
+constexpr const char* kTextMark = "text:";
+constexpr const char* kBinaryMark = "binary:";
+
+/// The group of a key: its root's handle in hexadecimal, then the steps of its path.
+QString GroupOf(RootKey root, const std::string& key)
+{
+    QString group = "registry/" + QString::number(root, 16);
+    if (!key.empty())
+        group += '/' + FromText(key).toLower().replace('\\', '/');
+    return group + '/';
+}
+
+QString EntryOf(RootKey root, const std::string& key, const std::string& name)
+{
+    return GroupOf(root, key) + "values/" + FromText(name).toLower();
+}
+
+} // namespace
+
+bool QtRegistry::CreateKey(RootKey root, const std::string& key)
+{
+    return Store(GroupOf(root, key) + kKeyMark, true);
+}
+
+bool QtRegistry::SetValue(RootKey root, const std::string& key, const std::string& name,
+                          const RegistryValue& value)
+{
+    if (!key.empty() && !store_.contains(GroupOf(root, key) + kKeyMark))
+        return false;
+    const bool text = value.Type == RegistryType::Text;
+    return Store(EntryOf(root, key, name),
+                 text ? kTextMark + FromText(value.Bytes)
+                      : kBinaryMark + QString(QByteArray::fromStdString(value.Bytes).toHex()));
+}
+
+std::optional<RegistryValue> QtRegistry::QueryValue(RootKey root, const std::string& key,
+                                                    const std::string& name)
+{
+    const QString stored = store_.value(EntryOf(root, key, name)).toString();
+    if (stored.startsWith(kTextMark))
+        return RegistryValue{RegistryType::Text, ToText(stored.mid(5))};
+    if (stored.startsWith(kBinaryMark))
+        return RegistryValue{RegistryType::Binary,
+                             QByteArray::fromHex(stored.mid(7).toLatin1()).toStdString()};
+    return std::nullopt;
+}
+
+bool QtRegistry::Store(const QString& entry, const QVariant& value)
+{
+    store_.setValue(entry, value);
+    store_.sync();
+    return store_.status() == QSettings::NoError;
+}
+
+} // namespace morlik

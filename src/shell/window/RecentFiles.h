@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QSettings>
+#include <QStringList>
+
+namespace morlik
+{
+
+/// The files that were opened last, newest first, kept in the user's settings.
+class RecentFiles
+{
+public:
+    explicit RecentFiles(QSettings& store) : store_(store) {}
+
+    QStringList List() const { return store_.value(kKey).toStringList(); }
+
+    void Add(const QString& path)
+    {
+        QStringList files = List();
+        files.removeAll(path);
+        files.prepend(path);
+        store_.setValue(kKey, QStringList(files.mid(0, kMost)));
+    }
+
+private:
+    static constexpr const char* kKey = "window/recent";
+    static constexpr int kMost = 8;
+
+    QSettings& store_;
+};
+
+} // namespace morlik
