@@ -57,7 +57,7 @@ public:
 
     WadMeshSet Run()
     {
-        seenMeshes_.reserve(level_.MeshPointers.size());
+        set_.MeshPointers.reserve(level_.MeshPointers.size());
         // Records are a little larger than what they are made of.
         set_.MeshData.Reserve(level_.MeshData.size() + level_.MeshData.size() / 2);
         for (std::size_t i = 0; i < level_.MeshPointers.size(); ++i) {
@@ -91,8 +91,8 @@ private:
     const LevelData& level_;
     const FaceTables& tables_;
     std::int32_t horizon_;
-    /// Offset of the stored record by offset in the level's mesh data. An array as long as the
-    /// data would look up faster, but its pages cost more than all lookups do.
+    /// Offset of the stored record by offset in the level's mesh data. An array as long as the data
+    /// would be looked up faster, but it has to be cleared before, and most of it is never read.
     std::unordered_map<std::int32_t, std::int32_t> seenMeshes_;
     MeshBudget budget_;
     WadMeshSet set_;

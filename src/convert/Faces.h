@@ -33,7 +33,8 @@ struct FaceTables
 
 /// A mesh in the editor's form: the four face lists become one, plain colours become squares of
 /// the palette tile. A texture of the wrong kind for its face ends the program with a message;
-/// more faces than a record can count are a `ReadFailure`.
+/// more faces than a record can count are a `ReadFailure`. The mesh has been through
+/// `CountTextInfos`, so its textures are known to exist.
 WadMesh ConvertRawMesh(RawMesh mesh, const FaceTables& tables, bool isHorizon, Reporter& report);
 
 } // namespace morlik

@@ -1,5 +1,7 @@
 #include "convert/WadMesh.h"
 
+#include "base/Narrow.h"
+
 namespace morlik
 {
 
@@ -40,7 +42,7 @@ std::int32_t WadMeshSize(const WadMesh& mesh)
 void AppendWadMesh(WadMeshSet& set, const WadMesh& mesh, std::int32_t padding, Reporter& report)
 {
     ByteWriter& writer = set.MeshData;
-    const auto start = static_cast<std::int32_t>(writer.Size());
+    const auto start = narrow<std::int32_t>(writer.Size());
     writer.Put(mesh.Centre);
     writer.Put(mesh.Radius);
     writer.Put(static_cast<std::int16_t>(mesh.Vertices.size()));

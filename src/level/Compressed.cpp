@@ -15,6 +15,8 @@ namespace
 constexpr std::int64_t kTrustedBytes = std::int64_t{64} << 20;
 /// The most that a zlib stream can grow.
 constexpr std::int64_t kMostGrowth = 1032;
+/// No level has a block of this size: textures reach 128 tiles, 32 MiB, at the most.
+constexpr std::int64_t kMostBytes = std::int64_t{128} << 20;
 
 constexpr std::int64_t kPixelBytes32 = 4;
 
@@ -36,8 +38,9 @@ std::span<const std::byte> TakeBlock(ByteReader& reader, BlockSizes& sizes)
 {
     sizes.Inflated = reader.Read<std::int32_t>();
     sizes.Compressed = reader.Read<std::int32_t>();
-    if (sizes.Inflated <= 0 ||
-        (sizes.Inflated > kTrustedBytes && sizes.Inflated / kMostGrowth > sizes.Compressed))
+    const bool tooLong =
+        sizes.Inflated > kTrustedBytes && sizes.Inflated / kMostGrowth > sizes.Compressed;
+    if (sizes.Inflated <= 0 || sizes.Inflated > kMostBytes || tooLong)
         reader.Fail("an inflated size of " + std::to_string(sizes.Inflated));
     return reader.TakeTable(sizes.Compressed, 1);
 }

@@ -76,7 +76,7 @@ using RoomTriangle = RoomFace<3>;
 static_assert(sizeof(RoomRectangle) == 10 && sizeof(RoomTriangle) == 8);
 
 /// A room of Tomb Raider I to III, as far as its faces need it. Its sprites, portals, sectors,
-/// lights and static meshes are passed over by the reader: nothing here works with them.
+/// lights, ambient light and static meshes are passed over by the reader: nothing works with them.
 struct Room
 {
     std::int32_t X = 0; ///< position of the room in the world, in world units

@@ -63,7 +63,7 @@ void SkipRoom(ByteReader& reader)
     reader.Skip(4);                                    // ambient light
     reader.SkipTable(reader.Read<std::int16_t>(), 46); // lights
     reader.SkipTable(reader.Read<std::int16_t>(), 20); // static meshes
-    reader.Skip(7);                                    // alternate room, flags
+    reader.Skip(7);                                    // alternate room, flags, effects
 }
 
 void SkipRooms(LevelReading& reading)

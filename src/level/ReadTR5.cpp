@@ -22,7 +22,8 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
 /// Behind each sample stand the two size words of the next one.
 constexpr std::size_t kSampleGap = 8;
 
-/// Lara and weather words; gives the offset of the first sample, 20 bytes behind the level data.
+/// Lara and weather words; gives the offset of the first sample, 20 bytes behind the word that
+/// holds the size of the level data, and that size further.
 std::size_t ReadHead(LevelReading& reading)
 {
     ByteReader& reader = reading.Reader;

@@ -60,8 +60,8 @@ struct ObjectTextureTR45
     std::int32_t Height = 0; ///< last pixel row less first
 };
 
-/// What the level readers leave beside the level itself. A load fills it anew, but for the
-/// palettes: a level without one leaves the old one in place.
+/// What the level readers leave beside the level itself. A load fills what its game has; what
+/// other games had, such as their palettes, stays in place.
 struct TrMainState
 {
     std::int16_t LevelIsLoaded = 0; ///< -1 from the start of `ReadTR`, 0 after a project load

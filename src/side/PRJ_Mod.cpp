@@ -21,19 +21,19 @@ constexpr std::int16_t kRoomState = -1;
 /// Rooms are numbered by signed words, so no project has more slots than that.
 constexpr std::int32_t kMostSlots = std::numeric_limits<std::int16_t>::max();
 
-constexpr std::size_t kWord = 2; ///< bytes of a 16-bit value
-constexpr std::size_t kLong = 4; ///< bytes of a 32-bit value
+constexpr std::size_t kWord = 2;  ///< bytes of a 16-bit value
+constexpr std::size_t kDword = 4; ///< bytes of a 32-bit value
 
 constexpr std::size_t kNameBytes = 80;
 constexpr std::size_t kItemBytes = 42;
 constexpr std::size_t kBlockBytes = 32 + 14 * 8 + 4;
-constexpr std::size_t kTableBytes = (2 + 2000 + 1 + 768 + 1 + 512) * kLong;
+constexpr std::size_t kTableBytes = (2 + 2000 + 1 + 768 + 1 + 512) * kDword;
 constexpr std::size_t kTrailBytes = 8;
 
 /// The two types of objects: bytes of the body that all have, and what the long type adds.
 constexpr std::int16_t kPlainObject = 8;
 constexpr std::int16_t kLongObject = 0x10;
-constexpr std::size_t kObjectBody = (2 + 3 + 3) * kWord + (1 + 3) * kLong;
+constexpr std::size_t kObjectBody = (2 + 3 + 3) * kWord + (1 + 3) * kDword;
 constexpr std::size_t kLongObjectRest = 5 * kWord;
 
 /// Bytes behind the type word of a second object; nothing for a type that is not known.
@@ -111,14 +111,14 @@ private:
         room.Name = ReadText(reader_, kNameBytes);
         room.State = kRoomState;
         room.Index = Word(project_.NumRooms++);
-        reader_.Skip(3 * kLong + 5 * kWord);
+        reader_.Skip(3 * kDword + 5 * kWord);
         room.BlockColumns = reader_.Read<std::int16_t>();
         room.BlockRows = reader_.Read<std::int16_t>();
         reader_.Skip(3 * kWord);
         reader_.SkipTable(ReadListHead(reader_), kItemBytes);
         reader_.Section("objects");
         ReadObjects(room.ObjectTypes);
-        reader_.Skip(kLong);
+        reader_.Skip(kDword);
         reader_.Section("second objects");
         ReadObjects2(room.Object2Types);
         reader_.Section("blocks");
