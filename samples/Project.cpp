@@ -21,7 +21,7 @@ std::size_t SecondBodyBytes(std::int16_t type)
     constexpr std::size_t kLongTypes = 6;
     const auto* const found = std::find(kSecondObjectTypes.begin(), kSecondObjectTypes.end(), type);
     if (found == kSecondObjectTypes.end())
-        return 0;
+        return type == kLaterSecondObject ? 40 : 0;
     return found - kSecondObjectTypes.begin() < std::ptrdiff_t{kLongTypes} ? 70 : 40;
 }
 
@@ -34,14 +34,14 @@ void WriteIndexList(MarkedWriter& out, const std::string& name, std::size_t coun
         out.Put(narrow<std::int16_t>(i));
 }
 
-void WriteObjects(MarkedWriter& out, const ProjectRoom& room, const std::string& name)
+void WriteObjects(MarkedWriter& out, const ProjectRoom& room, const std::string& name, bool later)
 {
-    constexpr std::size_t kObjectBytes = 32; // behind the type word
+    const std::size_t objectBytes = later ? 40 : 32; // behind the type word
     constexpr std::size_t kLongExtra = 10;
     WriteIndexList(out, name + " objects", room.Objects.size());
     for (const std::int16_t type : room.Objects) {
         out.Put(type);
-        out.PutFiller(type == kLongObject ? kObjectBytes + kLongExtra : kObjectBytes);
+        out.PutFiller(type == kLongObject ? objectBytes + kLongExtra : objectBytes);
     }
     out.PutFiller(4);
     WriteIndexList(out, name + " second objects", room.SecondObjects.size());
@@ -51,17 +51,17 @@ void WriteObjects(MarkedWriter& out, const ProjectRoom& room, const std::string&
     }
 }
 
-void WriteBlocks(MarkedWriter& out, const ProjectRoom& room, const std::string& name)
+void WriteBlocks(MarkedWriter& out, const ProjectRoom& room, const std::string& name, bool later)
 {
     constexpr std::size_t kEndBytes = 9; // two words, three bytes, a word
-    constexpr std::size_t kBlockBytes = 148;
+    const std::size_t blockBytes = later ? 140 : 148;
     out.Section(name + " blocks");
     out.PutFiller(kEndBytes);
-    out.PutFiller(kBlockBytes * static_cast<std::size_t>(room.BlockColumns) *
+    out.PutFiller(blockBytes * static_cast<std::size_t>(room.BlockColumns) *
                   static_cast<std::size_t>(room.BlockRows));
 }
 
-void WriteRoom(MarkedWriter& out, const ProjectRoom& room, const std::string& name)
+void WriteRoom(MarkedWriter& out, const ProjectRoom& room, const std::string& name, bool later)
 {
     constexpr std::size_t kNameBytes = 80;
     constexpr std::size_t kItemBytes = 42;
@@ -78,8 +78,8 @@ void WriteRoom(MarkedWriter& out, const ProjectRoom& room, const std::string& na
     out.PutFiller(6);
     WriteIndexList(out, name + " items", room.NumItems);
     out.PutFiller(kItemBytes * room.NumItems);
-    WriteObjects(out, room, name);
-    WriteBlocks(out, room, name);
+    WriteObjects(out, room, name, later);
+    WriteBlocks(out, room, name, later);
 }
 
 /// Tables behind the rooms, the name of the texture file and the trail.
@@ -128,7 +128,7 @@ LevelFile WriteProject(const ProjectContent& project)
     out.Section("Rooms");
     out.Count<std::int32_t>("Rooms", project.Rooms.size());
     for (std::size_t r = 0; r < project.Rooms.size(); ++r)
-        WriteRoom(out, project.Rooms[r], "Room " + std::to_string(r));
+        WriteRoom(out, project.Rooms[r], "Room " + std::to_string(r), project.Later);
     WriteTail(out, project);
     return std::move(out).Finish();
 }

@@ -2,6 +2,8 @@
 
 #include "base/Narrow.h"
 
+#include <algorithm>
+#include <bit>
 #include <stdexcept>
 
 namespace morlik::samples
@@ -122,6 +124,32 @@ std::int16_t AddTriangleTexture(LevelContent& level, const TextureBox& box,
     }
     level.ObjectTexturesTR45.push_back(TriangleTextureTR45(box, cornerCode));
     return narrow<std::int16_t>(level.ObjectTexturesTR45.size() - 1);
+}
+
+void MakeFractional(LevelContent& level)
+{
+    const auto place = [](std::array<TextureCorner, 4>& corners, std::size_t used,
+                          std::size_t turn) {
+        const auto end = corners.begin() + static_cast<std::ptrdiff_t>(used);
+        std::rotate(corners.begin(), corners.begin() + static_cast<std::ptrdiff_t>(turn % used),
+                    end);
+        for (auto corner = corners.begin(); corner != end; ++corner)
+            corner->XCoord = corner->YCoord = 0x7f;
+    };
+    std::size_t turn = 0;
+    for (ObjectTexture& texture : level.ObjectTextures) {
+        const TextureCorner& last = texture.Corners[3];
+        const bool triangle = last.XCoord == 0 && last.YCoord == 0;
+        place(texture.Corners, triangle ? 3 : 4, turn++);
+    }
+    const auto asFloat = [](std::int32_t pixels) {
+        return std::bit_cast<std::int32_t>(static_cast<float>(pixels * 256));
+    };
+    for (ObjectTextureTR45& texture : level.ObjectTexturesTR45) {
+        place(texture.Corners, texture.Tile < 0 ? 3 : 4, turn++);
+        texture.Width = asFloat(texture.Width);
+        texture.Height = asFloat(texture.Height);
+    }
 }
 
 } // namespace morlik::samples

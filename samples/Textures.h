@@ -45,4 +45,8 @@ std::int16_t AddRectangleTexture(LevelContent& level, const TextureBox& box, boo
 std::int16_t AddTriangleTexture(LevelContent& level, const TextureBox& box,
                                 std::uint16_t cornerCode);
 
+/// Brings all textures to the form of newer level compilers: corners lie at half pixels, sizes of
+/// Tomb Raider IV and V are floats, and each texture begins at another of its corners.
+void MakeFractional(LevelContent& level);
+
 } // namespace morlik::samples

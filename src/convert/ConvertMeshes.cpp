@@ -2,6 +2,7 @@
 
 #include "convert/Faces.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace morlik
@@ -39,6 +40,22 @@ void CheckTextureCount(std::size_t count, Reporter& report)
         report.Stop("To many object textures in level - can't continue!");
     }
     report.LogLine(number + " TextInfos found");
+}
+
+/// The sign of a rectangle's texture number mirrors it, and 0 has none: a mirrored first texture
+/// would lie the wrong way. Levels of the games' own tools keep the order of their textures all
+/// the same; in others a texture that nothing mirrors takes the number 0.
+void KeepSignOfFirst(std::vector<std::int32_t>& used, const TrMainState& state)
+{
+    std::vector<bool> mirrored(state.TextureFlip.size());
+    for (std::size_t i = 0; i < state.TextureFlip.size(); ++i)
+        if (state.TextureFlip[i] == -1)
+            mirrored[static_cast<std::size_t>(state.TextureRemap[i])] = true;
+    const auto plain = std::find_if(used.begin(), used.end(), [&](std::int32_t index) {
+        return !mirrored[static_cast<std::size_t>(index)];
+    });
+    if (plain != used.end())
+        std::rotate(used.begin(), plain, plain + 1);
 }
 
 /// Converts the meshes in the order of the pointer table; one that stands in it again gets the
@@ -106,10 +123,12 @@ std::optional<WadMeshSet> ConvertMeshes(const LevelData& level, const TrMainStat
                                         std::vector<std::int32_t>& textureNumbers, Reporter& report)
 {
     report.LogLine("Converting Meshes");
-    const auto used = CountTextInfos(level, state, report);
+    auto used = CountTextInfos(level, state, report);
     if (!used)
         return std::nullopt;
     CheckTextureCount(used->size(), report);
+    if (state.Fractional)
+        KeepSignOfFirst(*used, state);
     for (const auto index : *used)
         textureNumbers[static_cast<std::size_t>(index)] = numWadTextures++;
     const FaceTables tables{level.Version, state, textureNumbers, numWadTextures};

@@ -2,6 +2,8 @@
 #include "convert/Faces.h"
 #include "convert/Horizon.h"
 
+#include <algorithm>
+
 namespace morlik
 {
 
@@ -54,7 +56,7 @@ private:
         const auto flip = tables_.State.TextureFlip[texture];
         if (flip != 1 && flip != -1)
             report_.Stop("Triangle texture used on rectangle!");
-        Add(kFaceRectangle, face, flip * Number(texture), Flags(face));
+        Add(kFaceRectangle, Turned<4>(face), flip * Number(texture), Flags(face));
     }
 
     void AddTriangle(const RawFace& face)
@@ -63,12 +65,24 @@ private:
         const auto flip = tables_.State.TextureFlip[texture];
         if (flip == 1 || flip == -1)
             report_.Stop("Rectangle texture used on triangle!");
-        Add(kFaceTriangle, face, flip + Number(texture), Flags(face));
+        Add(kFaceTriangle, Turned<3>(face), flip + Number(texture), Flags(face));
     }
 
     WadFace& Add(std::int16_t type, const RawFace& face, std::int32_t texture, std::int16_t flags)
     {
         return faces_.emplace_back(WadFace{type, face.Vertices, Word(texture), flags});
+    }
+
+    /// The face with its vertices turned as its texture needs it.
+    template <std::size_t Corners>
+    RawFace Turned(const RawFace& face) const
+    {
+        const auto texture = static_cast<std::uint16_t>(face.Texture);
+        RawFace turned = face;
+        std::rotate(turned.Vertices.begin(),
+                    turned.Vertices.begin() + tables_.State.TextureTurn[texture],
+                    turned.Vertices.begin() + Corners);
+        return turned;
     }
 
     std::int32_t Number(std::uint16_t texture) const

@@ -1,7 +1,9 @@
 #include "level/Compressed.h"
 
 #include "base/Narrow.h"
+#include "level/ConvertFractional.h"
 #include "level/ConvertTR5TextInfo.h"
+#include "level/TextureForm.h"
 
 #include <zlib.h>
 
@@ -22,8 +24,22 @@ constexpr std::int64_t kPixelBytes32 = 4;
 
 using TextureHeadFields = FieldList<&ObjectTextureTR45::Attribute, &ObjectTextureTR45::Tile,
                                     &ObjectTextureTR45::NewFlags, &ObjectTextureTR45::Corners>;
-static_assert(TextureHeadFields::kBytes == 22);
 using TextureSizeFields = FieldList<&ObjectTextureTR45::Width, &ObjectTextureTR45::Height>;
+static_assert(TextureHeadFields::kBytes == 22 && TextureSizeFields::kBytes == 8);
+
+std::vector<ObjectTextureTR45> ReadRecords(std::span<const std::byte> bytes,
+                                           const TextureRecord& form)
+{
+    std::vector<ObjectTextureTR45> textures(bytes.size() / form.Bytes());
+    ByteReader records(bytes);
+    for (ObjectTextureTR45& texture : textures) {
+        TextureHeadFields::Read(records, texture);
+        records.Skip(form.Gap);
+        TextureSizeFields::Read(records, texture);
+        records.Skip(form.Tail);
+    }
+    return textures;
+}
 
 /// A block that nothing needs: inflated size, compressed size, stream.
 void SkipBlock(ByteReader& reader)
@@ -82,21 +98,24 @@ void SkipScenery(ByteReader& reader)
     SkipTable(reader, "animated textures", 2);
 }
 
-void ReadObjectTexturesTR45(LevelReading& reading, std::size_t gap)
+void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecord> forms)
 {
     ByteReader& reader = reading.Reader;
     reader.Section("object textures");
-    const auto count = ReadCount(reader, CountRule::Positive);
-    ByteReader records(
-        reader.TakeTable(count, TextureHeadFields::kBytes + gap + TextureSizeFields::kBytes));
-    reading.Level.NumTextInfo = count;
-    reading.State.ObjectTexturesTR45.assign(static_cast<std::size_t>(count), {});
-    for (ObjectTextureTR45& texture : reading.State.ObjectTexturesTR45) {
-        TextureHeadFields::Read(records, texture);
-        records.Skip(gap);
-        TextureSizeFields::Read(records, texture);
+    reading.Level.NumTextInfo = ReadCount(reader, CountRule::Positive);
+    const auto records = reader.TakeTable(reading.Level.NumTextInfo, forms[0].Bytes());
+    auto& textures = reading.State.ObjectTexturesTR45;
+    textures = ReadRecords(records, forms[0]);
+    for (const TextureRecord& other : forms.subspan(1)) {
+        auto moved = ReadRecords(records, other);
+        if (!HasClassicSizes(textures) && (HasClassicSizes(moved) || HasFloatSizes(moved)))
+            textures = std::move(moved);
     }
-    ConvertTR5TextInfo(reading.Level, reading.State, reading.Report);
+    TakeForm(FormOf(textures), reading.State, reading.Report);
+    if (reading.State.Fractional)
+        ConvertFractional(reading.Level, reading.State, reading.Report);
+    else
+        ConvertTR5TextInfo(reading.Level, reading.State, reading.Report);
 }
 
 void SkipItemsTR45(ByteReader& reader)

@@ -33,8 +33,18 @@ void ReadTileBlocks(LevelReading& reading);
 /// Sprites, cameras, flyby cameras, sound sources, boxes, animated textures.
 void SkipScenery(ByteReader& reader);
 
-/// Object textures: 22 bytes, `gap` unused bytes, then width and height. Converts them too.
-void ReadObjectTexturesTR45(LevelReading& reading, std::size_t gap);
+/// Form of an object texture in the file: 22 bytes, unused ones, width and height, unused ones.
+struct TextureRecord
+{
+    std::size_t Gap;
+    std::size_t Tail;
+
+    std::size_t Bytes() const { return 22 + Gap + 8 + Tail; }
+};
+
+/// Object textures, which are converted too. The first of the forms, all of one size, is taken
+/// unless the sizes make sense in another one alone.
+void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecord> forms);
 
 /// Items, AI objects and demo data.
 void SkipItemsTR45(ByteReader& reader);

@@ -1,9 +1,10 @@
 #include "level/ConvertTR5TextInfo.h"
 
 #include "base/Narrow.h"
+#include "level/SharedBoxes.h"
+#include "level/TextureCorners.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace morlik
 {
@@ -18,11 +19,6 @@ bool IsEven(std::uint8_t value)
     return value % 2 == 0;
 }
 
-bool IsTriangle(const ObjectTextureTR45& texture)
-{
-    return texture.Tile < 0;
-}
-
 TextInfo BoxOf(const ObjectTextureTR45& texture)
 {
     const auto& c = texture.Corners;
@@ -33,7 +29,7 @@ TextInfo BoxOf(const ObjectTextureTR45& texture)
     info.FlipY = 0xff;
     info.Width = narrow<std::uint8_t>(texture.Width);
     info.Height = narrow<std::uint8_t>(texture.Height);
-    info.Tile = static_cast<std::int16_t>(texture.Tile & 0x7fff);
+    info.Tile = TileOf(texture);
     return info;
 }
 
@@ -57,51 +53,20 @@ std::int32_t TriangleCode(const ObjectTextureTR45& texture)
     return runs(-texture.Width, 0) ? 0x4000 : kMirrored + 0x6000;
 }
 
-/// Box and tile as one number.
-std::uint64_t KeyOf(const TextInfo& info)
-{
-    const auto word = [](auto value, unsigned shift) {
-        return static_cast<std::uint64_t>(value) << shift;
-    };
-    return word(info.Tile, 32) | word(info.X, 24) | word(info.Y, 16) | word(info.Width, 8) |
-           word(info.Height, 0);
-}
-
-/// The row of the box's top must be a row of the tiles, counted in 16 bits.
-void CheckRow(const TextInfo& info, std::int32_t numRows)
-{
-    const auto row = narrow<std::int16_t>(info.Y + kTileSide * std::int32_t{info.Tile});
-    if (row >= numRows)
-        throw ReadFailure("object textures: row " + std::to_string(row) + " of " +
-                          std::to_string(numRows));
-}
-
 } // namespace
 
 void ConvertTR5TextInfo(LevelData& level, TrMainState& state, Reporter& report)
 {
-    const auto count = static_cast<std::size_t>(level.NumTextInfo);
-    level.TextInfos.assign(count, {});
-    state.TextureFlip.assign(count, 0);
-    state.TextureRemap.assign(count, 0);
-    std::unordered_map<std::uint64_t, std::int32_t> firstOfBox;
-    firstOfBox.reserve(count);
-
-    for (std::size_t i = 0; i < count; ++i) {
+    StartTextures(level, state);
+    SharedBoxes boxes(level, report);
+    for (std::size_t i = 0; i < level.TextInfos.size(); ++i) {
         const ObjectTextureTR45& texture = state.ObjectTexturesTR45[i];
-        const TextInfo info = BoxOf(texture);
-        if (info.X + info.Width > 255 || info.Y + info.Height > 255)
-            report.Stop("ConvertTR5TextInfo -> ObjectTexture" + std::to_string(i) + " invalid");
-        if (std::int64_t{info.Tile} * kTileBytes > level.TileBytes)
-            report.Stop("Invalid objecttexture - Tile wrong");
+        level.TextInfos[i] = BoxOf(texture);
+        state.TextureRemap[i] = boxes.FirstWith(level.TextInfos[i], static_cast<std::int32_t>(i));
         if (IsTriangle(texture))
             state.TextureFlip[i] = TriangleCode(texture);
         else
             state.TextureFlip[i] = IsEven(texture.Corners[0].XPixel) ? 1 : -1;
-        CheckRow(info, level.TileBytes / (kTileBytes / kTileSide));
-        level.TextInfos[i] = info;
-        const auto number = static_cast<std::int32_t>(i);
-        state.TextureRemap[i] = firstOfBox.try_emplace(KeyOf(info), number).first->second;
     }
 }
 

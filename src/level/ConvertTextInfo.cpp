@@ -1,5 +1,7 @@
 #include "level/ConvertTextInfo.h"
 
+#include "level/TextureCorners.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -11,12 +13,6 @@ namespace
 
 constexpr std::uint8_t kFarSide = 0xff; ///< side byte of a right or bottom corner
 constexpr std::uint8_t kFlipMark = 0xff;
-
-bool IsTriangle(const ObjectTexture& texture)
-{
-    const TextureCorner& last = texture.Corners[3];
-    return last.XCoord == 0 && last.XPixel == 0 && last.YCoord == 0 && last.YPixel == 0;
-}
 
 /// The code tells which corner a triangle starts from, and whether it runs on mirrored.
 std::int32_t TriangleCode(const TextureCorner& c1, const TextureCorner& c2)
@@ -91,13 +87,9 @@ void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t
 
 void ConvertTextInfo(LevelData& level, TrMainState& state, Reporter& report)
 {
-    const auto count = static_cast<std::size_t>(level.NumTextInfo);
-    level.TextInfos.assign(count, {});
-    state.TextureFlip.assign(count, 0);
-    state.TextureRemap.resize(count);
+    StartTextures(level, state);
     std::iota(state.TextureRemap.begin(), state.TextureRemap.end(), 0);
-
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < level.TextInfos.size(); ++i) {
         const ObjectTexture& texture = state.ObjectTextures[i];
         TextInfo& info = level.TextInfos[i];
         if (IsTriangle(texture))

@@ -2,8 +2,10 @@
 // of contents, so that sections that nothing needs are walked over count by count.
 
 #include "base/Narrow.h"
+#include "level/ConvertFractional.h"
 #include "level/ConvertTextInfo.h"
 #include "level/Readers.h"
+#include "level/TextureForm.h"
 
 namespace morlik
 {
@@ -126,8 +128,12 @@ void ReadObjectTextures(LevelReading& reading, const char* logLine)
     LevelData& level = reading.Level;
     ReadTable(reading.Reader, "object textures", CountRule::Positive, level.NumTextInfo,
               reading.State.ObjectTextures);
+    TakeForm(FormOf(reading.State.ObjectTextures), reading.State, reading.Report);
     reading.Report.LogLine(logLine);
-    ConvertTextInfo(level, reading.State, reading.Report);
+    if (reading.State.Fractional)
+        ConvertFractional(level, reading.State, reading.Report);
+    else
+        ConvertTextInfo(level, reading.State, reading.Report);
 }
 
 void ReadSprites(LevelReading& reading)

@@ -18,6 +18,8 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
                                .Sounds = CountRule::Positive,
                                .SoundMapSlots = kSoundMapSlotsTR2};
 
+constexpr std::array<TextureRecord, 1> kTextureForms{{{8, 0}}};
+
 std::vector<std::byte> InflateLevelBlock(ByteReader& reader)
 {
     reader.Section("level block");
@@ -88,7 +90,7 @@ void ReadLevelBlock(LevelReading& reading)
     reading.Reader.Skip(3);
     SkipScenery(reading.Reader);
     reading.Reader.Skip(4); // mark of the object textures
-    ReadObjectTexturesTR45(reading, 8);
+    ReadObjectTexturesTR45(reading, kTextureForms);
     SkipItemsTR45(reading.Reader);
     ReadSoundMap(reading, kLayout);
     ReadSampleIndices(reading, kLayout);

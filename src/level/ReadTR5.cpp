@@ -19,6 +19,9 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
                                .Sounds = CountRule::ZeroOrLessIsEmpty,
                                .SoundMapSlots = kSoundMapSlots};
 
+/// Newer level compilers put the sizes where Tomb Raider IV has them.
+constexpr std::array<TextureRecord, 2> kTextureForms{{{10, 0}, {8, 2}}};
+
 /// Behind each sample stand the two size words of the next one.
 constexpr std::size_t kSampleGap = 8;
 
@@ -76,7 +79,7 @@ void ReadTR5(LevelReading& reading)
     reader.Skip(4);
     SkipScenery(reader);
     reader.Skip(5); // mark of the object textures
-    ReadObjectTexturesTR45(reading, 10);
+    ReadObjectTexturesTR45(reading, kTextureForms);
     SkipItemsTR45(reader);
     ReadSoundMap(reading, kLayout);
     ReadSampleIndices(reading, kLayout);

@@ -21,6 +21,20 @@ std::uint32_t FirstWord(std::span<const std::byte> bytes)
     return word;
 }
 
+/// The first four bytes, in hexadecimal and as text, for whoever wonders what the file is: an
+/// encrypted level, say, gives no more than the message of an unknown version.
+std::string Describe(std::span<const std::byte> bytes)
+{
+    std::string digits;
+    std::string text;
+    for (const std::byte byte : bytes.first(std::min<std::size_t>(bytes.size(), 4))) {
+        const auto code = std::to_integer<std::uint32_t>(byte);
+        digits += (code < 16 ? " 0" : " ") + Hex(code);
+        text += code >= 0x20 && code < 0x7f ? static_cast<char>(code) : '.';
+    }
+    return digits + " \"" + text + "\"";
+}
+
 /// The game that a file belongs to, by its first word and, where games share one, its name.
 std::optional<VersionCode> Identify(std::uint32_t word, const std::string& fileName)
 {
@@ -84,9 +98,11 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         const auto file = LoadFile(fileName, report);
         const auto word = FirstWord(file->Bytes());
         const auto version = Identify(word, fileName);
-        if (!version)
+        if (!version) {
+            report.LogLine("-First bytes:" + Describe(file->Bytes()));
             report.Stop("Unknown level version - 0x" + Hex(word) +
                         "\nIf this is a TR level, please mail the version code to me.");
+        }
         state.LevelVersion = *version;
         report.LogLine("-LevelVersion:" + std::to_string(*version));
 

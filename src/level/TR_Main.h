@@ -75,6 +75,10 @@ struct TrMainState
     /// Corner code of each object texture: 1 or -1 (mirrored) for a rectangle; for a triangle one
     /// of 0, 0x2000, ... 0xe000, the corner that it starts from and its direction.
     std::vector<std::int32_t> TextureFlip;
+    bool Fractional = false; ///< corners of the level's textures have true fractions
+    /// By how many places the vertices of a face with the texture are turned before its code holds;
+    /// 0 but in levels of newer compilers.
+    std::vector<std::int32_t> TextureTurn;
     /// The object texture that stands for each one: itself, or the first with the same box.
     std::vector<std::int32_t> TextureRemap;
 };

@@ -26,18 +26,26 @@ constexpr std::size_t kDword = 4; ///< bytes of a 32-bit value
 
 constexpr std::size_t kNameBytes = 80;
 constexpr std::size_t kItemBytes = 42;
-constexpr std::size_t kBlockBytes = 32 + 14 * 8 + 4;
 constexpr std::size_t kTableBytes = (2 + 2000 + 1 + 768 + 1 + 512) * kDword;
 constexpr std::size_t kTrailBytes = 8;
 
-/// The two types of objects: bytes of the body that all have, and what the long type adds.
+/// The two types of objects, and what the long type adds.
 constexpr std::int16_t kPlainObject = 8;
 constexpr std::int16_t kLongObject = 0x10;
-constexpr std::size_t kObjectBody = (2 + 3 + 3) * kWord + (1 + 3) * kDword;
 constexpr std::size_t kLongObjectRest = 5 * kWord;
 
+/// What differs between the projects of the first editor and those of its later versions.
+struct PRJLayout
+{
+    std::size_t ObjectBody; ///< bytes behind the type word that all objects have
+    std::size_t BlockBytes;
+    bool HasType4800; ///< a further type of second objects
+};
+constexpr PRJLayout kFirstLayout{32, 148, false};
+constexpr PRJLayout kLaterLayout{40, 140, true};
+
 /// Bytes behind the type word of a second object; nothing for a type that is not known.
-std::optional<std::size_t> Object2Body(std::int16_t type)
+std::optional<std::size_t> Object2Body(std::int16_t type, const PRJLayout& layout)
 {
     switch (type) {
     case 0x4000:
@@ -53,6 +61,8 @@ std::optional<std::size_t> Object2Body(std::int16_t type)
     case 0x4400:
     case 0x4c00:
         return 40;
+    case 0x4800:
+        return layout.HasType4800 ? std::optional<std::size_t>(40) : std::nullopt;
     default:
         return std::nullopt;
     }
@@ -76,11 +86,23 @@ std::int16_t ReadListHead(ByteReader& reader)
 class PRJReading
 {
 public:
-    PRJReading(ByteReader& reader, PRJData& project, Reporter& report)
-        : reader_(reader), project_(project), report_(report)
+    /// An unknown type of object gets a message of `report`, or, where that is null, ends the
+    /// reading as damage does.
+    PRJReading(ByteReader& reader, const PRJLayout& layout, Reporter* report)
+        : reader_(reader), layout_(layout), report_(report)
     {
     }
 
+    PRJData Read()
+    {
+        project_.Signature = ReadText(reader_, kSignature.size());
+        project_.Version = reader_.Read<std::int32_t>();
+        ReadRooms();
+        ReadTail();
+        return std::move(project_);
+    }
+
+private:
     void ReadRooms()
     {
         reader_.Section("room slots");
@@ -104,7 +126,6 @@ public:
         reader_.SkipTable(std::max<std::int16_t>(project_.NumTrailRecords, 0), kTrailBytes);
     }
 
-private:
     void ReadRoom(PRJRoom& room)
     {
         reader_.Section("room");
@@ -131,11 +152,11 @@ private:
         for (auto left = ReadListHead(reader_); left > 0; --left) {
             const auto type = reader_.Read<std::int16_t>();
             types.push_back(type);
-            reader_.Skip(kObjectBody);
+            reader_.Skip(layout_.ObjectBody);
             if (type == kLongObject)
                 reader_.Skip(kLongObjectRest);
             else if (type != kPlainObject)
-                report_.Message("Unknown object found -" + std::to_string(type));
+                TellUnknown("Unknown object found -" + std::to_string(type));
         }
     }
 
@@ -144,11 +165,18 @@ private:
         for (auto left = ReadListHead(reader_); left > 0; --left) {
             const auto type = reader_.Read<std::int16_t>();
             types.push_back(type);
-            if (const auto body = Object2Body(type))
+            if (const auto body = Object2Body(type, layout_))
                 reader_.Skip(*body);
             else
-                report_.Message("Unknown object2 -" + std::to_string(type));
+                TellUnknown("Unknown object2 -" + std::to_string(type));
         }
+    }
+
+    void TellUnknown(const std::string& message)
+    {
+        if (report_ == nullptr)
+            reader_.Fail(message);
+        report_->Message(message);
     }
 
     void SkipBlocks(const PRJRoom& room)
@@ -156,13 +184,31 @@ private:
         if (room.BlockColumns < 0 || room.BlockRows < 0)
             reader_.Fail(std::to_string(room.BlockColumns) + " by " +
                          std::to_string(room.BlockRows) + " blocks");
-        reader_.SkipTable(std::int64_t{room.BlockColumns} * room.BlockRows, kBlockBytes);
+        reader_.SkipTable(std::int64_t{room.BlockColumns} * room.BlockRows, layout_.BlockBytes);
     }
 
     ByteReader& reader_;
-    PRJData& project_;
-    Reporter& report_;
+    const PRJLayout& layout_;
+    Reporter* report_;
+    PRJData project_;
 };
+
+/// The project in `layout`, if it can be read to its end without a doubt.
+std::optional<PRJData> ReadAs(const PRJLayout& layout, std::span<const std::byte> bytes)
+{
+    try {
+        ByteReader reader(bytes);
+        return PRJReading(reader, layout, nullptr).Read();
+    } catch (const ReadFailure&) {
+        return std::nullopt;
+    }
+}
+
+bool HasSignature(std::span<const std::byte> bytes)
+{
+    return bytes.size() >= kSignature.size() &&
+           std::memcmp(bytes.data(), kSignature.data(), kSignature.size()) == 0;
+}
 
 std::optional<FileBytes> LoadFile(const std::string& fileName, Reporter& report)
 {
@@ -183,20 +229,18 @@ PRJData ReadPRJ(const std::string& fileName, TrMainState& state, Reporter& repor
     const auto file = LoadFile(fileName, report);
     if (!file)
         return {};
-    ByteReader reader(file->Bytes());
-    PRJData project;
-    project.Signature = ReadText(reader, std::min(kSignature.size(), reader.Left()));
-    if (project.Signature != kSignature) {
+    if (!HasSignature(file->Bytes())) {
         report.Message("Not a project file!");
         return {};
     }
     state.LevelIsLoaded = 0;
+    // The file doesn't tell its layout: the one that leads to its end is the right one.
+    for (const PRJLayout& layout : {kFirstLayout, kLaterLayout})
+        if (auto project = ReadAs(layout, file->Bytes()))
+            return std::move(*project);
     try {
-        project.Version = reader.Read<std::int32_t>();
-        PRJReading reading(reader, project, report);
-        reading.ReadRooms();
-        reading.ReadTail();
-        return project;
+        ByteReader reader(file->Bytes());
+        return PRJReading(reader, kFirstLayout, &report).Read();
     } catch (const ReadFailure& failure) {
         report.LogLine(failure.what());
         report.Message("ReadPRJ -> Error reading PRJ file!");

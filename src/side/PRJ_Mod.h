@@ -24,11 +24,12 @@ namespace morlik
 ///   name, 80 characters
 ///   3 x 32-bit, 5 x 16-bit, columns and rows of blocks (16-bit each), 3 x 16-bit
 ///   items: count (16-bit), that many words, records of 42 bytes
-///   objects: count, words, objects of 34 bytes (type word first), 44 for type 0x10
+///   objects: count, words, objects of 34 bytes (type word first), 44 for type 0x10;
+///     in the projects of later editors 42 and 52
 ///   32-bit
 ///   second objects: count, words, objects of a type word and a body by its type
 ///   2 x 16-bit, 3 bytes, 16-bit
-///   the blocks, 148 bytes each
+///   the blocks, 148 bytes each, 140 in the projects of later editors
 ///
 /// A count of 0 or less stands for an empty list.
 

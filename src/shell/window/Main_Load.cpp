@@ -163,9 +163,13 @@ void Main_Frm::ListRooms()
     const PRJData& project = session_.ProjectData;
     controls_.NumRooms->setText(QString(" %1 Rooms").arg(project.NumRoomSlots));
     controls_.RoomList->clear();
-    for (std::size_t i = 0; i < project.Rooms.size(); ++i)
-        controls_.RoomList->addItem(project.Rooms[i].State == -1 ? QString("Room %1").arg(i)
-                                                                 : QString("Empty room"));
+    for (std::size_t i = 0; i < project.Rooms.size(); ++i) {
+        const PRJRoom& room = project.Rooms[i];
+        auto* item = new QListWidgetItem(room.State == -1 ? QString("Room %1").arg(i)
+                                                          : QString("Empty room"),
+                                         controls_.RoomList);
+        item->setToolTip(FromText(room.Name.substr(0, room.Name.find('\0'))));
+    }
 }
 
 void Main_Frm::ReloadFile()
