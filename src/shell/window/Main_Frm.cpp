@@ -26,7 +26,7 @@ Main_Frm::Main_Frm(Session& session, RecentFiles& recent)
     setAcceptDrops(true);
     session_.FMLoad.Filter = kOpenFilter;
     session_.FMSave.Filter = kSaveFilterAtRest;
-    session_.FMSave.Folder = "C:\\Program Files\\Core Design\\trle\\graphics\\wads";
+    session_.FMSave.Folder = R"(C:\Program Files\Core Design\trle\graphics\wads)";
     ConnectCommands();
     ConnectToolbar();
     ConnectLists();

@@ -1,0 +1,338 @@
+#include "convert/ConvertMeshes.h"
+#include "samples/Models.h"
+#include "tests/output/Conversion.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Words = std::vector<std::int16_t>;
+using samples::MeshContent;
+
+Words WordsOf(std::span<const std::byte> bytes)
+{
+    return ByteReader(bytes).Table<std::int16_t>(static_cast<std::int64_t>(bytes.size() / 2));
+}
+
+/// A level of nothing but meshes and textures, whose corner codes are given.
+struct MeshLevel
+{
+    MeshLevel(VersionCode version, const std::vector<MeshContent>& meshes,
+              std::vector<std::int32_t> codes)
+    {
+        Level.Version = version;
+        State.TextureFlip = std::move(codes);
+        Level.TextInfos.resize(State.TextureFlip.size());
+        State.ObjectTextures.resize(State.TextureFlip.size());
+        State.TextureTurn.resize(State.TextureFlip.size());
+        for (std::size_t i = 0; i < State.TextureFlip.size(); ++i)
+            State.TextureRemap.push_back(static_cast<std::int32_t>(i));
+        for (const MeshContent& mesh : meshes) {
+            Level.MeshPointers.push_back(static_cast<std::int32_t>(Level.MeshData.size()));
+            const auto bytes = EncodeMesh(mesh, version);
+            Level.MeshData.insert(Level.MeshData.end(), bytes.begin(), bytes.end());
+        }
+    }
+
+    bool Convert()
+    {
+        Numbers.assign(Level.TextInfos.size(), -1);
+        NumTextures = 0;
+        const auto set = ConvertMeshes(Level, State, NumTextures, Numbers, Report);
+        if (set) {
+            Pointers = set->MeshPointers;
+            Data = set->MeshData.Bytes();
+            EXPECT_EQ(static_cast<std::size_t>(set->NumMeshWords) * 2, Data.size());
+            EXPECT_EQ(set->NumMeshPointers, static_cast<std::int32_t>(Pointers.size()));
+        }
+        return set.has_value();
+    }
+
+    ScriptedHost Host;
+    Reporter Report{Host};
+    LevelData Level;
+    TrMainState State;
+    std::vector<std::int32_t> Numbers;
+    std::int32_t NumTextures = 0;
+    std::vector<std::int32_t> Pointers;
+    std::vector<std::byte> Data;
+};
+
+MeshContent Corner()
+{
+    MeshContent mesh;
+    mesh.Centre = {1, 2, -3};
+    mesh.Radius = 0x50004;
+    mesh.Vertices = {{10, 11, 12}, {20, 21, 22}, {30, 31, 32}};
+    return mesh;
+}
+
+TEST(ConvertMeshes, WritesRecordsWithNormalsOrLightsUpToMultiplesOf4Bytes)
+{
+    MeshContent lit = Corner();
+    lit.Lights = {7, 8, 9};
+    lit.Triangles = {{{0, 1, 2}, 1}};
+    MeshContent smooth = Corner();
+    smooth.Normals = {{1, 0, 0}, {0, 1, 0}, {0, 0, -1}};
+    smooth.Rectangles = {{{0, 1, 2, 1}, 0}};
+    MeshLevel made(kTR2, {smooth, lit, Corner()}, {-1, 0x6000});
+    made.State.ObjectTextures[1].Attribute = 2;
+    made.Level.MeshPointers = {made.Level.MeshPointers[0], made.Level.MeshPointers[1],
+                               made.Level.MeshPointers[0], made.Level.MeshPointers[2],
+                               made.Level.MeshPointers[1]};
+    ASSERT_TRUE(made.Convert());
+    EXPECT_EQ(made.Pointers, (std::vector<std::int32_t>{0, 68, 0, 120, 68}));
+    const Words head{1, 2, -3, 4, 5, 3, 10, 11, 12, 20, 21, 22, 30, 31, 32};
+    Words expected = head;
+    const auto add = [&expected](const Words& words) {
+        expected.insert(expected.end(), words.begin(), words.end());
+    };
+    add({3, 1, 0, 0, 0, 1, 0, 0, 0, -1, 1, 9, 0, 1, 2, 1, 0, 0, 0}); // one word of padding
+    add(head);
+    add({-3, 7, 8, 9, 1, 8, 0, 1, 2, 0x6001, 1});
+    add(head);
+    add({0, 0, 0}); // no normals, no faces, padding
+    EXPECT_EQ(WordsOf(made.Data), expected);
+    EXPECT_TRUE(Boxes(made.Host).empty());
+}
+
+TEST(ConvertMeshes, NumbersAndFlagsTheFacesByTheRulesOfTheGame)
+{
+    MeshContent mesh = Corner();
+    mesh.Rectangles = {{{0, 1, 2, 0}, 9, 5}, {{0, 1, 2, 0}, 2, 0x7fff}};
+    mesh.Triangles = {{{2, 1, 0}, 7, 6}, {{2, 1, 0}, 4, -1}};
+    mesh.ColouredRectangles = {{{0, 1, 2, 0}, 0x0123}};
+    mesh.ColouredTriangles = {{{2, 1, 0}, Word(0xff00)}, {{2, 1, 0}, 0x0123}, {{2, 1, 0}, 0}};
+    using Faces = std::vector<std::array<int, 3>>; // type, texture, flags
+    const std::vector<std::pair<VersionCode, Faces>> rows{
+        {kTR1,
+         {{9, -3, 1},
+          {9, 0, 0},
+          {8, -8190, 0},
+          {8, 0x6001, 1},
+          {9, 0x27, 0},
+          {8, 4, 0},
+          {8, 0x27, 0},
+          {8, 4, 0}}},
+        {kTR3,
+         {{9, -3, 1},
+          {9, 0, 0},
+          {8, -8190, 0},
+          {8, 0x6001, 1},
+          {9, 5, 0},
+          {8, 259, 0},
+          {8, 5, 0},
+          {8, 4, 0}}},
+        {kTR4, {{9, -3, 5}, {9, 0, 0x7fff}, {8, -8190, 6}, {8, 0x6001, -1}}},
+    };
+    for (const auto& [version, expected] : rows) {
+        MeshLevel made(version, {mesh}, {1, 1, 1, 1, 0x6000, 0, 0, 0xe000, 1, -1});
+        made.State.ObjectTextures[9].Attribute = 2;
+        made.State.ObjectTextures[4].Attribute = 2;
+        made.State.ObjectTextures[7].Attribute = 1;
+        ASSERT_TRUE(made.Convert());
+        EXPECT_EQ(made.Numbers, (std::vector<std::int32_t>{-1, -1, 0, -1, 1, -1, -1, 2, -1, 3}));
+        WadFile wad;
+        wad.MeshPointers = {0};
+        wad.MeshData = made.Data;
+        Faces faces;
+        for (const WadMeshFace& face : WadMeshOf(wad, 0).Faces)
+            faces.push_back({face.Type, face.Texture, face.Flags});
+        EXPECT_EQ(faces, expected) << version;
+    }
+    // A repeated texture takes the number of the first and the code of its own.
+    MeshLevel shared(kTR5, {mesh}, {1, 1, 1, 1, 0x6000, 0, 0, 0xe000, 1, -1});
+    shared.State.TextureRemap[7] = 4;
+    shared.State.TextureRemap[9] = 2;
+    ASSERT_TRUE(shared.Convert());
+    EXPECT_EQ(shared.NumTextures, 2);
+    const Words words = WordsOf(shared.Data);
+    EXPECT_EQ(words.at(22), 0);
+    EXPECT_EQ(words.at(35), Word(0xe001));
+}
+
+TEST(ConvertMeshes, TakesNoMoreThan2047Textures)
+{
+    for (const auto count : std::initializer_list<std::int16_t>{2047, 2048}) {
+        MeshContent mesh = Corner();
+        for (std::int16_t i = 0; i < count; ++i)
+            mesh.Rectangles.push_back({{0, 1, 2, 0}, i});
+        MeshLevel made(kTR1, {mesh}, std::vector<std::int32_t>(2048, 1));
+        const TempFolder folder;
+        made.Report.Log.Open(folder.File("log"));
+        const bool fits = count == 2047;
+        EXPECT_EQ(EndOf([&] { made.Convert(); }),
+                  fits ? "" : "To many object textures in level - can't continue!");
+        EXPECT_EQ(ReadLines(folder.File("log")).at(1),
+                  fits ? "2047 TextInfos found" : "ERROR! To many textures used (2048)");
+    }
+}
+
+TEST(ConvertMeshes, StopsAtMeshesThatLeaveTheData)
+{
+    const auto size = static_cast<std::int32_t>(EncodeMesh(Corner(), kTR1).size());
+    for (const std::int32_t offset : {-1, 2, size, size - 8, 0x7fffffff}) {
+        MeshLevel made(kTR1, {Corner()}, {});
+        made.Level.MeshPointers.push_back(offset);
+        EXPECT_EQ(EndOf([&] { made.Convert(); }), "Mesh 1 is damaged - can't continue!") << offset;
+    }
+    for (const std::size_t count : {10U, 30U, 32U, 34U, 36U, 38U}) { // of vertices, normals, faces
+        for (const auto high : std::initializer_list<std::uint8_t>{0x7f, 0x80}) {
+            MeshLevel made(kTR1, {Corner()}, {1});
+            made.Level.MeshData[count + 1] = std::byte{high};
+            EXPECT_EQ(EndOf([&] { made.Convert(); }), "Mesh 0 is damaged - can't continue!")
+                << count;
+        }
+    }
+}
+
+TEST(ConvertMeshes, EndsQuicklyWhereMeshesLieOneOverTheOther)
+{
+    // Read from any even offset the words are a mesh of 25 KB: without a limit they would cost
+    // gigabytes.
+    MeshLevel made(kTR1, {}, std::vector<std::int32_t>(0x400, 1));
+    for (std::int32_t offset = 0; offset < 0x80000; offset += 2) {
+        made.Level.MeshPointers.push_back(offset);
+        made.Level.MeshData.insert(made.Level.MeshData.end(), {std::byte{0}, std::byte{3}});
+    }
+    const auto end = EndOf([&] { made.Convert(); });
+    EXPECT_NE(end.find("is damaged - can't continue!"), std::string::npos) << end;
+}
+
+TEST(ConvertMeshes, TellsFacesWithATextureOfTheOtherKindOrOfNone)
+{
+    struct Row
+    {
+        bool Triangle;
+        std::int16_t Texture;
+        const char* Message;
+        bool Ends;
+    };
+    const std::vector<Row> rows{
+        {false, 1, "Triangle texture used on rectangle!", true},
+        {true, 0, "Rectangle texture used on triangle!", true},
+        {true, 2, "Rectangle texture used on triangle!", true},
+        {false, 3, "Unknown texture found in rectangle!", false},
+        {true, -1, "Unknown texture found in triangle!", false},
+        {true, 4, "Unknown texture found in triangle!", false},
+    };
+    for (const Row& row : rows) {
+        MeshContent mesh = Corner();
+        (row.Triangle ? mesh.Triangles : mesh.Rectangles) = {{{0, 1, 2}, row.Texture}};
+        MeshLevel made(kTR5, {Corner(), mesh}, {1, 0, -1, 1});
+        made.State.TextureRemap[3] = 4; // to a texture that isn't there
+        bool converted = true;
+        EXPECT_EQ(EndOf([&] { converted = made.Convert(); }), row.Ends ? row.Message : "");
+        EXPECT_EQ(converted, row.Ends);
+        EXPECT_EQ(Boxes(made.Host),
+                  std::vector<std::string>{"MORLIK: " + std::string(row.Message)});
+    }
+}
+
+/// One horizon conversion. The vertices 0, 1 and 2 lie at, 3 above and 4 below the line.
+struct HorizonRow
+{
+    VersionCode Version;
+    bool SkyFix;
+    std::vector<std::pair<std::array<std::int16_t, 4>, std::uint8_t>> Rectangles; ///< and colours
+    std::vector<std::pair<std::array<std::int16_t, 4>, std::uint8_t>> Triangles;
+    std::vector<int> Textures; ///< of all faces
+    const char* Layer;         ///< colour of the clouds; null for the text without them
+};
+
+TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
+{
+    constexpr std::uint8_t kBright = 9; // (10, 20, 30)
+    constexpr std::uint8_t kDark = 8;   // (0, 20, 30)
+    const std::vector<HorizonRow> rows{
+        {kTR2, false, {{{0, 1, 2, 3}, 9}}, {{{0, 1, 3}, 9}, {{0, 1, 4}, 8}}, {9, 9, 8}, nullptr},
+        {kTR3, false, {{{0, 1, 2, 4}, 9}}, {{{0, 1, 3}, 9}, {{0, 1, 4}, 8}}, {9, 9, 256}, nullptr},
+        {kTR2,
+         true,
+         {{{0, 1, 2, 3}, 7}, {{0, 1, 2, 4}, 7}},
+         {{{0, 1, 2}, kBright}, {{0, 1, 4}, kDark}, {{3, 1, 4}, kDark}},
+         {257, 7, 257, 8, 257},
+         "10,20,30"},
+        {kTR2, true, {}, {{{0, 1, 2}, kDark}, {{0, 1, 2}, kBright}}, {8, 257}, "0,20,30"},
+        {kTR3,
+         true,
+         {},
+         {{{3, 1, 4}, kBright}, {{0, 1, 2}, 255}, {{0, 1, 3}, kDark}},
+         {256, 257, 257},
+         "255,1,2"},
+        {kTR3, true, {{{3, 1, 2, 4}, 1}}, {{{0, 1, 4}, kBright}}, {257, 256}, nullptr},
+        {kTR2, true, {}, {}, {}, nullptr},
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const HorizonRow& row = rows[i];
+        MeshContent mesh;
+        mesh.Vertices = {{5, 0, 5}, {5, 0, 5}, {5, 0, 5}, {5, -1, 5}, {-5, 1, -5}};
+        for (const auto& [vertices, colour] : row.Rectangles)
+            mesh.ColouredRectangles.push_back({vertices, Word(colour << 8 | 1)});
+        for (const auto& [vertices, colour] : row.Triangles)
+            mesh.ColouredTriangles.push_back({vertices, Word(colour << 8 | 1)});
+        MeshLevel made(row.Version, {Corner(), mesh}, {});
+        made.State.Palette16[kBright] = {10, 20, 30};
+        made.State.Palette16[kDark] = {0, 20, 30};
+        made.State.Palette16[255] = {255, 1, 2};
+        const std::int32_t id = row.Version == kTR2 ? 254 : 355;
+        made.Level.Moveables = {{.ObjectID = id}, {.ObjectID = id, .StartingMesh = 1}};
+        made.Host.SkyFixTicked = row.SkyFix;
+        const TempFolder folder;
+        made.Report.Info.Open(folder.File("info"));
+        ASSERT_TRUE(made.Convert());
+        made.Report.Info.Close();
+        WadFile wad;
+        wad.MeshPointers = {static_cast<std::uint32_t>(made.Pointers.at(1))};
+        wad.MeshData = made.Data;
+        std::vector<int> textures;
+        for (const WadMeshFace& face : WadMeshOf(wad, 0).Faces)
+            textures.push_back(face.Texture);
+        EXPECT_EQ(textures, row.Textures) << i;
+        std::vector<std::string> lines{"Horizon information", "-------------------",
+                                       "This WAS has a horizon included."};
+        if (row.Layer != nullptr)
+            lines.insert(lines.end(),
+                         {"The horizon has support for clouds",
+                          "To enable clouds with the color from the horizon, paste this in the "
+                          "script:",
+                          std::string("Layer1=") + row.Layer});
+        else
+            lines.emplace_back("The horizon is NOT updates for cloud support");
+        EXPECT_EQ(ReadLines(folder.File("info")), lines) << i;
+    }
+}
+
+TEST(Horizon, IsOneMeshOfTombRaiderIIOrIIIThatWasNotStoredBefore)
+{
+    struct Row
+    {
+        VersionCode Version;
+        std::int32_t ObjectID;
+        std::int16_t Mesh;
+        bool Treated;
+    };
+    const std::vector<Row> rows{{kTR1, 254, 0, false}, {kTR2, 355, 0, false}, {kTR3, 254, 0, false},
+                                {kTR4, 254, 0, false}, {kTR2, 254, 1, false}, {kTR2, 254, 9, false},
+                                {kTR2, 254, 0, true},  {kTR3, 355, 0, true}};
+    for (const Row& row : rows) {
+        MeshContent mesh = Corner();
+        mesh.ColouredTriangles = {{{0, 1, 2}, 0x0101}};
+        MeshLevel made(row.Version, {mesh}, {});
+        made.Level.MeshPointers.push_back(0);
+        made.Level.Moveables = {{.ObjectID = row.ObjectID, .StartingMesh = row.Mesh}};
+        const TempFolder folder;
+        made.Report.Info.Open(folder.File("info"));
+        ASSERT_TRUE(made.Convert());
+        made.Report.Info.Close();
+        EXPECT_EQ(!ReadLines(folder.File("info")).empty(), row.Treated) << row.ObjectID;
+    }
+}
+
+} // namespace
+
+} // namespace morlik::test

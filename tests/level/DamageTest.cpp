@@ -1,0 +1,206 @@
+// Levels with one fault each. Whatever is wrong with a file, a load and a save end in a message or
+// in a set, never in a crash.
+
+#include "samples/MainSfx.h"
+#include "side/MainSFX_Mod.h"
+#include "tests/output/Conversion.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using samples::LevelContent;
+using samples::LevelFile;
+using samples::Mark;
+using samples::MarkKind;
+
+constexpr const char* kReadError = "ReadTR -> Error reading level";
+
+/// Loads and saves a level with a damaged part: see `PartOf`, or the whole file.
+class Patient
+{
+public:
+    explicit Patient(const LevelContent& level, bool wholeFile = false)
+        : Part(wholeFile ? WriteLevel(level) : PartOf(level)),
+          name_(LevelName(level.Game)),
+          wrapped_(level.Game == kTR4 && !wholeFile),
+          frame_(wrapped_ ? WrapTR4(level, {}) : LevelFile{})
+    {
+    }
+
+    /// Treats the file with `part` in its place. Gives the message that ended the program, or an
+    /// empty text.
+    std::string Treat(std::span<const std::byte> part, const std::string& fault)
+    {
+        try {
+            run_.Host.Calls.clear();
+            const auto file = Wrapped(part);
+            const auto end = EndOf([&] {
+                WriteWholeFile(run_.Folder.File(name_), file);
+                LoadLevel(run_.Project, run_.Folder.File(name_));
+                run_.Save();
+            });
+            EXPECT_EQ(end.empty() || !Boxes(run_.Host).empty(), true) << fault;
+            return end;
+        } catch (const std::exception& failure) {
+            ADD_FAILURE() << name_ << ", " << fault << ": " << failure.what();
+            return {};
+        }
+    }
+
+    LevelFile Part;
+
+private:
+    std::vector<std::byte> Wrapped(std::span<const std::byte> part) const
+    {
+        if (!wrapped_)
+            return {part.begin(), part.end()};
+        const auto stream = samples::Compress(part);
+        const auto sizes = frame_.Count("Level block inflated").Offset;
+        const auto tail = frame_.Section("Samples").Offset;
+        std::vector<std::byte> file(frame_.Bytes.begin(), frame_.Bytes.begin() + Index(sizes));
+        const std::array<std::size_t, 2> words{part.size(), stream.size()};
+        for (const std::size_t word : words)
+            for (unsigned shift = 0; shift < 32; shift += 8)
+                file.push_back(static_cast<std::byte>(word >> shift));
+        file.insert(file.end(), stream.begin(), stream.end());
+        file.insert(file.end(), frame_.Bytes.begin() + Index(tail), frame_.Bytes.end());
+        return file;
+    }
+
+    static std::ptrdiff_t Index(std::size_t offset) { return static_cast<std::ptrdiff_t>(offset); }
+
+    std::string name_;
+    bool wrapped_;
+    LevelFile frame_;
+    Conversion run_;
+};
+
+/// Whether nothing depends on what a section of that name holds, or whether it is there.
+bool IsIdle(const std::string& name, VersionCode game)
+{
+    const auto begins = [&](const char* start) { return name.rfind(start, 0) == 0; };
+    if (game == kTR5 && begins("Sample") && name != "Sample indices")
+        return true;
+    return begins("Tail");
+}
+
+class Damage : public testing::TestWithParam<VersionCode>
+{
+};
+INSTANTIATE_TEST_SUITE_P(AllGames, Damage, testing::ValuesIn(kGames));
+
+TEST_P(Damage, OfALevelCutAtAnySectionIsAReadError)
+{
+    Patient patient(samples::MakeRichLevel(GetParam()));
+    const auto& bytes = patient.Part.Bytes;
+    for (const Mark& mark : patient.Part.Marks) {
+        if (mark.Name == "Version")
+            continue;
+        for (const std::size_t size : {mark.Offset, mark.Offset + mark.Size / 2}) {
+            const auto end = patient.Treat(std::span(bytes).first(size), "cut at " + mark.Name);
+            if (!IsIdle(mark.Name, GetParam())) {
+                EXPECT_EQ(end, kReadError) << GetParam() << ' ' << mark.Name << ' ' << size;
+            }
+        }
+    }
+}
+
+TEST_P(Damage, OfACountIsAnsweredByAMessage)
+{
+    for (const bool rich : {false, true}) {
+        const auto level =
+            rich ? samples::MakeRichLevel(GetParam()) : samples::MakeTinyLevel(GetParam());
+        Patient patient(level);
+        for (const Mark& mark : patient.Part.Marks) {
+            if (mark.Kind != MarkKind::Count)
+                continue;
+            for (const std::int64_t value : {-1LL, 0LL, 0x7fffLL, 0x7fffffffLL, 0x80000000LL}) {
+                LevelFile damaged = patient.Part;
+                damaged.Set(mark, value);
+                patient.Treat(damaged.Bytes, mark.Name + " set to " + std::to_string(value));
+            }
+        }
+    }
+}
+
+TEST_P(Damage, OfAnyWordOfTheModelsIsAnsweredByAMessage)
+{
+    Patient patient(samples::MakeTinyLevel(GetParam()));
+    for (const char* name :
+         {"Mesh data", "Mesh pointers", "Animations", "State changes", "Dispatches", "Frames",
+          "Moveables", "Object textures", "Sound details", "Sample indices"}) {
+        const Mark section = patient.Part.Section(name);
+        for (auto at = section.Offset; at + 2 <= section.Offset + section.Size; at += 2) {
+            for (const auto value : std::initializer_list<std::uint16_t>{0x7fff, 0x8000}) {
+                LevelFile damaged = patient.Part;
+                damaged.Patch(at, value);
+                patient.Treat(damaged.Bytes, name + (" at " + std::to_string(at)));
+            }
+        }
+    }
+}
+
+TEST(DamageOfTombRaiderIV, AroundAndInsideItsStreamsIsAnsweredByAMessage)
+{
+    Patient patient(samples::MakeTinyLevel(kTR4), true);
+    const LevelFile& whole = patient.Part;
+    for (const Mark& mark : whole.Marks) {
+        if (mark.Kind == MarkKind::Section && mark.Name != "Version") {
+            EXPECT_EQ(patient.Treat(std::span(whole.Bytes).first(mark.Offset), "a cut"), kReadError)
+                << mark.Name;
+        }
+        for (const std::int64_t value : {-1, 0, 1, 0x7fffffff}) {
+            LevelFile damaged = whole;
+            if (mark.Kind == MarkKind::Count)
+                damaged.Set(mark, value);
+            patient.Treat(damaged.Bytes, mark.Name);
+        }
+    }
+    const Mark& block = whole.Section("Level block");
+    for (std::size_t at = block.Offset; at < block.Offset + block.Size; at += 3) {
+        LevelFile damaged = whole;
+        damaged.Bytes[at] ^= std::byte{0x55};
+        patient.Treat(damaged.Bytes, "a wrong byte at " + std::to_string(at));
+    }
+}
+
+TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFault)
+{
+    const auto sounds = samples::SampleSounds();
+    const LevelFile good = samples::WriteMainSfx(sounds);
+    const TempFolder folder;
+    ScriptedHost host;
+    Reporter report(host);
+    const auto samplesOf = [&](const std::vector<std::byte>& bytes) {
+        WriteWholeFile(folder.File("main.sfx"), bytes);
+        MainSFXState state;
+        EXPECT_TRUE(ReadMainSFX(folder.File("main.sfx"), state, report));
+        for (std::size_t i = 0; i < state.MainSFXSamples.size(); ++i)
+            EXPECT_TRUE(std::equal(state.MainSFXSamples[i].begin(), state.MainSFXSamples[i].end(),
+                                   sounds[i].begin(), sounds[i].end()))
+                << i;
+        return state.MainSFXSamples.size();
+    };
+    EXPECT_EQ(samplesOf(good.Bytes), sounds.size());
+    for (std::size_t i = 0; i < sounds.size(); ++i) {
+        const Mark& count = good.Count("Sample " + std::to_string(i));
+        for (const std::size_t cut : {count.Offset - 39, count.Offset + 4, count.Offset + 5})
+            EXPECT_EQ(samplesOf({good.Bytes.begin(),
+                                 good.Bytes.begin() + static_cast<std::ptrdiff_t>(cut)}),
+                      i);
+        LevelFile damaged = good;
+        damaged.Set(count, 0xffffffff);
+        EXPECT_EQ(samplesOf(damaged.Bytes), i);
+    }
+    EXPECT_EQ(Boxes(host), std::vector<std::string>{});
+}
+
+} // namespace
+
+} // namespace morlik::test

@@ -1,0 +1,87 @@
+#include "samples/Textures.h"
+#include "tests/output/Conversion.h"
+#include "tests/support/FaceProof.h"
+#include "tests/support/ObjectSetCheck.h"
+#include "tests/support/RealLevels.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+int GameOf(VersionCode game)
+{
+    return game == kTR1Gold ? kTR1 : game;
+}
+
+/// Saves the loaded level and gives the share of faces with the right pixels.
+double SavedShare(Conversion& run)
+{
+    EXPECT_TRUE(run.Save());
+    EXPECT_EQ(CheckWad(run.Wad(), run.Project.Level.Version), Complaints());
+    const FaceShare share = ProveFaces(run.Project.Level, run.Project.State, run.Wad());
+    EXPECT_GT(share.Faces, 0U);
+    return share.Share();
+}
+
+} // namespace
+
+TEST(FractionalTextures, LieOnTheirFacesAsInTheLevel)
+{
+    for (const VersionCode game : kGames) {
+        SCOPED_TRACE(GameOf(game));
+        samples::LevelContent level = samples::MakeRichLevel(game);
+        samples::MakeFractional(level);
+        Conversion run;
+        run.CopyDataFiles();
+        run.OpenLog();
+        ASSERT_TRUE(run.Load(level));
+        EXPECT_EQ(run.LogLines().at(2), "-Texture form: fractional");
+        EXPECT_EQ(SavedShare(run), 1.0);
+        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>());
+    }
+}
+
+TEST(FractionalTextures, ClassicSamplesLieOnTheirFacesToo)
+{
+    for (const VersionCode game : kGames) {
+        SCOPED_TRACE(GameOf(game));
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        EXPECT_EQ(SavedShare(run), 1.0);
+    }
+}
+
+TEST(FractionalTextures, OfRealLevelsConvertWithoutAMessage)
+{
+    const auto levels = RealLevels("modern");
+    if (levels.empty())
+        GTEST_SKIP() << "no real levels here";
+    for (const std::string& path : levels) {
+        SCOPED_TRACE(path);
+        Conversion run;
+        run.CopyDataFiles();
+        LoadLevel(run.Project, path);
+        EXPECT_GE(SavedShare(run), 0.999);
+        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>());
+    }
+}
+
+TEST(FractionalTextures, WithoutARightAngleTakeTheNearestLayoutAndAreCounted)
+{
+    samples::LevelContent level = samples::MakeRichLevel(kTR3);
+    samples::MakeFractional(level);
+    // An arrow head: its tip is in the middle of the box's upper edge.
+    auto& corners = level.ObjectTextures.back().Corners;
+    corners = {{{0x7f, 8, 0x7f, 0}, {0x7f, 16, 0x7f, 16}, {0x7f, 0, 0x7f, 16}, {0, 0, 0, 0}}};
+    Conversion run;
+    run.OpenLog();
+    ASSERT_TRUE(run.Load(level));
+    EXPECT_EQ(run.LogLines().back(), "1 textures simplified");
+}
+
+} // namespace morlik::test

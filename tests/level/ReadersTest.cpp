@@ -1,0 +1,248 @@
+#include "tests/output/Conversion.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using samples::LevelContent;
+using samples::LevelFile;
+using samples::MakeRichLevel;
+using samples::MakeTinyLevel;
+
+constexpr const char* kReadError = "MORLIK error: ReadTR -> Error reading level";
+
+TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
+{
+    struct Row
+    {
+        std::uint32_t Word;
+        const char* Name;
+        std::int16_t Version;
+    };
+    const std::vector<Row> rows{
+        {0x20, "a.phd", 1},
+        {0x20, "a.tub", 15},
+        {0x20, "A.TuB", 15},
+        {0x20, "a.tub.trc", 1},
+        {0x2d, "a.phd", 2},
+        {0xff180038, "a.tr2", 3},
+        {0xff080038, "a", 3},
+        {0xfffffff0, "a.trc", 4},
+        {0x03452548, "a.trc", 4},
+        {0x00345254, "a.trc", 5},
+        {0x00345254, "A.TRC", 5},
+        {0x00345254, "a.tr4", 4},
+        {0x00345254, "trc", 4},
+        {0x00345254, "model.trc", 51},
+        {0x00345254, "MODEL.Trc", 51},
+        {0x00345254, "del.tr4", 4},
+    };
+    for (const Row& row : rows) {
+        Conversion run;
+        run.OpenLog();
+        const auto bytes = std::as_bytes(std::span(&row.Word, 1));
+        EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, row.Name));
+        EXPECT_EQ(run.Project.State.LevelVersion, row.Version) << row.Word << row.Name;
+        EXPECT_EQ(run.LogLines().at(1), "-LevelVersion:" + std::to_string(row.Version));
+        EXPECT_EQ(Boxes(run.Host), std::vector<std::string>{kReadError});
+    }
+}
+
+TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
+{
+    const std::vector<std::pair<std::vector<int>, std::string>> rows{
+        {{}, "0"}, {{0x0a}, "A"}, {{0, 0, 0, 0xf0, 1}, "F0000000"}, {{0x21, 0, 0, 0}, "21"}};
+    for (const auto& [values, digits] : rows) {
+        Conversion run;
+        std::vector<std::byte> bytes(values.size());
+        std::transform(values.begin(), values.end(), bytes.begin(),
+                       [](int v) { return std::byte(v); });
+        EXPECT_FALSE(run.Load(bytes, "a.phd"));
+        EXPECT_EQ(Boxes(run.Host),
+                  std::vector<std::string>{"MORLIK: Unknown level version - 0x" + digits +
+                                           "\nIf this is a TR level, please mail the version code "
+                                           "to me."});
+    }
+    Conversion run;
+    EXPECT_NE(EndOf([&] { LoadLevel(run.Project, run.Folder.File("none")); }), "");
+    EXPECT_EQ(Boxes(run.Host),
+              std::vector<std::string>{"MORLIK error: Can't open " + run.Folder.File("none") +
+                                       ": No such file or directory"});
+}
+
+/// What a section makes of a count of 0 and of -1: "++" takes both, "+-" the first, "--" none.
+struct CountRow
+{
+    const char* Name;
+    void (*Empty)(LevelContent&);
+    const char* Classic;
+    const char* TR4;
+    const char* TR5;
+};
+
+const std::vector<CountRow> kCountRows{
+    {"Rooms", [](LevelContent& c) { c.Rooms.clear(); }, "--", "+-", "+-"},
+    {"Room 0 X sectors",
+     [](LevelContent& c) { c.Rooms[0].Sectors = {}, c.Rooms[0].NumXSectors = 0; }, "--", "+-", ""},
+    {"Room 0 portals", [](LevelContent&) {}, "+-", "+-", ""},
+    {"Floor data", [](LevelContent& c) { c.FloorData.clear(); }, "+-", "+-", "+-"},
+    {"Mesh data", [](LevelContent& c) { c.Meshes.clear(), c.MeshTable.clear(); }, "+-", "--", "--"},
+    {"Mesh pointers", [](LevelContent& c) { c.MeshTable.clear(); }, "+-", "--", "--"},
+    {"Animations", [](LevelContent& c) { c.Animations.clear(); }, "--", "--", "--"},
+    {"State changes", [](LevelContent& c) { c.StateChanges.clear(); }, "++", "--", "--"},
+    {"Dispatches", [](LevelContent& c) { c.AnimDispatches.clear(); }, "++", "--", "--"},
+    {"Commands", [](LevelContent& c) { c.AnimCommands.clear(); }, "++", "--", "--"},
+    {"Mesh trees", [](LevelContent& c) { c.MeshTrees.clear(); }, "--", "--", "--"},
+    {"Frames", [](LevelContent& c) { c.Frames.clear(); }, "--", "--", "--"},
+    {"Moveables", [](LevelContent& c) { c.Moveables.clear(); }, "--", "--", "--"},
+    {"Static meshes", [](LevelContent&) {}, "++", "+-", "+-"},
+    {"Object textures",
+     [](LevelContent& c) { c.ObjectTextures.clear(), c.ObjectTexturesTR45.clear(); }, "--", "--",
+     "--"},
+    {"Sprite textures", [](LevelContent&) {}, "++", "+-", "+-"},
+    {"Sprite sequences", [](LevelContent&) {}, "++", "+-", "+-"},
+    {"Cameras", [](LevelContent&) {}, "+-", "+-", "+-"},
+    {"Demo data", [](LevelContent&) {}, "+-", "+-", "+-"},
+    {"Sound details", [](LevelContent& c) { c.SoundDetails.clear(); }, "++", "--", "++"},
+    {"Sample indices", [](LevelContent& c) { c.SampleIndices.clear(); }, "++", "--", "++"},
+};
+
+TEST(ReadTR, TakesCountsOf0AndLessWhereTheGameAllowsThem)
+{
+    for (const VersionCode game : kGames) {
+        for (const CountRow& row : kCountRows) {
+            LevelContent level = MakeTinyLevel(game);
+            row.Empty(level);
+            LevelFile part = PartOf(level);
+            const std::string expected =
+                game == kTR4 ? row.TR4 : (game == kTR5 ? row.TR5 : row.Classic);
+            for (std::size_t i = 0; i < expected.size(); ++i) {
+                part.SetCount(row.Name, -static_cast<std::int64_t>(i));
+                Conversion run;
+                EXPECT_EQ(run.Load(FileOf(level, part), LevelName(game)), expected[i] == '+')
+                    << game << ' ' << row.Name << " at -" << i;
+            }
+        }
+    }
+}
+
+TEST(ReadTR, FillsWhatEachGameHasAndLeavesTheRest)
+{
+    for (const VersionCode game : kGames) {
+        LevelContent content = MakeRichLevel(game);
+        content.SoundMap.fill(7);
+        Conversion run;
+        ASSERT_TRUE(run.Load(content)) << game;
+        const LevelData& level = run.Project.Level;
+        const TrMainState& state = run.Project.State;
+        const bool first = game == kTR1 || game == kTR1Gold;
+        const bool classic = first || game == kTR2 || game == kTR3;
+        EXPECT_EQ(level.Version, first ? 1 : game);
+        EXPECT_EQ(state.RoomCount, static_cast<int>(content.Rooms.size()));
+        EXPECT_EQ(level.Rooms.size(), classic ? content.Rooms.size() : 0);
+        EXPECT_EQ(level.SpriteTextures.size(), classic ? content.SpriteTextures.size() : 0);
+        EXPECT_EQ(level.Tiles8.empty(), !first);
+        EXPECT_EQ(level.Tiles16.empty(), !classic || first);
+        EXPECT_EQ(level.Tiles32, classic ? decltype(level.Tiles32){} : content.Tiles32);
+        EXPECT_EQ(level.LaraType, game == kTR5 ? 3 : 0);
+        EXPECT_EQ(level.WeatherType, game == kTR5 ? 1 : 0);
+        const auto read = std::count(level.SoundMap.begin(), level.SoundMap.end(), 7);
+        EXPECT_EQ(read, first ? 256 : (game == kTR5 ? 450 : 370)) << game;
+        EXPECT_EQ(level.NumSamples, game == kTR2 || game == kTR3 ? 0 : 11);
+        for (std::size_t i = 0; i < level.Samples.size(); ++i)
+            EXPECT_EQ(level.Samples[i].Data, content.Samples[i]) << game << ' ' << i;
+        EXPECT_EQ(state.Palette[200].G, classic ? content.Palette[200].G : 0) << game;
+        EXPECT_EQ(state.Palette16[200].G, classic && !first ? content.Palette16[200].G : 0);
+        for (std::size_t i = 0; i < level.StaticMeshes.size(); ++i) {
+            const auto id = content.StaticMeshes[i].ObjectID;
+            EXPECT_EQ(level.StaticMeshes[i].ObjectID, game == kTR5 && id > 49 ? id + 10 : id);
+        }
+    }
+}
+
+TEST(ReadTR, LetsTheSampleListEndEarly)
+{
+    const auto sizes = [](const Conversion& run) {
+        std::vector<std::size_t> list;
+        for (const Sample& sample : run.Project.Level.Samples)
+            list.push_back(sample.Size());
+        return list;
+    };
+    const auto wav = MakeTinyLevel(kTR1).Samples[0];
+    const auto none = std::vector<std::byte>{std::byte{'R'}, std::byte{'I'}, std::byte{'F'}, {}};
+    for (const VersionCode game : {kTR1, kTR4, kTR5}) {
+        LevelContent level = MakeTinyLevel(game);
+        level.Samples = {wav, game == kTR4 ? std::vector<std::byte>{} : none, wav};
+        level.SampleIndices = {0, 1, 2};
+        Conversion run;
+        ASSERT_TRUE(run.Load(level));
+        // In Tomb Raider IV nothing is asked of a sample, and an empty one is just that.
+        EXPECT_EQ(sizes(run), (std::vector{wav.size(), std::size_t{0},
+                                           game == kTR4 ? wav.size() : std::size_t{0}}))
+            << game;
+    }
+    // The place of Tomb Raider V's samples hangs on the size of the level data alone.
+    for (const int wrong : {-1, 1, 1000000, -1000000}) {
+        LevelFile file = WriteLevel(MakeTinyLevel(kTR5));
+        const auto size = file.Section("Samples").Offset - file.Section("Unused word").Offset;
+        file.SetCount("Level data", static_cast<std::int64_t>(size) + wrong);
+        Conversion run;
+        EXPECT_EQ(run.Load(file.Bytes, "a.trc"), wrong > -1000000);
+        EXPECT_EQ(sizes(run),
+                  wrong > -1000000 ? std::vector<std::size_t>{0} : std::vector<std::size_t>{});
+    }
+}
+
+TEST(ReadTR, LoadsADemoOfTombRaiderVAsOneOfItsLevels)
+{
+    Conversion run;
+    ASSERT_TRUE(run.Load(WriteLevel(MakeTinyLevel(kTR5)).Bytes, "model.trc"));
+    EXPECT_EQ(run.Project.State.LevelVersion, 5);
+}
+
+TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
+{
+    for (const VersionCode game : {kTR4, kTR5}) {
+        const LevelFile good = WriteLevel(MakeTinyLevel(game));
+        for (const std::int64_t size : {0LL, -1LL, 0x7fffffffLL, 0x4000001LL}) {
+            LevelFile file = good;
+            file.SetCount("Tiles32 inflated", size);
+            Conversion run;
+            run.OpenLog();
+            EXPECT_FALSE(run.Load(file.Bytes, LevelName(game))) << size;
+            EXPECT_EQ(Boxes(run.Host), std::vector<std::string>{kReadError});
+            EXPECT_NE(run.LogLines().back().find("inflated size of " + std::to_string(size)),
+                      std::string::npos);
+        }
+        const std::int64_t told = 2 * kTilePixels * 4;
+        LevelFile file = good;
+        file.SetCount("Tiles32 inflated", told);
+        Conversion run;
+        ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
+        EXPECT_EQ(run.Project.Level.TileBytes, 2 * kTileBytes);
+        EXPECT_EQ(run.Project.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
+        EXPECT_EQ(run.Project.Level.Tiles32.back(), 0U);
+    }
+}
+
+TEST(ReadTR, KeepsWhatADamagedTileStreamGave)
+{
+    for (const VersionCode game : {kTR4, kTR5}) {
+        LevelFile file = WriteLevel(MakeTinyLevel(game));
+        const auto& tiles = file.Section("Tiles32");
+        file.Patch(tiles.Offset + tiles.Size - 5, std::uint32_t{0x12345678});
+        Conversion run;
+        ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
+        EXPECT_EQ(run.Project.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
+        EXPECT_EQ(run.Project.Level.NumMeshPointers, 1);
+    }
+}
+
+} // namespace
+
+} // namespace morlik::test

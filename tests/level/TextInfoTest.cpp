@@ -1,0 +1,199 @@
+#include "level/ConvertTR5TextInfo.h"
+#include "level/ConvertTextInfo.h"
+#include "tests/output/Conversion.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+std::vector<int> Box(const TextInfo& info)
+{
+    return {info.X, info.Y, info.Width, info.Height, info.FlipX, info.FlipY};
+}
+
+/// The tables of one conversion.
+struct Textures
+{
+    explicit Textures(std::vector<ObjectTexture> textures)
+    {
+        State.ObjectTextures = std::move(textures);
+        Level.NumTextInfo = static_cast<std::int32_t>(State.ObjectTextures.size());
+        End = EndOf([this] { ConvertTextInfo(Level, State, Report); });
+    }
+    explicit Textures(std::vector<ObjectTextureTR45> textures)
+    {
+        State.ObjectTexturesTR45 = std::move(textures);
+        Level.NumTextInfo = static_cast<std::int32_t>(State.ObjectTexturesTR45.size());
+        Level.TileBytes = 2 * kTileBytes;
+        End = EndOf([this] { ConvertTR5TextInfo(Level, State, Report); });
+    }
+
+    ScriptedHost Host;
+    Reporter Report{Host};
+    LevelData Level;
+    TrMainState State;
+    std::string End;
+};
+
+TEST(ConvertTextInfo, ReadsTheCodeOfATriangleFromItsFirstTwoCorners)
+{
+    constexpr std::uint8_t kFar = 0xff;
+    struct Row
+    {
+        std::array<std::uint8_t, 4> Sides; ///< X and Y side of c1, of c2
+        std::int32_t Code;
+    };
+    const std::vector<Row> rows{
+        {{1, 1, kFar, 1}, 0},
+        {{kFar, 1, kFar, kFar}, 0x2000},
+        {{kFar, kFar, 1, kFar}, 0x4000},
+        {{1, kFar, 1, 1}, 0x6000},
+        {{kFar, 1, 1, 1}, 0x8000},
+        {{1, 1, 1, kFar}, 0xa000},
+        {{1, kFar, kFar, kFar}, 0xc000},
+        {{kFar, kFar, kFar, 1}, 0xe000},
+        {{0, 0, 0, 0}, 0xa000},
+    };
+    for (const Row& row : rows) {
+        const auto& s = row.Sides;
+        const Textures made({ObjectTexture{
+            .Tile = -3, .Corners = {{{s[0], 30, s[1], 7}, {s[2], 20, s[3], 90}, {1, 61, 1, 50}}}}});
+        EXPECT_EQ(made.State.TextureFlip[0], row.Code);
+        EXPECT_EQ(Box(made.Level.TextInfos[0]), (std::vector<int>{20, 7, 41, 83, 0, 0}));
+        EXPECT_EQ(made.Level.TextInfos[0].Tile, -3);
+    }
+}
+
+TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
+{
+    struct Row
+    {
+        std::array<TextureCorner, 4> Corners;
+        std::vector<int> Box;
+        std::int32_t Code;
+        std::size_t Messages;
+        bool Ends;
+    };
+    const std::vector<Row> rows{
+        {{{{1, 0, 1, 5}, {0xff, 255, 1, 5}, {}, {1, 0, 0xff, 9}}},
+         {0, 5, 255, 4, 255, 255},
+         1,
+         0,
+         false},
+        {{{{0xff, 30, 1, 5}, {1, 20, 1, 5}, {}, {1, 0, 0, 9}}},
+         {20, 5, 10, 4, 255, 255},
+         -1,
+         0,
+         false},
+        {{{{1, 3, 0xff, 9}, {1, 4, 1, 5}, {}, {1, 0, 0, 0}}}, {3, 0, 1, 9, 255, 255}, 1, 0, false},
+        {{{{1, 20, 1, 5}, {1, 10, 1, 5}, {}, {1, 0, 0, 9}}}, {20, 5, 0, 4, 255, 255}, 1, 2, false},
+        {{{{1, 20, 0xff, 9}, {1, 10, 1, 5}, {}, {1, 0, 0, 5}}},
+         {20, 5, 0, 4, 255, 255},
+         1,
+         2,
+         false},
+        {{{{1, 10, 1, 20}, {1, 20, 1, 5}, {}, {1, 0, 0, 10}}},
+         {10, 20, 10, 0, 255, 255},
+         1,
+         1,
+         false},
+        {{{{1, 20, 1, 20}, {1, 10, 1, 5}, {}, {1, 0, 0, 10}}},
+         {20, 20, 0, 0, 255, 255},
+         1,
+         2,
+         false},
+        {{{{0xff, 30, 0xff, 5}, {1, 20, 1, 5}, {}, {1, 0, 0, 9}}},
+         {20, 9, 10, 0, 255, 255},
+         -1,
+         1,
+         false},
+        {{{{0xff, 10, 1, 5}, {1, 20, 1, 5}, {}, {1, 0, 0, 9}}}, {}, 0, 1, true},
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const Row& row = rows[i];
+        const ObjectTexture good{.Corners = rows[0].Corners};
+        const Textures made({good, {.Corners = row.Corners}, good});
+        EXPECT_EQ(Boxes(made.Host),
+                  std::vector<std::string>(row.Messages,
+                                           "MORLIK: ConvertTextInfo -> Error reading texture1"))
+            << i;
+        EXPECT_EQ(!made.End.empty(), row.Ends) << i;
+        if (row.Ends)
+            continue;
+        EXPECT_EQ(Box(made.Level.TextInfos[1]), row.Box) << i;
+        EXPECT_EQ(made.State.TextureFlip[1], row.Code) << i;
+        EXPECT_EQ(Box(made.Level.TextInfos[2]), rows[0].Box) << i;
+        EXPECT_EQ(made.State.TextureRemap, (std::vector<std::int32_t>{0, 1, 2}));
+    }
+}
+
+ObjectTextureTR45 Texture(std::int16_t tile, std::array<std::array<int, 2>, 3> corners,
+                          std::int32_t width, std::int32_t height)
+{
+    ObjectTextureTR45 texture{.Tile = tile, .Width = width, .Height = height};
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        texture.Corners.at(i).XPixel = static_cast<std::uint8_t>(corners.at(i)[0]);
+        texture.Corners.at(i).YPixel = static_cast<std::uint8_t>(corners.at(i)[1]);
+    }
+    return texture;
+}
+
+TEST(ConvertTR5TextInfo, ReadsTheCodeFromOddAndEvenPixels)
+{
+    constexpr std::int16_t kTriangle = Word(0x8001);
+    const auto code = [](std::int16_t tile, std::array<std::array<int, 2>, 3> corners) {
+        const Textures made({Texture(tile, corners, 63, 31)});
+        EXPECT_EQ(Box(made.Level.TextInfos[0]), (std::vector<int>{2, 4, 63, 31, 255, 255}));
+        EXPECT_EQ(made.Level.TextInfos[0].Tile, 1);
+        EXPECT_EQ(made.State.ObjectTexturesTR45[0].Tile, tile);
+        return made.State.TextureFlip[0];
+    };
+    EXPECT_EQ(code(kTriangle, {{{2, 4}, {65, 4}, {2, 35}}}), 0);
+    EXPECT_EQ(code(kTriangle, {{{65, 4}, {65, 35}, {2, 4}}}), 0x2000);
+    EXPECT_EQ(code(kTriangle, {{{65, 35}, {2, 35}, {65, 4}}}), 0x4000);
+    EXPECT_EQ(code(kTriangle, {{{2, 35}, {2, 4}, {65, 35}}}), 0x6000);
+    EXPECT_EQ(code(kTriangle, {{{65, 4}, {2, 4}, {65, 35}}}), 0x8000);
+    EXPECT_EQ(code(kTriangle, {{{2, 4}, {2, 35}, {65, 4}}}), 0xa000);
+    EXPECT_EQ(code(kTriangle, {{{2, 35}, {65, 35}, {2, 4}}}), 0xc000);
+    EXPECT_EQ(code(kTriangle, {{{65, 35}, {65, 4}, {2, 35}}}), 0xe000);
+    EXPECT_EQ(code(1, {{{2, 4}, {65, 4}, {65, 35}}}), 1);
+    EXPECT_EQ(code(1, {{{65, 4}, {2, 4}, {2, 35}}}), -1);
+}
+
+TEST(ConvertTR5TextInfo, MapsRepeatsOfABoxToTheFirst)
+{
+    const auto box = [](std::int16_t tile, int x, int width, int height = 10) {
+        return Texture(tile, {{{x, 0}, {x + width, 0}, {x, 0}}}, width, height);
+    };
+    const Textures made({box(0, 2, 7), box(0, 2, 9), box(0, 2, 7, 12), box(1, 2, 7), box(0, 2, 7),
+                         box(Word(0x8000), 2, 7), box(0, 4, 7), box(1, 2, 7), box(0, 2, 9)});
+    EXPECT_EQ(made.State.TextureRemap, (std::vector<std::int32_t>{0, 1, 2, 3, 0, 0, 6, 3, 1}));
+    EXPECT_EQ(made.State.TextureFlip[5], 0);
+    EXPECT_EQ(made.State.TextureFlip[4], 1);
+}
+
+TEST(ConvertTR5TextInfo, RefusesBoxesAndTilesThatTheLevelDoesNotHave)
+{
+    const auto end = [](std::int16_t tile, int x, int y, std::int32_t width, std::int32_t height) {
+        const Textures made({Texture(0, {{{0, 0}, {1, 0}, {0, 1}}}, 1, 1),
+                             Texture(tile, {{{x, y}, {x, y}, {x, y}}}, width, height)});
+        return made.End;
+    };
+    const std::string invalid = "ConvertTR5TextInfo -> ObjectTexture1 invalid";
+    EXPECT_EQ(end(1, 200, 200, 55, 55), "");
+    EXPECT_EQ(end(1, 200, 200, 56, 55), invalid);
+    EXPECT_EQ(end(3, 200, 200, 55, 56), invalid);
+    EXPECT_EQ(end(3, 0, 0, 1, 1), "Invalid objecttexture - Tile wrong");
+    // The level has two tiles: number 2 is let through as a tile, but none of its rows are there.
+    EXPECT_THROW(end(2, 0, 0, 1, 1), ReadFailure);
+    EXPECT_THROW(end(0, 0, 0, 256, 1), ReadFailure);
+    EXPECT_THROW(end(0, 0, 0, 1, -1), ReadFailure);
+}
+
+} // namespace
+
+} // namespace morlik::test

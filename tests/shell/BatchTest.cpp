@@ -1,0 +1,255 @@
+#include "shell/Batch.h"
+
+#include "shell/MORLIK_Main.h"
+#include "tests/output/Conversion.h"
+#include "tests/support/MemoryRegistry.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+
+TEST(BatchLine, IsCutByPositionsAndNeverSplit)
+{
+    struct Row
+    {
+        const char* Line;
+        bool Good;
+        const char* Level;
+        const char* Title;
+        const char* Output;
+    };
+    const std::vector<Row> rows{
+        {R"(/makewas C:\levels\city.tr4 /export C:\out\city.was)", true, R"(C:\levels\city.tr4)",
+         "city.tr4", R"(C:\out\city.was)"},
+        {"/MakeWAS /my levels/a b.phd /export /out put/a.was", true, "/my levels/a b.phd",
+         "a b.phd", "/out put/a.was"},
+        {"/makewas x/a.phd  /export o.was", true, "x/a.phd ", "a.phd ", "o.was"},
+        {R"(/makewas "a.phd" /export "o.was")", true, R"("a.phd")", R"("a.phd")", R"("o.was")"},
+        {R"(/makewas-a\b/c.phd+/export=o.was /export p)", true, R"(a\b/c.phd)", "c.phd",
+         "o.was /export p"},
+        {"/makewas x/export/a.phd /export o.was", true, "", "", "a.phd /export o.was"},
+        {"/makewas a.phd /EXPORT o.was", false, "", "", ""},
+        {"/makewas a.phd", false, "", "", ""},
+        {"/makewas", false, "", "", ""},
+        {"/makewas a.phd /export", false, "", "", ""},
+        {"/makewas a.phd /export ", false, "", "", ""},
+        {"/makewas /export o.was", false, "", "", ""},
+    };
+    for (const Row& row : rows) {
+        EXPECT_TRUE(IsBatch(row.Line));
+        const auto paths = CutBatchLine(row.Line);
+        ASSERT_EQ(paths.has_value(), row.Good) << row.Line;
+        if (!paths)
+            continue;
+        EXPECT_EQ(paths->Level, row.Level);
+        EXPECT_EQ(GetTitle(paths->LevelWithBlank), row.Title) << row.Line;
+        EXPECT_EQ(paths->Output, row.Output);
+    }
+    EXPECT_TRUE(IsBatch("/makewashing"));
+    for (const char* line : {"", "/makewa", " /makewas a"})
+        EXPECT_FALSE(IsBatch(line)) << line;
+}
+
+TEST(VersionText, NamesRevisionsAndBetas)
+{
+    EXPECT_EQ(BuildVersionString({}), "MORLIK 1.7");
+    EXPECT_EQ(BuildVersionString({2, 0, 1}), "MORLIK 2.0 Revision 1");
+    EXPECT_EQ(BuildVersionString({2, 0, 100}), "MORLIK 2.0 Revision 100");
+    EXPECT_EQ(BuildVersionString({2, 0, 101}), "MORLIK 2.0 Beta 1");
+}
+
+/// A batch run over a level in the folder of `run`.
+bool Batch(Conversion& run, const std::string& level, const std::string& output)
+{
+    MemoryRegistry registry;
+    return RunBatch(run.Project, registry,
+                    "/makewas " + run.Folder.File(level) + " /export " + output);
+}
+
+TEST(Batch, LogsEveryStage)
+{
+    struct Row
+    {
+        VersionCode Game;
+        std::string Level;
+        std::int16_t Version;
+        Strings Reading;
+        Strings Palette;
+        Strings Frames;
+    };
+    const std::vector<Row> rows{
+        {kTR2, "a b.tr2", 2, {"-Converting Textures"}, {"Building palette"}, {"Converting frames"}},
+        {kTR3, "c.tr2", 3, {"-Converting textures"}, {"Building palette"}, {"Converting frames"}},
+        {kTR1Gold,
+         "c.TUB",
+         15,
+         {"-Converting Textures"},
+         {"Building palette"},
+         {"Converting frames"}},
+        {kTR4, "c.tr4", 4, {}, {}, {}},
+    };
+    for (const Row& row : rows) {
+        Conversion run;
+        run.CopyDataFiles();
+        run.Host.Date = "11/24/26";
+        WriteWholeFile(run.Folder.File("MORLIK.log"), std::vector<std::byte>(10000));
+        OpenLog(run.Project.Report);
+        WriteWholeFile(run.Folder.File(row.Level),
+                       WriteLevel(samples::MakeTinyLevel(row.Game)).Bytes);
+        EXPECT_TRUE(Batch(run, row.Level, run.Output(".WAS")));
+        EXPECT_EQ(Boxes(run.Host), Strings{"Morlik v1.6: WAS Saved!"});
+        EXPECT_EQ(run.Project.Level.Version, row.Version == 15 ? 1 : row.Version);
+
+        const std::string level = run.Folder.File(row.Level);
+        Strings expected{"MORLIK v1.6",
+                         "File created on 11/24/26",
+                         "---------------------------",
+                         "MORLIK started with command line '/makewas " + level + " /export " +
+                             run.Output(".WAS") + "'",
+                         "Reading settings",
+                         "Loading TR4Objects.dat",
+                         "Loading level",
+                         "-LevelFile:" + level,
+                         "-LevelVersion:" + std::to_string(row.Version)};
+        const auto add = [&expected](const Strings& lines) {
+            expected.insert(expected.end(), lines.begin(), lines.end());
+        };
+        add(row.Reading);
+        add({"Saving WAS", "Writing WAD file " + run.Output(".WAS"), "Converting Meshes",
+             "1 TextInfos found"});
+        add(row.Palette);
+        add(row.Frames);
+        add({"Converting texture tiles", "Writing SAM file", "Writing SFX file", "Writing SWD file",
+             "Writing WAS file"});
+        EXPECT_EQ(ReadLines(run.Folder.File("MORLIK.log")), expected);
+    }
+}
+
+TEST(Batch, TellsWhatItCannotDo)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    WriteWholeFile(run.Folder.File("a.phd"), WriteLevel(samples::MakeTinyLevel(kTR1)).Bytes);
+    const auto messages = [&run](const std::string& output) {
+        run.Host.Calls.clear();
+        EXPECT_FALSE(Batch(run, "a.phd", output)) << output;
+        return Boxes(run.Host);
+    };
+    const std::string saved = "Morlik v1.6: WAS Saved!";
+    EXPECT_EQ(messages(run.Output(".wad")),
+              (Strings{"MORLIK: You must save it as a was file", saved}));
+    EXPECT_EQ(messages("was"), (Strings{"MORLIK: You must save it as a was file", saved}));
+    EXPECT_EQ(messages(run.Folder.File("none/a.was")),
+              (Strings{"MORLIK: Can't write " + run.Folder.File("none/a.wad") +
+                           ": No such file or directory",
+                       saved}));
+    // A folder in the place of a later file of the set.
+    std::filesystem::create_directory(run.Output(".sfx"));
+    EXPECT_EQ(messages(run.Output(".was")),
+              (Strings{"MORLIK: Can't write " + run.Output(".sfx") + ": Is a directory", saved}));
+    EXPECT_EQ(run.Host.Calls.at(run.Host.Calls.size() - 2), "event: Ready.");
+
+    MemoryRegistry registry;
+    EXPECT_NE(EndOf([&] { RunBatch(run.Project, registry, "/makewas a.phd /export"); }), "");
+    EXPECT_EQ(Boxes(run.Host).back(),
+              "MORLIK error: The command line needs /export and an output path!");
+}
+
+TEST(Log, GoesToTheStateFolderWhereTheProgramsOwnIsNotWritable)
+{
+    Conversion run;
+    run.Host.Folder = run.Folder.File("none");
+    run.Host.State = run.Folder.File("state/morlik");
+    OpenLog(run.Project.Report);
+    EXPECT_EQ(ReadLines(run.Folder.File("state/morlik/MORLIK.log")).at(0), "MORLIK v1.6");
+    WriteWholeFile(run.Folder.File("file"), {});
+    run.Host.State = run.Folder.File("file");
+    EXPECT_EQ(EndOf([&] { OpenLog(run.Project.Report); }),
+              "Can't write " + run.Folder.File("file/MORLIK.log") + ": Not a directory");
+}
+
+/// What the user sees of the status: texts and percentages in order. The steps of the tile
+/// conversion are left out and counted.
+Strings Status(const ScriptedHost& host, int& steps)
+{
+    Strings seen;
+    steps = 0;
+    bool tiles = false;
+    for (const std::string& call : host.Calls) {
+        const bool event = call.rfind("event: ", 0) == 0;
+        if (event)
+            tiles = call == "event: Converting textures";
+        if (tiles && !event && call.rfind("prog: ", 0) == 0) {
+            EXPECT_NEAR(std::stod(call.substr(6)), 30 + steps / 10.2, 0.01);
+            ++steps;
+        } else if (event || call.rfind("prog: ", 0) == 0) {
+            seen.push_back(call.substr(event ? 7 : 6));
+        }
+    }
+    return seen;
+}
+
+TEST(Status, FollowsTheSaveAndComesBackToRest)
+{
+    for (const VersionCode game : {kTR2, kTR4}) {
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        EXPECT_TRUE(run.Save());
+        int steps = 0;
+        EXPECT_EQ(Status(run.Host, steps), (Strings{"0",
+                                                    "Converting meshes",
+                                                    "2",
+                                                    "10",
+                                                    "12",
+                                                    "Converting frames",
+                                                    "15",
+                                                    "Fixing AnimDispatches",
+                                                    "20",
+                                                    "Writing WAD",
+                                                    "25",
+                                                    "30",
+                                                    "Converting textures",
+                                                    "Writing WAD",
+                                                    "55",
+                                                    "57",
+                                                    "60",
+                                                    "62",
+                                                    "65",
+                                                    "67",
+                                                    "70",
+                                                    "72",
+                                                    "75",
+                                                    "77",
+                                                    "Writing SAM",
+                                                    "80",
+                                                    "Writing SFX",
+                                                    "85",
+                                                    "Writing SWD",
+                                                    "90",
+                                                    "Writing WAS",
+                                                    "95",
+                                                    "100",
+                                                    "0",
+                                                    "Ready."}));
+        EXPECT_EQ(steps, 256);
+        // The save asks for turns of the window system from 15 on.
+        EXPECT_EQ(run.Host.Turns, 256 + 19);
+
+        run.Host.Calls.clear();
+        run.Project.State.TextureRemap.assign(run.Project.State.TextureRemap.size(), 100000);
+        EXPECT_FALSE(run.Save());
+        EXPECT_EQ(Status(run.Host, steps), (Strings{"0", "Converting meshes", "2", "0", "Ready."}));
+    }
+}
+
+} // namespace
+
+} // namespace morlik::test

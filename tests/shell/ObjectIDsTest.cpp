@@ -1,0 +1,78 @@
+#include "shell/ObjectID_Mod.h"
+#include "tests/output/Conversion.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Counts = std::array<std::int32_t, 6>;
+
+/// A catalogue whose sections have so many entries. Each is called "N" + section + "-" + id, with a
+/// small accented letter behind, but those of id 1, which have no name.
+std::vector<std::byte> Catalogue(const Counts& counts)
+{
+    ByteWriter out;
+    for (std::size_t section = 0; section < counts.size(); ++section) {
+        out.Put(counts.at(section));
+        for (std::int32_t id = 0; id < counts.at(section); ++id) {
+            const std::string name =
+                id == 1 ? "" : "n" + std::to_string(section) + "-" + std::to_string(id) + "\xe4";
+            out.Put(static_cast<std::int32_t>(name.size()));
+            out.PutBytes(std::as_bytes(std::span(name)));
+            if (section >= 2)
+                out.Put(std::int32_t{-1});
+        }
+    }
+    return out.Bytes();
+}
+
+std::string LoadEnd(Conversion& run, const std::vector<std::byte>& catalogue)
+{
+    WriteWholeFile(run.Folder.File(kCatalogueName), catalogue);
+    return EndOf([&run] { LoadObjectIDs("", run.Project.Names, run.Project.Report); });
+}
+
+TEST(LoadObjectIDs, FillsTheTablesInTheOrderOfTheFile)
+{
+    Conversion run;
+    ASSERT_EQ(LoadEnd(run, Catalogue({501, 90, 501, 501, 501, 501})), "");
+    const ObjectNames& names = run.Project.Names;
+    EXPECT_EQ(names.Moveable(4, 500), "n0-500\xe4");
+    EXPECT_EQ(names.Static(89), "n1-89\xe4");
+    EXPECT_EQ(names.Moveable(3, 500), "N2-500\xc4");
+    EXPECT_EQ(names.Moveable(2, 500), "n3-500\xe4");
+    EXPECT_EQ(names.Moveable(1, 2), "n4-2\xe4");
+    EXPECT_EQ(names.Moveable(5, 0), "n5-0\xe4");
+    for (const std::string& none :
+         {names.Moveable(5, 1), names.Moveable(5, 501), names.Moveable(1, -1), names.Static(90)})
+        EXPECT_EQ(none, "");
+}
+
+TEST(LoadObjectIDs, EndsTheProgramWithoutAGoodCatalogue)
+{
+    Conversion run;
+    EXPECT_EQ(EndOf([&] { LoadObjectIDs("", run.Project.Names, run.Project.Report); }),
+              "LoadObjectIDs -> Can't find TR4Objects.dat");
+    EXPECT_EQ(LoadEnd(run, Catalogue({})), "");
+    const std::string error = "Error reading TR4Objects.dat";
+    for (std::size_t section = 0; section < 6; ++section) {
+        Counts counts{};
+        counts.at(section) = section == 1 ? 91 : 502;
+        EXPECT_EQ(LoadEnd(run, Catalogue(counts)), error) << section;
+    }
+    const auto good = Catalogue({3, 2, 1, 2, 1, 3});
+    for (std::size_t size = 0; size < good.size(); ++size)
+        EXPECT_EQ(LoadEnd(run, {good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size)}),
+                  error)
+            << size;
+    EXPECT_EQ(Boxes(run.Host).front(), "MORLIK error: LoadObjectIDs -> Can't find TR4Objects.dat");
+    EXPECT_EQ(Boxes(run.Host).back(), "MORLIK error: " + error);
+}
+
+} // namespace
+
+} // namespace morlik::test

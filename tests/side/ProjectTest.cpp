@@ -1,0 +1,180 @@
+#include "samples/Project.h"
+
+#include "base/Files.h"
+#include "side/PRJ_Mod.h"
+#include "tests/support/ScriptedHost.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+constexpr const char* kReadError = "MORLIK: ReadPRJ -> Error reading PRJ file!";
+
+class ProjectTest : public testing::Test
+{
+protected:
+    PRJData Read(std::span<const std::byte> bytes)
+    {
+        const auto name = Folder.File("city.prj");
+        WriteWholeFile(name, bytes);
+        Host = {};
+        State.LevelIsLoaded = -1;
+        return ReadPRJ(name, State, Report);
+    }
+    PRJData Read(const samples::ProjectContent& project)
+    {
+        return Read(samples::WriteProject(project).Bytes);
+    }
+
+    TempFolder Folder;
+    ScriptedHost Host;
+    Reporter Report{Host};
+    TrMainState State;
+};
+
+} // namespace
+
+TEST_F(ProjectTest, ReadsRoomsAndObjectsToTheEnd)
+{
+    auto content = samples::MakeProject();
+    content.Rooms[3].SlotWord = 2; // only 1 marks an empty slot
+    const PRJData project = Read(content);
+    EXPECT_TRUE(Host.Calls.empty());
+    EXPECT_EQ(State.LevelIsLoaded, 0);
+    EXPECT_EQ(project.NumRoomSlots, 4);
+    EXPECT_EQ(project.NumRooms, 3);
+    ASSERT_EQ(project.Rooms.size(), 4U);
+    const std::array<std::int16_t, 4> states{-1, 0, -1, -1};
+    const std::array<std::int16_t, 4> indices{0, 0, 1, 2};
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        EXPECT_EQ(project.Rooms[i].State, states[i]);
+        EXPECT_EQ(project.Rooms[i].Index, indices[i]);
+        EXPECT_TRUE(project.Rooms[i].Name.starts_with(content.Rooms[i].Name));
+        EXPECT_EQ(project.Rooms[i].ObjectTypes, content.Rooms[i].Objects);
+        EXPECT_EQ(project.Rooms[i].Object2Types, content.Rooms[i].SecondObjects);
+    }
+    EXPECT_EQ(project.Rooms[2].BlockRows, 5);
+    EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
+    EXPECT_EQ(project.NumTrailRecords, 3);
+}
+
+TEST_F(ProjectTest, ReadsTheFormOfLaterEditors)
+{
+    auto content = samples::MakeProject();
+    content.Later = true;
+    content.Rooms[2].SecondObjects = {0x4000, samples::kLaterSecondObject};
+    const PRJData project = Read(content);
+    EXPECT_TRUE(Host.Calls.empty());
+    EXPECT_EQ(project.NumRooms, 3);
+    EXPECT_TRUE(project.Rooms[3].Name.starts_with("Cellar"));
+    EXPECT_EQ(project.Rooms[2].Object2Types, content.Rooms[2].SecondObjects);
+    EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
+
+    // A file in neither form is taken for one of the first editor.
+    content.Rooms[3].Objects = {9};
+    EXPECT_TRUE(Read(content).Rooms.empty());
+    EXPECT_EQ(Host.Messages().back(), kReadError);
+}
+
+TEST_F(ProjectTest, ReadsARealProject)
+{
+    const std::string path = std::string(MORLIK_LEVEL_FOLDER) + "/../projects/real1.prj";
+    if (!std::filesystem::exists(path))
+        GTEST_SKIP() << "no real project here";
+    const PRJData project = ReadPRJ(path, State, Report);
+    EXPECT_TRUE(Host.Calls.empty());
+    EXPECT_EQ(project.NumRoomSlots, 100);
+    EXPECT_TRUE(project.Rooms.at(0).Name.starts_with("Room0"));
+}
+
+TEST_F(ProjectTest, UnknownObjectsGetAMessageAndTheReadGoesOn)
+{
+    auto content = samples::MakeProject();
+    content.Rooms[0].Objects = {samples::kPlainObject, 9, samples::kLongObject};
+    content.Rooms[0].SecondObjects = {0x4c00, 0x4001, 0x4000};
+    content.Rooms[2].Objects = {-1};
+    const PRJData project = Read(content);
+    EXPECT_EQ(Host.Calls, (std::vector<std::string>{"message: MORLIK: Unknown object found -9",
+                                                    "message: MORLIK: Unknown object2 -16385",
+                                                    "message: MORLIK: Unknown object found --1"}));
+    EXPECT_EQ(project.NumRooms, 3);
+    EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
+}
+
+TEST_F(ProjectTest, FileCutAnywhereFailsWithItsMessage)
+{
+    const auto bytes = samples::WriteProject(samples::MakeProject()).Bytes;
+    for (std::size_t size = 0; size < bytes.size(); size += size < 2000 ? 1 : 97) {
+        const PRJData project = Read(std::span(bytes).first(size));
+        const bool hasMagic = size >= 8;
+        ASSERT_EQ(Host.Messages(),
+                  std::vector<std::string>{hasMagic ? kReadError : "MORLIK: Not a project file!"})
+            << size << " bytes";
+        ASSERT_EQ(State.LevelIsLoaded, hasMagic ? 0 : -1);
+        ASSERT_TRUE(project.Rooms.empty() && project.NumRoomSlots == 0);
+    }
+}
+
+TEST_F(ProjectTest, DamagedCountsFailOrStandForNothing)
+{
+    struct Case
+    {
+        const char* Count;
+        std::int64_t Value;
+        bool IsGood;
+    };
+    // The filler behind a room's list reads as garbage, so a list that is emptied must be one that
+    // was empty before.
+    const std::vector<Case> cases{
+        {"Rooms", 0, false},
+        {"Rooms", -1, false},
+        {"Rooms", 0x7fffffff, false},
+        {"Room 2 columns", -3, false},
+        {"Room 2 rows", -5, false},
+        {"Room 0 items", 0x7fff, false},
+        {"Room 2 items", -1, true},
+        {"Room 2 objects", -7, true},
+        {"Room 3 second objects", -32768, true},
+        {"Trail", -1, true},
+        {"Trail", 4, false},
+    };
+    const auto good = samples::WriteProject(samples::MakeProject());
+    for (const Case& c : cases) {
+        auto file = good;
+        file.SetCount(c.Count, c.Value);
+        const PRJData project = Read(file.Bytes);
+        EXPECT_EQ(project.NumRooms, c.IsGood ? 3 : 0) << c.Count << " " << c.Value;
+        EXPECT_EQ(Host.Messages(),
+                  c.IsGood ? std::vector<std::string>{} : std::vector<std::string>{kReadError})
+            << c.Count << " " << c.Value;
+    }
+    auto flat = samples::MakeProject();
+    flat.Rooms[2].BlockColumns = 0;
+    EXPECT_EQ(Read(flat).NumRooms, 3);
+
+    auto twice = good; // the product of both is that of the good file
+    twice.SetCount("Room 2 columns", -3);
+    twice.SetCount("Room 2 rows", -5);
+    EXPECT_EQ(Read(twice.Bytes).NumRooms, 0);
+}
+
+TEST_F(ProjectTest, OtherFilesAreRefused)
+{
+    auto content = samples::MakeProject();
+    content.Magic = "PROJFILM";
+    EXPECT_EQ(Read(content).NumRoomSlots, 0);
+    EXPECT_EQ(Host.Calls, std::vector<std::string>{"message: MORLIK: Not a project file!"});
+    EXPECT_EQ(State.LevelIsLoaded, -1);
+
+    const auto missing = Folder.File("missing.prj");
+    EXPECT_TRUE(ReadPRJ(missing, State, Report).Rooms.empty());
+    EXPECT_TRUE(Host.Messages().back().starts_with("MORLIK: Can't open " + missing + ": "));
+    EXPECT_EQ(State.LevelIsLoaded, -1);
+}
+
+} // namespace morlik::test

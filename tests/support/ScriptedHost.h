@@ -1,0 +1,77 @@
+#pragma once
+
+#include "base/Host.h"
+
+#include <deque>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace morlik::test
+{
+
+/// A Host that answers what a test has set and records every call in order, but for the turns,
+/// which are counted.
+class ScriptedHost : public Host
+{
+public:
+    bool SkyFixTicked = false;
+    bool ExpSprTicked = false;
+    std::filesystem::path Folder; ///< the program's
+    std::filesystem::path State;  ///< the user's
+    std::string Date = "24.11.2026";
+    std::string CaptionText;
+    std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
+    std::deque<std::string> SaveAnswers;
+
+    /// Such as "message: TITLE: TEXT", "event: TEXT", "prog: 12.5", "open: FILTER in FOLDER".
+    std::vector<std::string> Calls;
+    int Turns = 0;
+
+    /// The message boxes alone, each as "TITLE: TEXT".
+    std::vector<std::string> Messages() const { return messages_; }
+
+    void ShowMessage(const std::string& text, const std::string& title) override
+    {
+        Calls.push_back("message: " + title + ": " + text);
+        messages_.push_back(title + ": " + text);
+    }
+    void ShowOpen(FileDialog& dialog) override { Answer("open: ", dialog, OpenAnswers); }
+    void ShowSave(FileDialog& dialog) override { Answer("save: ", dialog, SaveAnswers); }
+    void SetEvent(const std::string& text) override { Calls.push_back("event: " + text); }
+    void SetProg(float percent) override
+    {
+        std::ostringstream text;
+        text << "prog: " << percent;
+        Calls.push_back(text.str());
+    }
+    void GiveTurn() override { ++Turns; }
+    std::string Caption() const override { return CaptionText; }
+    void SetCaption(const std::string& text) override
+    {
+        Calls.push_back("caption: " + text);
+        CaptionText = text;
+    }
+    void Beep() override { Calls.emplace_back("beep"); }
+    void OpenWebAddress(const std::string& address) override { Calls.push_back("web: " + address); }
+    bool SkyFix() const override { return SkyFixTicked; }
+    bool ExpSpr() const override { return ExpSprTicked; }
+    std::filesystem::path ProgramFolder() const override { return Folder; }
+    std::filesystem::path StateFolder() const override { return State; }
+    std::string ShortDate() const override { return Date; }
+
+private:
+    void Answer(const std::string& kind, FileDialog& dialog, std::deque<std::string>& answers)
+    {
+        Calls.push_back(kind + dialog.Filter + " in " + dialog.Folder);
+        if (answers.empty())
+            return;
+        if (!answers.front().empty())
+            dialog.FileName = answers.front();
+        answers.pop_front();
+    }
+
+    std::vector<std::string> messages_;
+};
+
+} // namespace morlik::test
