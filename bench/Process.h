@@ -10,8 +10,9 @@ namespace morlik::bench
 struct Usage
 {
     double CpuMilliseconds = 0; ///< user and system time
-    double PeakMiB = 0;         ///< largest resident size
-    bool Good = false;          ///< exit status 0
+    double WallMilliseconds = 0;
+    double PeakMiB = 0; ///< largest resident size
+    bool Good = false;  ///< exit status 0
 };
 
 /// Runs a program to its end, its words thrown away.

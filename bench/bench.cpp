@@ -111,6 +111,20 @@ void Measure(const std::string& level, int runs, const fs::path& scratch)
     std::fflush(stdout);
 }
 
+/// Time from the start of the program to its painted window, without a display.
+void MeasureWindow(int runs)
+{
+    std::vector<double> wall;
+    std::vector<double> cpu;
+    for (int run = 0; run < runs; ++run) {
+        const Usage used = RunProcess({morlik::ProgramFolder() / "morlik-window-start"});
+        wall.push_back(used.WallMilliseconds);
+        cpu.push_back(used.CpuMilliseconds);
+    }
+    std::printf("start to a visible window: %.1f ms, %.1f ms of them CPU time\n", Median(wall),
+                Median(cpu));
+}
+
 std::vector<std::string> StandardLevels(const fs::path& scratch)
 {
     using namespace morlik;
@@ -152,6 +166,7 @@ int main(int argc, char** argv)
         std::printf("CPU time of a conversion and of its floor, medians of %d runs\n", runs);
         for (const std::string& level : levels)
             Measure(level, runs, scratch);
+        MeasureWindow(std::min(runs, 21));
         fs::remove_all(scratch);
         return EXIT_SUCCESS;
     } catch (const std::exception& failure) {

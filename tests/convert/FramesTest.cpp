@@ -146,7 +146,7 @@ TEST(ConvertFrames, BringsFramesToTheFormOfTheEditor)
             log.emplace_back("Converting frames");
         for (const std::string& line : row.Log)
             log.push_back("ERROR! Error when converting " + line);
-        EXPECT_EQ(Boxes(host), messages) << row.Name;
+        EXPECT_EQ(host.Messages(), messages) << row.Name;
         EXPECT_EQ(ReadLines(folder.File("log")), log) << row.Name;
 
         ConvertFrames(level, names, report); // as a second save of the level does
@@ -165,7 +165,7 @@ TEST(ConvertFrames, EndsWhereEveryAnimationRunsOverAllFrames)
     ScriptedHost host;
     Reporter report(host);
     ConvertFrames(level, {}, report);
-    EXPECT_EQ(Boxes(host).size(), 1U);
+    EXPECT_EQ(host.Messages().size(), 1U);
 }
 
 } // namespace

@@ -97,7 +97,7 @@ TEST(ConvertMeshes, WritesRecordsWithNormalsOrLightsUpToMultiplesOf4Bytes)
     add(head);
     add({0, 0, 0}); // no normals, no faces, padding
     EXPECT_EQ(WordsOf(made.Data), expected);
-    EXPECT_TRUE(Boxes(made.Host).empty());
+    EXPECT_TRUE(made.Host.Messages().empty());
 }
 
 TEST(ConvertMeshes, NumbersAndFlagsTheFacesByTheRulesOfTheGame)
@@ -228,7 +228,7 @@ TEST(ConvertMeshes, TellsFacesWithATextureOfTheOtherKindOrOfNone)
         bool converted = true;
         EXPECT_EQ(EndOf([&] { converted = made.Convert(); }), row.Ends ? row.Message : "");
         EXPECT_EQ(converted, row.Ends);
-        EXPECT_EQ(Boxes(made.Host),
+        EXPECT_EQ(made.Host.Messages(),
                   std::vector<std::string>{"MORLIK: " + std::string(row.Message)});
     }
 }

@@ -49,7 +49,7 @@ TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
         EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, row.Name));
         EXPECT_EQ(run.Project.State.LevelVersion, row.Version) << row.Word << row.Name;
         EXPECT_EQ(run.LogLines().at(1), "-LevelVersion:" + std::to_string(row.Version));
-        EXPECT_EQ(Boxes(run.Host), std::vector<std::string>{kReadError});
+        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{kReadError});
     }
 }
 
@@ -63,14 +63,14 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
         std::transform(values.begin(), values.end(), bytes.begin(),
                        [](int v) { return std::byte(v); });
         EXPECT_FALSE(run.Load(bytes, "a.phd"));
-        EXPECT_EQ(Boxes(run.Host),
+        EXPECT_EQ(run.Host.Messages(),
                   std::vector<std::string>{"MORLIK: Unknown level version - 0x" + digits +
                                            "\nIf this is a TR level, please mail the version code "
                                            "to me."});
     }
     Conversion run;
     EXPECT_NE(EndOf([&] { LoadLevel(run.Project, run.Folder.File("none")); }), "");
-    EXPECT_EQ(Boxes(run.Host),
+    EXPECT_EQ(run.Host.Messages(),
               std::vector<std::string>{"MORLIK error: Can't open " + run.Folder.File("none") +
                                        ": No such file or directory"});
 }
@@ -215,7 +215,7 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
             Conversion run;
             run.OpenLog();
             EXPECT_FALSE(run.Load(file.Bytes, LevelName(game))) << size;
-            EXPECT_EQ(Boxes(run.Host), std::vector<std::string>{kReadError});
+            EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{kReadError});
             EXPECT_NE(run.LogLines().back().find("inflated size of " + std::to_string(size)),
                       std::string::npos);
         }

@@ -117,7 +117,7 @@ TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
         const Row& row = rows[i];
         const ObjectTexture good{.Corners = rows[0].Corners};
         const Textures made({good, {.Corners = row.Corners}, good});
-        EXPECT_EQ(Boxes(made.Host),
+        EXPECT_EQ(made.Host.Messages(),
                   std::vector<std::string>(row.Messages,
                                            "MORLIK: ConvertTextInfo -> Error reading texture1"))
             << i;

@@ -32,16 +32,6 @@ std::vector<std::byte> FileOf(const samples::LevelContent& level, const samples:
     return level.Game == kTR4 ? WrapTR4(level, part.Bytes).Bytes : part.Bytes;
 }
 
-std::vector<std::string> Boxes(const ScriptedHost& host)
-{
-    const std::string kind = "message: ";
-    std::vector<std::string> boxes;
-    for (const std::string& call : host.Calls)
-        if (call.rfind(kind, 0) == 0)
-            boxes.push_back(call.substr(kind.size()));
-    return boxes;
-}
-
 Conversion::Conversion()
 {
     Host.Folder = Folder.File("");

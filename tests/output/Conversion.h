@@ -53,9 +53,6 @@ public:
     Session Project{Host};
 };
 
-/// The message boxes that a host has shown, each as "TITLE: TEXT".
-std::vector<std::string> Boxes(const ScriptedHost& host);
-
 /// What the end of the program says; empty where `work` doesn't end it.
 template <class Work>
 std::string EndOf(Work work)

@@ -125,7 +125,7 @@ TEST(Objects, AreNoMoreThan60StaticMeshes)
 void ExpectGoodSet(Conversion& run, const std::string& level)
 {
     EXPECT_TRUE(run.Save()) << level;
-    EXPECT_EQ(Boxes(run.Host), Strings{}) << level;
+    EXPECT_EQ(run.Host.Messages(), Strings{}) << level;
     const auto check = [&] {
         const SetReport report = CheckSet(run.Base(), run.Project.Level.Version);
         EXPECT_EQ(report.Problems, Strings{}) << level;

@@ -100,14 +100,14 @@ TEST(Sounds, OfTombRaiderIIAndIIIComeFromMainSfx)
         EXPECT_EQ(ReadLines(run.Output(".sam")), LinesOf(number, "0"));
         EXPECT_EQ(ReadSfx(ReadFile(run.Output(".sfx"))).SoundMap[369], -3);
         EXPECT_FALSE(std::filesystem::exists(run.Output("-Sounds")));
-        EXPECT_EQ(Boxes(run.Host), Strings{});
+        EXPECT_EQ(run.Host.Messages(), Strings{});
         EXPECT_EQ(run.Project.FMLoad.Filter,
                   "TR Levels|*.phd;*.tub;*.tr2;*.tr4;*.trc|PRJ Files|*.prj|"
                   "TR2&3 Sound Data (main.sfx)|main.sfx");
 
         run.Host.OpenAnswers = {mainSfx};
         EXPECT_TRUE(run.Save());
-        EXPECT_EQ(Boxes(run.Host),
+        EXPECT_EQ(run.Host.Messages(),
                   Strings{"MORLIK: Can't open " + mainSfx + ": No such file or directory"});
         EXPECT_FALSE(std::filesystem::exists(run.Output("-Sounds")));
 
@@ -136,8 +136,8 @@ TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
     ASSERT_TRUE(run.Load(WithSounds(kTR1)));
     WriteWholeFile(run.Output("-Sounds"), {});
     EXPECT_FALSE(run.Save());
-    EXPECT_EQ(Boxes(run.Host).at(0).rfind("MORLIK: Can't write " + run.Output("-Sounds/TR1"), 0),
-              0U);
+    EXPECT_EQ(
+        run.Host.Messages().at(0).rfind("MORLIK: Can't write " + run.Output("-Sounds/TR1"), 0), 0U);
 }
 
 TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)
@@ -160,7 +160,7 @@ TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)
             std::filesystem::remove(run.Folder.File(name));
         std::filesystem::remove(run.Output(".was"));
         EXPECT_FALSE(run.Save());
-        EXPECT_EQ(Boxes(run.Host),
+        EXPECT_EQ(run.Host.Messages(),
                   (Strings{"MORLIK: Can't find morlik.sam", "MORLIK: Can't find morlik.sfx",
                            "MORLIK: Can't find morlik.swd"}));
         EXPECT_EQ(ReadLines(run.Output(".was")).size(), 1U);
@@ -198,7 +198,7 @@ TEST(Sprites, AreBuiltWithTheTilesBetweenThemOrCopied)
 
         run.Project.Level.SpriteTextures[0].Tile = 0x7fff;
         EXPECT_FALSE(run.Save());
-        EXPECT_EQ(Boxes(run.Host), Strings{"MORLIK: ERROR! Bad texture found!"});
+        EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK: ERROR! Bad texture found!"});
     }
 }
 

@@ -109,7 +109,7 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
         content.Palette16[64] = {1, 2, 3};
         ASSERT_TRUE(run.Load(content));
         EXPECT_TRUE(run.Save());
-        EXPECT_EQ(Boxes(run.Host), std::vector<std::string>{});
+        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{});
         const WadFile wad = run.Wad();
         const bool classic = IsClassic(game);
         ASSERT_EQ(wad.Textures.size(), classic ? 260U : 2U) << game;
@@ -164,7 +164,7 @@ TEST(Textures, OnTilesThatTheLevelLacksAreMagentaAndTooFarOutStopTheSave)
         ASSERT_TRUE(run.Load(TwoTiles(kTR2)));
         run.Project.Level.TextInfos[0].Tile = row.Tile;
         EXPECT_EQ(run.Save(), row.Good) << row.Tile;
-        EXPECT_EQ(Boxes(run.Host),
+        EXPECT_EQ(run.Host.Messages(),
                   row.Good ? std::vector<std::string>{}
                            : std::vector<std::string>{"MORLIK: ERROR! Bad texture found!"});
         EXPECT_EQ(run.Host.Calls.back(), "event: Ready.");

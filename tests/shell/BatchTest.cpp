@@ -104,7 +104,7 @@ TEST(Batch, LogsEveryStage)
         WriteWholeFile(run.Folder.File(row.Level),
                        WriteLevel(samples::MakeTinyLevel(row.Game)).Bytes);
         EXPECT_TRUE(Batch(run, row.Level, run.Output(".WAS")));
-        EXPECT_EQ(Boxes(run.Host), Strings{"Morlik v1.6: WAS Saved!"});
+        EXPECT_EQ(run.Host.Messages(), Strings{"Morlik v1.6: WAS Saved!"});
         EXPECT_EQ(run.Project.Level.Version, row.Version == 15 ? 1 : row.Version);
 
         const std::string level = run.Folder.File(row.Level);
@@ -140,7 +140,7 @@ TEST(Batch, TellsWhatItCannotDo)
     const auto messages = [&run](const std::string& output) {
         run.Host.Calls.clear();
         EXPECT_FALSE(Batch(run, "a.phd", output)) << output;
-        return Boxes(run.Host);
+        return run.Host.Messages();
     };
     const std::string saved = "Morlik v1.6: WAS Saved!";
     EXPECT_EQ(messages(run.Output(".wad")),
@@ -158,7 +158,7 @@ TEST(Batch, TellsWhatItCannotDo)
 
     MemoryRegistry registry;
     EXPECT_NE(EndOf([&] { RunBatch(run.Project, registry, "/makewas a.phd /export"); }), "");
-    EXPECT_EQ(Boxes(run.Host).back(),
+    EXPECT_EQ(run.Host.Messages().back(),
               "MORLIK error: The command line needs /export and an output path!");
 }
 

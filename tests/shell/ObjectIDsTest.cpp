@@ -69,8 +69,9 @@ TEST(LoadObjectIDs, EndsTheProgramWithoutAGoodCatalogue)
         EXPECT_EQ(LoadEnd(run, {good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size)}),
                   error)
             << size;
-    EXPECT_EQ(Boxes(run.Host).front(), "MORLIK error: LoadObjectIDs -> Can't find TR4Objects.dat");
-    EXPECT_EQ(Boxes(run.Host).back(), "MORLIK error: " + error);
+    EXPECT_EQ(run.Host.Messages().front(),
+              "MORLIK error: LoadObjectIDs -> Can't find TR4Objects.dat");
+    EXPECT_EQ(run.Host.Messages().back(), "MORLIK error: " + error);
 }
 
 } // namespace

@@ -29,12 +29,19 @@ public:
     int Turns = 0;
 
     /// The message boxes alone, each as "TITLE: TEXT".
-    std::vector<std::string> Messages() const { return messages_; }
+    std::vector<std::string> Messages() const
+    {
+        const std::string kind = "message: ";
+        std::vector<std::string> messages;
+        for (const std::string& call : Calls)
+            if (call.starts_with(kind))
+                messages.push_back(call.substr(kind.size()));
+        return messages;
+    }
 
     void ShowMessage(const std::string& text, const std::string& title) override
     {
         Calls.push_back("message: " + title + ": " + text);
-        messages_.push_back(title + ": " + text);
     }
     void ShowOpen(FileDialog& dialog) override { Answer("open: ", dialog, OpenAnswers); }
     void ShowSave(FileDialog& dialog) override { Answer("save: ", dialog, SaveAnswers); }
@@ -70,8 +77,6 @@ private:
             dialog.FileName = answers.front();
         answers.pop_front();
     }
-
-    std::vector<std::string> messages_;
 };
 
 } // namespace morlik::test

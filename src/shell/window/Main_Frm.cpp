@@ -71,7 +71,8 @@ void Main_Frm::Guard(const std::function<void()>& action)
     try {
         action();
     } catch (const ProgramEnd&) {
-        End(1);
+        if (!ended_)
+            End(1);
     } catch (const std::exception& failure) {
         session_.Report.Message(failure.what(), kErrorTitle);
         End(1);

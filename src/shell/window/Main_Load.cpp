@@ -57,8 +57,10 @@ void Main_Frm::LoadAsChosen(const QString& path)
 void Main_Frm::LoadChosen()
 {
     const std::string path = session_.FMLoad.FileName;
-    if (path.empty())
+    if (path.empty()) {
+        End(0);
         throw ProgramEnd("no file was chosen");
+    }
     if (ToLower(FileTitle(path)) == "main.sfx") {
         LoadMainSFX();
     } else {

@@ -1,0 +1,43 @@
+// Starts the window as the program does and ends when it has been painted for the first time, so
+// that a parent can time that from outside.
+
+#include "shell/window/Main_Frm.h"
+#include "shell/window/QtHost.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace
+{
+
+/// Ends the program behind the first paint of the window.
+class FirstPaint : public QObject
+{
+public:
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            QTimer::singleShot(0, QApplication::instance(), &QCoreApplication::quit);
+        return QObject::eventFilter(object, event);
+    }
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    const QTemporaryDir folder;
+    QSettings store(folder.filePath("settings.ini"), QSettings::IniFormat);
+    morlik::QtHost host;
+    morlik::Session session(host);
+    morlik::RecentFiles recent(store);
+    morlik::Main_Frm window(session, recent);
+    host.Attach(window, window.Controls());
+    FirstPaint painted;
+    window.installEventFilter(&painted);
+    window.show();
+    return QApplication::exec();
+}

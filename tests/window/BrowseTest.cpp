@@ -1,0 +1,131 @@
+#include "tests/window/WindowRun.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+/// Clicks an entry of a list.
+void ClickRow(QListWidget* list, int row)
+{
+    list->scrollToItem(list->item(row));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->item(row)).center());
+}
+
+TEST(WindowBrowse, SwitchesTheModeByToolbarAndMenu)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR5, "a.trc")));
+    const LevelData& level = run.Project.Level;
+    const auto isMoveableMode = [&] {
+        const bool moveables = run.Find<QAction>("TB_Moveables")->isChecked();
+        EXPECT_EQ(run.Find<QAction>("TB_Statics")->isChecked(), !moveables);
+        EXPECT_EQ(run.Find<QAction>("Mnu_Edit_Move")->isChecked(), moveables);
+        EXPECT_EQ(run.Find<QAction>("Mnu_Edit_Static")->isChecked(), !moveables);
+        EXPECT_FALSE(run.Find<QAction>("TB_Sprites")->isChecked());
+        EXPECT_EQ(run.List("ObjList").size(),
+                  moveables ? level.Moveables.size() : level.StaticMeshes.size());
+        EXPECT_TRUE(
+            run.Window->windowTitle().endsWith(moveables ? "] - Moveables" : "] - Static Meshes"));
+        return moveables;
+    };
+    EXPECT_TRUE(isMoveableMode());
+    const std::vector<std::pair<const char*, bool>> clicks{
+        {"TB_Statics", false},  {"TB_Statics", false},      {"TB_Moveables", true},
+        {"TB_Moveables", true}, {"Mnu_Edit_Static", false}, {"Mnu_Edit_Static", false},
+        {"TB_Sprites", false},  {"Mnu_Edit_Move", true},    {"TB_Sprites", true}};
+    for (const auto& [action, moveables] : clicks) {
+        run.Trigger(action);
+        EXPECT_EQ(isMoveableMode(), moveables) << action;
+    }
+    EXPECT_EQ(run.Host.Messages,
+              std::vector<std::string>(2, "MORLIK: Sorry, no sprite support yet"));
+    run.Trigger("Mnu_Edit_Static");
+    run.Open(run.Write(kTR4, "b.tr4"));
+    EXPECT_FALSE(isMoveableMode());
+}
+
+TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
+    auto* list = run.Find<QListWidget>("ObjList");
+    auto* name = run.Find<QLineEdit>("ObjName");
+    const int row = 2;
+    const auto id = run.Project.Level.Moveables.at(row).ObjectID;
+    const auto before = run.List("ObjList");
+    ClickRow(list, row);
+    EXPECT_EQ(run.Label("ObjectID").toStdString(), "ID " + std::to_string(id));
+    EXPECT_TRUE(name->isEnabled());
+    EXPECT_EQ(name->text(), list->item(row)->text());
+    EXPECT_EQ(run.List("ObjList"), before);
+
+    QTest::mouseClick(name, Qt::LeftButton);
+    EXPECT_EQ(name->selectedText(), name->text());
+    QTest::keyClick(name, Qt::Key_Delete);
+    EXPECT_EQ(run.Project.Names.Moveable(kTR4, id), "");
+    for (const char* typed : {"A", "A\xe4", "A\xe4 b"}) {
+        QTest::keyClicks(name, QString::fromLatin1(typed).right(typed[1] == '\0' ? 1 : 0));
+        if (typed[1] != '\0')
+            name->setText(QString::fromLatin1(typed));
+        EXPECT_EQ(list->item(row)->text(), QString::fromLatin1(typed));
+        EXPECT_EQ(run.Project.Names.Moveable(kTR4, id), typed);
+    }
+    run.Trigger("Mnu_Edit_Static");
+    ClickRow(list, 0);
+    name->setText("Stone");
+    EXPECT_EQ(run.Project.Names.Static(run.Project.Level.StaticMeshes[0].ObjectID), "Stone");
+    run.Trigger("Mnu_Edit_Move");
+    EXPECT_EQ(list->item(row)->text(), QString::fromLatin1("A\xe4 b"));
+    name->setText("nothing is selected"); // and so nothing changes
+    EXPECT_EQ(list->item(row)->text(), QString::fromLatin1("A\xe4 b"));
+
+    run.Host.SaveAnswers = {run.Folder.File("out.was")};
+    QTest::keyClick(run.Window.get(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(ReadLines(run.Folder.File("out.was")).at(row), "A\xe4 b:Z:\\TOMB4\\A.TR4\\A\xe4 b");
+}
+
+TEST(WindowBrowse, LeavesObjectsWithoutANameInTheCatalogueAlone)
+{
+    WindowRun run;
+    auto level = samples::MakeRichLevel(kTR2);
+    level.Moveables[1].ObjectID = 501;
+    level.Moveables[2].ObjectID = -1;
+    ASSERT_TRUE(run.Start(run.Write(level, "a.tr2")));
+    for (const int row : {1, 2}) {
+        ClickRow(run.Find<QListWidget>("ObjList"), row);
+        run.Find<QLineEdit>("ObjName")->setText("x");
+        EXPECT_EQ(run.List("ObjList").at(static_cast<std::size_t>(row)), "");
+        run.Find<QLineEdit>("ObjName")->clear();
+    }
+}
+
+TEST(WindowBrowse, FiltersWithoutMovingTheEntries)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    auto* list = run.Find<QListWidget>("ObjList");
+    const int last = list->count() - 1;
+    QTest::keyClicks(run.Find<QLineEdit>("ObjFilter"), list->item(last)->text().toLower());
+    EXPECT_TRUE(list->item(0)->isHidden());
+    EXPECT_FALSE(list->item(last)->isHidden());
+    ClickRow(list, last);
+    EXPECT_EQ(run.Label("ObjectID").toStdString(),
+              "ID " + std::to_string(run.Project.Level.Moveables.back().ObjectID));
+    QTest::keyClicks(run.Find<QLineEdit>("SndFilter"), "sound 59-1");
+    auto* sounds = run.Find<QListWidget>("SndLst");
+    int shown = 0;
+    for (int row = 0; row < sounds->count(); ++row)
+        shown += sounds->item(row)->isHidden() ? 0 : 1;
+    EXPECT_EQ(shown, 1);
+    run.Find<QLineEdit>("ObjFilter")->clear();
+    EXPECT_FALSE(list->item(0)->isHidden());
+}
+
+} // namespace
+
+} // namespace morlik::test

@@ -1,0 +1,119 @@
+#include "samples/MainSfx.h"
+#include "tests/support/ObjectSetCheck.h"
+#include "tests/window/WindowRun.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+
+TEST(WindowSave, BeepsWithoutALevelOrASound)
+{
+    WindowRun run;
+    for (const char* command : {"Mnu_File_SaveWAD", "Mnu_File_SaveTGA", "TB_Save", "TB_Save_WAS"})
+        run.Trigger(command);
+    run.Click("SndSave");
+    EXPECT_EQ(run.Host.Beeps, 5);
+    EXPECT_TRUE(run.Host.Dialogs.empty());
+}
+
+TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
+{
+    WindowRun run;
+    const auto level = run.Write(kTR2, "a.tr2");
+    ASSERT_TRUE(run.Start(level));
+    WriteWholeFile(run.Folder.File("main.sfx"),
+                   samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+    int turns = 0;
+    int bar = 0;
+    run.Host.OnTurn = [&] {
+        ++turns;
+        bar = std::max(bar, run.Find<QProgressBar>("Prog")->value());
+        for (const char* off : {"Frame1", "TB", "SndFrame"})
+            EXPECT_FALSE(run.IsOn(off)) << off;
+        for (const char* off : {"Mnu_File_LoadTR", "Mnu_File_SaveWAD", "Mnu_File_Quit", "TB_Open"})
+            EXPECT_FALSE(run.Find<QAction>(off)->isEnabled()) << off;
+        EXPECT_FALSE(run.Window->close());
+    };
+    run.Find<QCheckBox>("SkyFix")->setChecked(true);
+    run.Host.SaveAnswers = {run.Folder.File("out.was")};
+    run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
+    run.Trigger("TB_Save");
+    EXPECT_GT(turns, 256);
+    EXPECT_EQ(bar, 100);
+    EXPECT_EQ(run.Host.Dialogs.at(0).Folder, "C:\\");
+    EXPECT_EQ(run.Host.Dialogs.at(0).Filter, "WAS files (*.was)|*.was");
+    EXPECT_EQ(run.Host.Dialogs.at(1).Folder, level.substr(0, level.size() - 5));
+    EXPECT_EQ(run.Host.Dialogs.at(1).Filter, "TR2&3 Sound Data (main.sfx)|main.sfx");
+    EXPECT_TRUE(CheckSet(run.Folder.File("out"), kTR2).Problems.empty());
+    EXPECT_EQ(ReadLines(run.Folder.File("out Info.txt")).size(), 6U);
+    EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
+    EXPECT_EQ(run.Label("Event"), "Ready.");
+    for (const char* on : {"Frame1", "TB", "Frame4"})
+        EXPECT_TRUE(run.IsOn(on)) << on;
+    EXPECT_FALSE(run.IsOn("SndFrame")); // as before: the game has no samples of its own
+    EXPECT_TRUE(run.Find<QAction>("Mnu_File_SaveWAD")->isEnabled());
+    EXPECT_FALSE(run.Find<QAction>("Mnu_File_LoadPRJ")->isEnabled());
+
+    run.Host.SaveAnswers = {run.Folder.File("none/out.was")};
+    run.Trigger("TB_Save_WAS");
+    EXPECT_EQ(run.Host.Messages.size(), 1U);
+    EXPECT_EQ(run.Label("Foot"), "The object set is not complete.");
+    EXPECT_TRUE(run.Window->isVisible());
+}
+
+TEST(WindowSave, WritesTheTextureSheet)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
+    const auto caption = run.Window->windowTitle();
+    run.Host.SaveAnswers = {run.Folder.File("sheet.tga")};
+    run.Trigger("TB_Save_TGA");
+    const LevelData& level = run.Project.Level;
+    const auto rows = static_cast<std::size_t>(level.NumRoomTiles * 256 + level.NumBumpTiles * 128);
+    EXPECT_EQ(ReadFile(run.Folder.File("sheet.tga")).size(), 18 + 768 * rows);
+    EXPECT_EQ(run.Window->windowTitle(), caption);
+}
+
+TEST(WindowSave, ExportsEachSoundByteForByte)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    auto* list = run.Find<QListWidget>("SndLst");
+    for (int row = 0; row < list->count(); ++row) {
+        list->setCurrentRow(row);
+        run.Host.SaveAnswers = {run.Folder.File("one")};
+        run.Click("SndSave");
+        const auto number = static_cast<std::size_t>(list->item(row)->data(Qt::UserRole).toInt());
+        EXPECT_EQ(ReadFile(run.Folder.File("one")), run.Project.Level.Samples.at(number).Data);
+        EXPECT_TRUE(list->item(row)->text().contains(
+            QString(" (%1 bytes)").arg(run.Project.Level.Samples.at(number).Size())));
+    }
+    run.Click("SndSave"); // cancelled
+    run.Host.SaveAnswers = {run.Folder.File("all.x.wav"), run.Folder.File("all")};
+    run.Click("SndSaveAll");
+    EXPECT_EQ(ReadFile(run.Folder.File("all 17-1.wav")), run.Project.Level.Samples.at(1).Data);
+    run.Click("SndSaveAll"); // a path without a point is the base as it is
+    EXPECT_TRUE(std::filesystem::exists(run.Folder.File("all 59-1.wav")));
+
+    const auto sounds = samples::SampleSounds();
+    WriteWholeFile(run.Folder.File("main.sfx"), samples::WriteMainSfx(sounds).Bytes);
+    run.Open(run.Folder.File("main.sfx"));
+    run.Host.SaveAnswers = {run.Folder.File("sfx.wav"), run.Folder.File("three")};
+    run.Click("SndSaveAll");
+    list->setCurrentRow(3);
+    run.Click("SndSave");
+    for (std::size_t i = 0; i < sounds.size(); ++i)
+        EXPECT_EQ(ReadFile(run.Folder.File("sfx" + std::to_string(i) + ".wav")), sounds[i]);
+    EXPECT_EQ(ReadFile(run.Folder.File("three")), sounds[3]);
+    EXPECT_TRUE(run.Host.Messages.empty());
+}
+
+} // namespace
+
+} // namespace morlik::test

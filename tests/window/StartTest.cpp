@@ -1,0 +1,143 @@
+#include "shell/Register_Mod.h"
+#include "shell/window/QtRegistry.h"
+#include "tests/window/WindowRun.h"
+
+#include <QGroupBox>
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+
+TEST(WindowStart, WritesItsValuesLoadsAFileAndKeepsItsFolder)
+{
+    WindowRun run;
+    const auto level = run.Write(kTR1, "a.phd");
+    run.Host.OpenAnswers = {level};
+    EXPECT_TRUE(run.Start(""));
+    EXPECT_TRUE(run.Window->isVisible());
+    EXPECT_EQ(run.Host.Dialogs.at(0).Folder, "C:\\");
+    EXPECT_EQ(run.Host.Dialogs.at(0).Filter,
+              "TR Levels|*.phd;*.tub;*.tr2;*.tr4;*.trc|PRJ Files|*.prj|TR2&3 Sound Data "
+              "(main.sfx)|main.sfx");
+    EXPECT_EQ(run.Project.Settings.LevelFolder, level.substr(0, level.size() - 5));
+    Reporter& report = run.Project.Report;
+    const auto value = [&](const char* key, const char* name) {
+        return RegReadValue(run.Registry, key, name, report);
+    };
+    EXPECT_EQ(value(kProgramKey, "MORLIKMajor") + value(kProgramKey, "MORLIKMinor") +
+                  value(kProgramKey, "MORLIKRev"),
+              "170");
+    EXPECT_EQ(value(kProgramKey, "MorlikFile"), run.Host.Folder + "\\MORLIK.exe");
+    EXPECT_EQ(value(kFoldersKey, "LevelFolder"), run.Project.Settings.LevelFolder);
+    EXPECT_EQ(value(kFoldersKey, "Sorbling version"), "17");
+    EXPECT_EQ(ReadLines(run.Folder.File("log")),
+              (Strings{"Reading settings", "Loading TR4Objects.dat", "Loading level",
+                       "-LevelFile:" + level, "-LevelVersion:1", "-Converting Textures",
+                       "Listing objects", "Listing sounds"}));
+}
+
+TEST(WindowStart, EndsWhenTheFirstDialogIsCancelledOrTheFileIsDamaged)
+{
+    WindowRun cancelled;
+    EXPECT_FALSE(cancelled.Start(""));
+    EXPECT_TRUE(cancelled.Host.Messages.empty());
+
+    WindowRun damaged;
+    WriteWholeFile(damaged.Folder.File("b.phd"), std::vector<std::byte>(4, std::byte{0x20}));
+    EXPECT_FALSE(damaged.Start(damaged.Folder.File("b.phd")));
+    EXPECT_EQ(damaged.Host.Messages.size(), 1U);
+    EXPECT_FALSE(damaged.Window->isVisible());
+    EXPECT_EQ(damaged.Window->ExitCode(), 1);
+}
+
+TEST(WindowStart, GoesOnWhereTheRegistryCannotBeWritten)
+{
+    WindowRun run;
+    run.Registry.RefusesWrites = true;
+    EXPECT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    EXPECT_EQ(run.Host.Messages, Strings(4, "MORLIK: Fout bij het schrijven van het register"));
+}
+
+TEST(QtRegistryStore, KeepsTypedValuesAndKnowsNamesInAnyCase)
+{
+    const TempFolder folder;
+    const auto path = QString::fromStdString(folder.File("registry.ini"));
+    constexpr RootKey kRoot = 0x80000002;
+    const RegistryValue text{RegistryType::Text, "C:\\a b\\\xe4"};
+    const RegistryValue binary{RegistryType::Binary, std::string("\x00\xff\n", 3)};
+    {
+        QSettings store(path, QSettings::IniFormat);
+        QtRegistry registry(store);
+        EXPECT_FALSE(registry.SetValue(kRoot, "Software\\A", "Text", text));
+        EXPECT_TRUE(registry.CreateKey(kRoot, "Software\\A"));
+        EXPECT_TRUE(registry.SetValue(kRoot, "software\\a", "Text", text));
+        EXPECT_TRUE(registry.SetValue(kRoot, "software\\a", "Two words", binary));
+    }
+    QSettings store(path, QSettings::IniFormat);
+    QtRegistry registry(store);
+    EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE\\A", "TEXT"), text);
+    EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE\\A", "two words"), binary);
+    EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE", "text"), std::nullopt);
+
+    QSettings unwritable("/dev/null/x.ini", QSettings::IniFormat);
+    EXPECT_FALSE(QtRegistry(unwritable).CreateKey(kRoot, "software"));
+}
+
+TEST(WindowControls, StartAsTheyShould)
+{
+    WindowRun run;
+    EXPECT_EQ(run.Window->windowTitle(), "Morlik 1.7");
+    for (const char* off : {"ObjName", "ExpSpr", "TR5Kelder"})
+        EXPECT_FALSE(run.IsOn(off)) << off;
+    for (const char* off : {"Mnu_File_LoadPRJ", "Mnu_File_SavePRJ", "Mnu_File_SaveTR",
+                            "Mnu_Edit_Sprite", "TB_Open_PRJ", "TB_Save_PRJ", "TB_Save_TR"})
+        EXPECT_FALSE(run.Find<QAction>(off)->isEnabled()) << off;
+    EXPECT_EQ(run.Label("LevelType"), "No level loaded");
+    EXPECT_EQ(run.Label("Event"), "Ready.");
+    EXPECT_TRUE(run.Find<QCheckBox>("TR5Kelder")->isChecked());
+    run.Window->show();
+    for (const QSize size : {QSize(500, 600), QSize(1400, 900)}) {
+        run.Window->resize(size);
+        const auto* rooms = run.Find<QGroupBox>("Frame3");
+        EXPECT_GE(rooms->x(), run.Window->centralWidget()->width());
+    }
+    // The Tab key goes round through all controls that can be seen, and to no other.
+    QWidget* start = run.Find<QLineEdit>("ObjFilter");
+    std::vector<std::string> visited;
+    for (QWidget* w = start->nextInFocusChain(); w != start; w = w->nextInFocusChain())
+        if ((w->focusPolicy() & Qt::TabFocus) != 0 && !w->objectName().startsWith("qt_"))
+            visited.push_back(w->objectName().toStdString());
+    EXPECT_EQ(std::count(visited.begin(), visited.end(), "RoomList"), 0);
+    EXPECT_EQ(std::count(visited.begin(), visited.end(), "SndSaveAll"), 1);
+}
+
+TEST(About, KeepsTheMainWindowOffUntilItIsClosed)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR2, "a.tr2")));
+    for (int round = 0; round < 2; ++round) {
+        run.Trigger("Mnu_Help_About");
+        EXPECT_FALSE(run.Window->isEnabled());
+        QWidget* about = nullptr;
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == "About_Frm")
+                about = widget;
+        ASSERT_NE(about, nullptr);
+        EXPECT_EQ(about->findChild<QLabel*>("Features")->text(),
+                  "- Exporting WAS files\n- Exporting TGA files\n- Exporting WAV files");
+        QTest::mouseClick(about->findChild<QLabel*>("Label4"), Qt::LeftButton);
+        EXPECT_TRUE(about->isVisible());
+        about->close();
+        EXPECT_TRUE(run.Window->isEnabled());
+    }
+    EXPECT_EQ(run.Host.WebAddresses, Strings(2, "https://morlik.invalid/"));
+}
+
+} // namespace
+
+} // namespace morlik::test

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "shell/window/Main_Frm.h"
+#include "shell/window/QtHost.h"
+#include "tests/output/Conversion.h"
+#include "tests/support/MemoryRegistry.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <deque>
+#include <functional>
+#include <memory>
+
+namespace morlik::test
+{
+
+/// The window's own Host, but for the dialogs and message boxes, which are answered by a script.
+class WindowHost : public QtHost
+{
+public:
+    std::vector<std::string> Messages;   ///< each as "TITLE: TEXT"
+    std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
+    std::deque<std::string> SaveAnswers;
+    std::vector<FileDialog> Dialogs; ///< as they were set up
+    std::vector<std::string> WebAddresses;
+    int Beeps = 0;
+    std::string Folder;
+    std::function<void()> OnTurn; ///< what the window system does in a turn
+
+    void ShowMessage(const std::string& text, const std::string& title) override
+    {
+        Messages.push_back(title + ": " + text);
+    }
+    void ShowOpen(FileDialog& dialog) override { Answer(dialog, OpenAnswers); }
+    void ShowSave(FileDialog& dialog) override { Answer(dialog, SaveAnswers); }
+    void Beep() override { ++Beeps; }
+    void OpenWebAddress(const std::string& address) override { WebAddresses.push_back(address); }
+    void GiveTurn() override
+    {
+        if (OnTurn)
+            OnTurn();
+        QtHost::GiveTurn();
+    }
+    std::filesystem::path ProgramFolder() const override { return Folder; }
+
+private:
+    void Answer(FileDialog& dialog, std::deque<std::string>& answers);
+};
+
+/// A run of the window in a folder of its own.
+class WindowRun
+{
+public:
+    WindowRun();
+    ~WindowRun();
+    WindowRun(const WindowRun&) = delete;
+    WindowRun& operator=(const WindowRun&) = delete;
+
+    /// Writes the rich sample level of a game, or what is given, into the folder.
+    std::string Write(VersionCode game, const std::string& name);
+    std::string Write(const samples::LevelContent& level, const std::string& name);
+
+    /// Starts the window with a file as its argument.
+    bool Start(const std::string& file);
+    /// Chooses a file in the open dialog of the menu.
+    void Open(const std::string& file);
+
+    /// A control by its name; the test fails where there is none.
+    template <class Control>
+    Control* Find(const char* name)
+    {
+        auto* control = Window->findChild<Control*>(name);
+        if (control == nullptr)
+            ADD_FAILURE() << "no control " << name;
+        return control;
+    }
+    void Trigger(const char* action) { Find<QAction>(action)->trigger(); }
+    void Click(const char* button) { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
+    bool IsOn(const char* control) { return Find<QWidget>(control)->isEnabled(); }
+    QString Label(const char* name) { return Find<QLabel>(name)->text(); }
+    /// The texts of a list.
+    std::vector<std::string> List(const char* name);
+
+    TempFolder Folder;
+    MemoryRegistry Registry;
+    WindowHost Host;
+    Session Project{Host};
+    std::unique_ptr<QSettings> Store;
+    std::unique_ptr<RecentFiles> Recent;
+    std::unique_ptr<Main_Frm> Window;
+};
+
+} // namespace morlik::test
