@@ -1,12 +1,14 @@
 #include "base/Text.h"
 #include "base/TextLines.h"
-#include "tests/support/ObjectSet.h"
 #include "tests/support/TempFolder.h"
+#include "tools/check/ObjectSet.h"
 
 #include <gtest/gtest.h>
 
 namespace morlik::test
 {
+
+using namespace check;
 
 namespace
 {

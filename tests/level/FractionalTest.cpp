@@ -1,8 +1,8 @@
 #include "samples/Textures.h"
 #include "tests/output/Conversion.h"
 #include "tests/support/FaceProof.h"
-#include "tests/support/ObjectSetCheck.h"
 #include "tests/support/RealLevels.h"
+#include "tools/check/ObjectSetCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -219,9 +219,9 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
             EXPECT_NE(run.LogLines().back().find("inflated size of " + std::to_string(size)),
                       std::string::npos);
         }
-        const std::int64_t told = 2 * kTilePixels * 4;
+        constexpr std::int64_t kTold = std::int64_t{kTilePixels} * 8;
         LevelFile file = good;
-        file.SetCount("Tiles32 inflated", told);
+        file.SetCount("Tiles32 inflated", kTold);
         Conversion run;
         ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
         EXPECT_EQ(run.Project.Level.TileBytes, 2 * kTileBytes);

@@ -2,9 +2,9 @@
 
 #include "samples/LevelWriter.h"
 #include "shell/Session.h"
-#include "tests/support/ObjectSet.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TempFolder.h"
+#include "tools/check/ObjectSet.h"
 
 #include <array>
 #include <string>
@@ -12,6 +12,8 @@
 
 namespace morlik::test
 {
+
+using namespace check;
 
 constexpr std::array<VersionCode, 6> kGames{kTR1, kTR1Gold, kTR2, kTR3, kTR4, kTR5};
 

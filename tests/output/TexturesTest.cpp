@@ -50,9 +50,9 @@ TEST(Pixels, AreConvertedByTheFormOfTheGame)
         std::vector<std::uint16_t> tiles16;
         // All but the pixel in question differ from it, and a row of another value stands before.
         const std::size_t at = kTileSide + i;
-        const auto fill = [&](auto& tiles) {
+        const auto fill = [at, value = source](auto& tiles) {
             tiles.assign(kTilePixels, 1);
-            tiles[at] = static_cast<std::remove_reference_t<decltype(tiles[at])>>(source);
+            tiles[at] = static_cast<std::remove_reference_t<decltype(tiles[at])>>(value);
         };
         if (game == kTR1)
             fill(tiles8);
@@ -115,9 +115,9 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
         ASSERT_EQ(wad.Textures.size(), classic ? 260U : 2U) << game;
         EXPECT_EQ(wad.Textures[0], (WadTexture{200, 20, 3, 255, 55, 255, 7}));
         EXPECT_EQ(wad.Textures[1], (WadTexture{2, 200, 0, 255, 11, 255, 55}));
-        ASSERT_EQ(wad.Pixels.size(), (classic ? 5 : 4) * test::kTileBytes);
+        ASSERT_EQ(wad.Pixels.size(), (classic ? 5 : 4) * kSetTileBytes);
         const auto pixel = [&](std::size_t tile, std::size_t x, std::size_t y) {
-            return PixelAt(&wad.Pixels[tile * test::kTileBytes], y * 256 + x);
+            return PixelAt(&wad.Pixels[tile * kSetTileBytes], y * 256 + x);
         };
         for (std::size_t tile = 0; tile < 4; ++tile) {
             const int value = static_cast<int>(tile) + 5;
@@ -204,7 +204,7 @@ TEST(Textures, OfALevelThatUsesNoneAreThePaletteTileAlone)
         ASSERT_TRUE(run.Load(level));
         EXPECT_TRUE(run.Save());
         EXPECT_EQ(run.Wad().Textures.size(), game == kTR1 ? 258U : 0U);
-        EXPECT_EQ(run.Wad().Pixels.size(), game == kTR1 ? test::kTileBytes : 0U);
+        EXPECT_EQ(run.Wad().Pixels.size(), game == kTR1 ? kSetTileBytes : 0U);
         if (game == kTR1) {
             EXPECT_EQ(run.Wad().Textures[0].Tile, 0);
         }

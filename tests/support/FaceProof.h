@@ -2,10 +2,12 @@
 
 #include "level/LevelData.h"
 #include "level/TR_Main.h"
-#include "tests/support/ObjectSet.h"
+#include "tools/check/ObjectSet.h"
 
 namespace morlik::test
 {
+
+using namespace check;
 
 /// How many textured faces of a level show the right pixels in the saved set.
 struct FaceShare

@@ -1,6 +1,6 @@
 #include "samples/MainSfx.h"
-#include "tests/support/ObjectSetCheck.h"
 #include "tests/window/WindowRun.h"
+#include "tools/check/ObjectSetCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -6,10 +6,9 @@
 #include "tests/support/MemoryRegistry.h"
 
 #include <QTest>
-
-#include <gtest/gtest.h>
 #include <deque>
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 
 namespace morlik::test

@@ -1,4 +1,4 @@
-#include "tests/support/ObjectSetCheck.h"
+#include "tools/check/ObjectSetCheck.h"
 
 #include <iostream>
 #include <string>
@@ -14,7 +14,7 @@ int main(int argc, char** argv)
         std::cerr << "usage: morlik-check SET.was GAME    (GAME is 1 to 5)\n";
         return 2;
     }
-    const auto report = morlik::test::CheckSet(set.substr(0, set.size() - 4), game);
+    const auto report = morlik::check::CheckSet(set.substr(0, set.size() - 4), game);
     for (const std::string& extension : report.Missing)
         std::cout << "skipped: there is no " << extension << " file\n";
     for (const std::string& problem : report.Problems)

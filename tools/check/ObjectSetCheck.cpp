@@ -1,11 +1,11 @@
-#include "tests/support/ObjectSetCheck.h"
+#include "tools/check/ObjectSetCheck.h"
 
 #include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
 
-namespace morlik::test
+namespace morlik::check
 {
 
 namespace
@@ -39,9 +39,10 @@ bool Inside(std::int64_t first, std::int64_t count, std::size_t size)
 /// (magenta) where the game has such a colour. The rest of the tile is black.
 void CheckPaletteTile(WadCheck& check)
 {
-    const std::size_t tile = check.Wad.Pixels.size() / kTileBytes - 1;
-    const std::span pixels = std::span(check.Wad.Pixels).subspan(tile * kTileBytes, kTileBytes);
-    std::vector<std::uint8_t> wanted(kTileBytes);
+    const std::size_t tile = check.Wad.Pixels.size() / kSetTileBytes - 1;
+    const std::span pixels =
+        std::span(check.Wad.Pixels).subspan(tile * kSetTileBytes, kSetTileBytes);
+    std::vector<std::uint8_t> wanted(kSetTileBytes);
     for (std::size_t i = 0; i < kPaletteTextures; ++i) {
         const WadTexture square{static_cast<std::uint8_t>(i % 64 * 4),
                                 static_cast<std::uint8_t>(i / 64 * 4),
@@ -71,9 +72,9 @@ void CheckPaletteTile(WadCheck& check)
 void CheckTextures(WadCheck& check)
 {
     const WadFile& wad = check.Wad;
-    if (wad.Pixels.size() % kTileBytes != 0)
+    if (wad.Pixels.size() % kSetTileBytes != 0)
         check.Add(wad.Pixels.size(), " tile bytes are no whole tiles");
-    auto tiles = static_cast<std::int64_t>(wad.Pixels.size() / kTileBytes);
+    auto tiles = static_cast<std::int64_t>(wad.Pixels.size() / kSetTileBytes);
     if (check.Paletted()) {
         if (wad.Textures.size() < kPaletteTextures || tiles == 0)
             return check.Add("The palette is missing");
@@ -349,4 +350,4 @@ Complaints CheckWad(const WadFile& wad, int game)
     return std::move(check.List);
 }
 
-} // namespace morlik::test
+} // namespace morlik::check

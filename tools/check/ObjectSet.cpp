@@ -1,11 +1,11 @@
-#include "tests/support/ObjectSet.h"
+#include "tools/check/ObjectSet.h"
 
 #include "base/Files.h"
 
 #include <cstdlib>
 #include <utility>
 
-namespace morlik::test
+namespace morlik::check
 {
 
 namespace
@@ -206,4 +206,4 @@ std::vector<std::string> ReadLines(const std::string& path)
     return lines;
 }
 
-} // namespace morlik::test
+} // namespace morlik::check

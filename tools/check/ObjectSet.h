@@ -12,11 +12,11 @@
 
 /// Readers of a finished object set. They know the files by their format alone and share no record
 /// and no table with the writers, so that a fault of a writer can't hide in its own reader.
-namespace morlik::test
+namespace morlik::check
 {
 
 /// Bytes of one tile: 256 rows of 256 pixels of R, G, B.
-constexpr std::size_t kTileBytes = 196608;
+constexpr std::size_t kSetTileBytes = 196608;
 
 /// Where a face's picture lies; 8 bytes in the file.
 struct WadTexture
@@ -162,4 +162,4 @@ std::vector<std::byte> ReadFile(const std::string& path);
 /// neither byte stands anywhere else.
 std::vector<std::string> ReadLines(const std::string& path);
 
-} // namespace morlik::test
+} // namespace morlik::check

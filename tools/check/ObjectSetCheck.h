@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/ObjectSet.h"
+#include "tools/check/ObjectSet.h"
 
 #include <sstream>
 #include <string>
@@ -9,7 +9,7 @@
 /// Checks that hold for every object set, whatever level it was made from. Each returns its
 /// complaints as sentences, at most `kMostComplaints`; an empty list is a good file. `game` is 1
 /// to 5.
-namespace morlik::test
+namespace morlik::check
 {
 
 constexpr std::size_t kMostComplaints = 20;
@@ -58,4 +58,4 @@ struct SetReport
 /// All files of a set; one that can't be read is a complaint.
 SetReport CheckSet(const std::string& setBase, int game);
 
-} // namespace morlik::test
+} // namespace morlik::check

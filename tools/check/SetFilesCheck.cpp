@@ -1,12 +1,12 @@
 #include "base/Files.h"
-#include "tests/support/ObjectSetCheck.h"
+#include "tools/check/ObjectSetCheck.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <set>
 #include <utility>
 
-namespace morlik::test
+namespace morlik::check
 {
 
 namespace
@@ -65,11 +65,11 @@ Complaints CheckWas(const std::vector<std::string>& lines, const WadFile& wad, i
 Complaints CheckSwd(const SwdFile& swd)
 {
     Gatherer out;
-    if (swd.Pixels.size() % kTileBytes != 0)
+    if (swd.Pixels.size() % kSetTileBytes != 0)
         out.Add(swd.Pixels.size(), " tile bytes are no whole tiles");
     for (std::size_t i = 0; i < swd.SpriteTextures.size(); ++i)
         if (const std::int64_t tile = swd.SpriteTextures[i].Tile;
-            tile < 0 || tile >= static_cast<std::int64_t>(swd.Pixels.size() / kTileBytes))
+            tile < 0 || tile >= static_cast<std::int64_t>(swd.Pixels.size() / kSetTileBytes))
             out.Add("Sprite texture ", i, " lies on tile ", tile);
     return std::move(out.List);
 }
@@ -145,4 +145,4 @@ SetReport CheckSet(const std::string& setBase, int game)
     return report;
 }
 
-} // namespace morlik::test
+} // namespace morlik::check
