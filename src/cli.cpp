@@ -4,12 +4,14 @@
 #include "shell/ObjectID_Mod.h"
 #include "shell/Session.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace
 {
@@ -78,13 +80,16 @@ bool Convert(morlik::Session& session, const Options& options)
     morlik::LoadObjectIDs("", session.Names, session.Report);
     session.LevelTitle = morlik::FileTitle(options.Level);
     morlik::LoadLevel(session, options.Level);
-    return morlik::SaveLevel(session, options.Output);
+    const bool complete = morlik::SaveLevel(session, options.Output);
+    session.Report.Log.Close();
+    return complete;
 }
 
 int Run(std::span<char* const> arguments)
 {
     const std::string command = arguments.empty() ? "" : arguments[0];
-    if (command == "--help") {
+    if (std::any_of(arguments.begin(), arguments.end(),
+                    [](const char* word) { return std::string_view(word) == "--help"; })) {
         std::cout << kUsage;
         return EXIT_SUCCESS;
     }

@@ -20,6 +20,9 @@
 namespace
 {
 
+/// The program has no place for a higher one.
+constexpr unsigned long kMostID = 500;
+
 struct List
 {
     const char* Name;
@@ -63,8 +66,10 @@ std::map<std::uint32_t, std::string> ReadList(const std::string& path)
         const auto comma = line.find(',');
         if (comma == std::string::npos)
             throw std::runtime_error("Can't find a comma in " + line);
-        names[static_cast<std::uint32_t>(std::stoul(line.substr(0, comma)))] =
-            Unquote(line.substr(comma + 1));
+        const auto id = std::stoul(line.substr(0, comma));
+        if (id > kMostID)
+            throw std::runtime_error(path + " has an id of " + std::to_string(id));
+        names[static_cast<std::uint32_t>(id)] = Unquote(line.substr(comma + 1));
     }
     return names;
 }

@@ -28,7 +28,8 @@ FileBytes FileBytes::Load(const std::string& path)
     if (error)
         throw FileFailure("open", path, error.message());
     if (size > kMostBytes)
-        throw ReadFailure(std::to_string(size) + " bytes are more than any such file has");
+        throw FileFailure("open", path,
+                          std::to_string(size) + " bytes are more than any such file has");
 
     errno = 0;
     std::ifstream stream;
@@ -78,10 +79,8 @@ void OutputFile::PutBytes(std::span<const std::byte> bytes)
 
 void OutputFile::Flush()
 {
-    const auto pending = std::move(buffer_);
+    Write(buffer_);
     buffer_.clear();
-    Write(pending);
-    buffer_.reserve(kBufferBytes);
 }
 
 void OutputFile::Close()

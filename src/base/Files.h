@@ -24,8 +24,8 @@ public:
 class FileBytes
 {
 public:
-    /// Reads the file at `path`. A file that can't be opened, and anything that is no plain file,
-    /// is a `FileFailure`; a file beyond `kMostBytes` a `ReadFailure`.
+    /// Reads the file at `path`. A file that can't be opened or is larger than `kMostBytes`, and
+    /// anything that is no plain file, is a `FileFailure`.
     static FileBytes Load(const std::string& path);
 
     /// No input of this program comes near this size; it keeps a wrong pick from filling the

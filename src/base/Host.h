@@ -55,7 +55,8 @@ public:
 
     /// The folder of the executable, where the data files stand.
     virtual std::filesystem::path ProgramFolder() const = 0;
-    /// The user's folder for what a program keeps by itself, for when its own is not writable.
+    /// The user's folder for what a program keeps by itself, for when its own is not writable;
+    /// empty where there is none.
     virtual std::filesystem::path StateFolder() const = 0;
     /// Today's date in the system's short form, without the time.
     virtual std::string ShortDate() const = 0;

@@ -51,26 +51,36 @@ std::optional<Bytes> SampleBytes(const LevelData& level, const MainSFXState& mai
     return sample != nullptr ? std::optional<Bytes>(*sample) : std::nullopt;
 }
 
-/// Asks for `main.sfx` and reads it; false for a cancel.
-bool AskForMainSFX(MainSFXState& mainSFX, FileDialog& dialog, Reporter& report)
+enum class Answer : std::uint8_t
+{
+    Read,
+    Cancelled,
+    Failed,
+};
+
+/// Asks for `main.sfx` and reads it in place of what was opened before: the sample indices of the
+/// level count in the chosen file.
+Answer AskForMainSFX(MainSFXState& mainSFX, FileDialog& dialog, Reporter& report)
 {
     dialog.Filter = kMainSFXFilter;
     dialog.FileName.clear();
     report.TheHost().ShowOpen(dialog);
-    dialog.Filter = kOpenFilter;
     if (dialog.FileName.empty())
-        return false;
-    // Sample indices count in the chosen file, whatever was opened before.
-    mainSFX = {};
-    return ReadMainSFX(dialog.FileName, mainSFX, report);
+        return Answer::Cancelled;
+    MainSFXState chosen;
+    if (!ReadMainSFX(dialog.FileName, chosen, report))
+        return Answer::Failed;
+    mainSFX = std::move(chosen);
+    return Answer::Read;
 }
 
-/// The SAM file in the making.
+/// The SAM file in the making. Tables that no level has, and that would fill the disk, end the
+/// program with a message.
 class SampleList
 {
 public:
-    SampleList(const LevelData& level, const MainSFXState& mainSFX)
-        : level_(level), mainSFX_(mainSFX)
+    SampleList(const LevelData& level, const MainSFXState& mainSFX, Reporter& report)
+        : level_(level), mainSFX_(mainSFX), report_(report)
     {
     }
 
@@ -81,35 +91,55 @@ public:
         for (std::size_t i = 0; i < level_.SoundDetails.size(); ++i) {
             const SoundDetail& detail = level_.SoundDetails[i];
             const auto sound = game + std::to_string(numbers[i]) + "-";
-            for (std::int32_t n = 0; n < detail.NumSamples(); ++n) {
-                const auto name = sound + std::to_string(n) + ".wav";
-                file.Line(name);
-                waves_[name] = std::int64_t{detail.Sample} + n;
-            }
+            for (std::int32_t n = 0; n < detail.NumSamples(); ++n)
+                WriteLine(file, sound + std::to_string(n) + ".wav",
+                          std::int64_t{detail.Sample} + n);
         }
     }
 
-    /// Where several sounds share a name the last one's sample stays.
-    void WriteWaves(const std::string& folder, Reporter& report) const
+    void WriteWaves(const std::string& folder) const
     {
+        std::size_t bytes = 0;
+        for (const auto& [name, wave] : waves_)
+            bytes += wave.size();
+        if (bytes > kMostWaveBytes)
+            StopAtSounds();
         std::error_code ignored; // it may be there; what is wrong with it shows at the first file
         std::filesystem::create_directory(ToPath(folder), ignored);
-        std::size_t missing = 0;
-        for (const auto& [name, number] : waves_) {
-            if (const auto bytes = SampleBytes(level_, mainSFX_, number))
-                WriteWholeFile(folder + "/" + name, *bytes);
-            else
-                ++missing;
-        }
-        if (missing != 0)
-            report.LogLine("No WAV file for " + std::to_string(missing) +
-                           " samples that do not exist");
+        for (const auto& [name, wave] : waves_)
+            WriteWholeFile(folder + "/" + name, wave);
+        if (missing_ != 0)
+            report_.LogLine("Samples that do not exist and get no WAV file: " +
+                            std::to_string(missing_));
     }
 
 private:
+    static constexpr std::size_t kMostLines = std::size_t{1} << 20U;
+    static constexpr std::size_t kMostWaveBytes = std::size_t{256} << 20U;
+
+    /// Of several samples with one name the last one that exists stays.
+    void WriteLine(TextLines& file, const std::string& name, std::int64_t number)
+    {
+        if (++lines_ > kMostLines)
+            StopAtSounds();
+        file.Line(name);
+        if (const auto bytes = SampleBytes(level_, mainSFX_, number))
+            waves_[name] = *bytes;
+        else
+            ++missing_;
+    }
+
+    [[noreturn]] void StopAtSounds() const
+    {
+        report_.Stop("The sounds are damaged - can't continue!");
+    }
+
     const LevelData& level_;
     const MainSFXState& mainSFX_;
-    std::map<std::string, std::int64_t> waves_; ///< number of the sample by file name
+    Reporter& report_;
+    std::map<std::string, Bytes> waves_; ///< WAV files by their names
+    std::size_t lines_ = 0;
+    std::size_t missing_ = 0;
 };
 
 } // namespace
@@ -122,13 +152,15 @@ bool WriteSAM(const OutputNames& names, const LevelData& level, MainSFXState& ma
         return CopyDataFile("morlik.sam", names.With("sam"), report);
     TextLines file;
     file.Open(names.With("sam"));
-    const bool writeWaves = level.Version == kTR1 || AskForMainSFX(mainSFX, dialog, report);
-    SampleList list(level, mainSFX);
+    const auto answer =
+        level.Version == kTR1 ? Answer::Read : AskForMainSFX(mainSFX, dialog, report);
+    dialog.Filter = kOpenFilter;
+    SampleList list(level, mainSFX, report);
     list.WriteLines(file);
-    if (writeWaves)
-        list.WriteWaves(names.SoundFolder(), report);
+    if (answer == Answer::Read)
+        list.WriteWaves(names.SoundFolder());
     file.Close();
-    return true;
+    return answer != Answer::Failed;
 }
 
 bool WriteSFX(const OutputNames& names, const LevelData& level, Reporter& report)

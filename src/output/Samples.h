@@ -20,7 +20,7 @@ inline constexpr const char* kOpenFilter =
 ///
 /// and the WAV files themselves into the sound folder. Those of II and III come from `main.sfx`,
 /// which `dialog` asks for; after a cancel there are none. For IV and V the file is a copy of the
-/// default one. Gives false if that is missing.
+/// default one. Gives false if that is missing, or the chosen file can't be opened.
 bool WriteSAM(const OutputNames& names, const LevelData& level, MainSFXState& mainSFX,
               FileDialog& dialog, Reporter& report);
 

@@ -55,6 +55,8 @@ public:
         bool complete = WriteSounds();
         complete &= WriteSprites();
         WriteList();
+        Prog(0);
+        TheHost().SetEvent("Ready.");
         report_.Info.Close();
         return complete;
     }
@@ -281,7 +283,7 @@ private:
     WadMeshSet meshes_;
 };
 
-/// Brings the status back to rest and the Info file to its end, however the save ends.
+/// Brings the status back to rest and the Info file to its end when a save stops on its way.
 class SaveScope
 {
 public:
@@ -290,6 +292,8 @@ public:
     SaveScope& operator=(const SaveScope&) = delete;
     ~SaveScope()
     {
+        if (!report_.Info.IsOpen())
+            return;
         report_.TheHost().SetProg(0);
         report_.TheHost().SetEvent("Ready.");
         report_.Info.Abandon();

@@ -12,7 +12,7 @@ namespace morlik
 /// of the executable.
 std::filesystem::path ProgramFolder();
 
-/// The user's folder for the program's own state, not created yet.
+/// The user's folder for the program's own state, not created yet; empty where there is none.
 std::filesystem::path StateFolder();
 
 /// The command line without the program's name; where the system splits it, the arguments joined

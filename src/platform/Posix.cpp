@@ -22,9 +22,11 @@ std::string Environment(const char* name)
 
 std::filesystem::path StateFolder()
 {
-    const auto state = Environment("XDG_STATE_HOME");
-    return (state.empty() ? ToPath(Environment("HOME")) / ".local/state" : ToPath(state)) /
-           "morlik";
+    const auto state = ToPath(Environment("XDG_STATE_HOME"));
+    if (state.is_absolute())
+        return state / "morlik";
+    const auto home = ToPath(Environment("HOME"));
+    return home.is_absolute() ? home / ".local/state/morlik" : std::filesystem::path();
 }
 
 std::string CommandLine(int argc, const char* const* argv)

@@ -32,7 +32,8 @@ std::string Environment(const char* name)
 
 std::filesystem::path StateFolder()
 {
-    return ToPath(Environment("LOCALAPPDATA")) / "Morlik";
+    const auto local = ToPath(Environment("LOCALAPPDATA"));
+    return local.empty() ? local : local / "Morlik";
 }
 
 /// The system keeps the line whole; what stands before the first argument is the program's name,

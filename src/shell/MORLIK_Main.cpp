@@ -26,8 +26,10 @@ void OpenLog(Reporter& report)
     try {
         OpenLogFile(FromPath(host.ProgramFolder() / kLogName), report);
         return;
-    } catch (const FileFailure&) {
+    } catch (const FileFailure& failure) {
         // An installed program stands where its user may not write: the log goes elsewhere.
+        if (host.StateFolder().empty())
+            report.Stop(failure.what(), kErrorTitle);
     }
     try {
         std::error_code ignored; // a folder that is missing shows when the log is opened

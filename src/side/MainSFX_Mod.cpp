@@ -39,9 +39,6 @@ bool ReadMainSFX(const std::string& fileName, MainSFXState& state, Reporter& rep
     } catch (const FileFailure& failure) {
         report.Message(failure.what());
         return false;
-    } catch (const ReadFailure& failure) {
-        report.Message("Can't open " + fileName + ": " + failure.what());
-        return false;
     }
     ReadSamples(state.Files.back().Bytes(), state, report);
     return true;

@@ -216,8 +216,6 @@ std::optional<FileBytes> LoadFile(const std::string& fileName, Reporter& report)
         return FileBytes::Load(fileName);
     } catch (const FileFailure& failure) {
         report.Message(failure.what());
-    } catch (const ReadFailure& failure) {
-        report.Message("Can't open " + fileName + ": " + failure.what());
     }
     return std::nullopt;
 }

@@ -52,6 +52,15 @@ struct MeshLevel
         return set.has_value();
     }
 
+    /// Faces of a converted mesh.
+    std::vector<WadMeshFace> FacesOf(std::size_t mesh) const
+    {
+        WadFile wad;
+        wad.MeshPointers.assign(Pointers.begin(), Pointers.end());
+        wad.MeshData = Data;
+        return WadMeshOf(wad, mesh).Faces;
+    }
+
     ScriptedHost Host;
     Reporter Report{Host};
     LevelData Level;
@@ -108,39 +117,23 @@ TEST(ConvertMeshes, NumbersAndFlagsTheFacesByTheRulesOfTheGame)
     mesh.ColouredRectangles = {{{0, 1, 2, 0}, 0x0123}};
     mesh.ColouredTriangles = {{{2, 1, 0}, Word(0xff00)}, {{2, 1, 0}, 0x0123}, {{2, 1, 0}, 0}};
     using Faces = std::vector<std::array<int, 3>>; // type, texture, flags
+    const Faces textured{{9, -3, 1}, {9, 0, 0}, {8, -8190, 0}, {8, 0x6001, 1}};
     const std::vector<std::pair<VersionCode, Faces>> rows{
-        {kTR1,
-         {{9, -3, 1},
-          {9, 0, 0},
-          {8, -8190, 0},
-          {8, 0x6001, 1},
-          {9, 0x27, 0},
-          {8, 4, 0},
-          {8, 0x27, 0},
-          {8, 4, 0}}},
-        {kTR3,
-         {{9, -3, 1},
-          {9, 0, 0},
-          {8, -8190, 0},
-          {8, 0x6001, 1},
-          {9, 5, 0},
-          {8, 259, 0},
-          {8, 5, 0},
-          {8, 4, 0}}},
+        {kTR1, {{9, 0x27, 0}, {8, 4, 0}, {8, 0x27, 0}, {8, 4, 0}}},
+        {kTR3, {{9, 5, 0}, {8, 259, 0}, {8, 5, 0}, {8, 4, 0}}},
         {kTR4, {{9, -3, 5}, {9, 0, 0x7fff}, {8, -8190, 6}, {8, 0x6001, -1}}},
     };
-    for (const auto& [version, expected] : rows) {
+    for (auto [version, expected] : rows) {
+        if (version != kTR4)
+            expected.insert(expected.begin(), textured.begin(), textured.end());
         MeshLevel made(version, {mesh}, {1, 1, 1, 1, 0x6000, 0, 0, 0xe000, 1, -1});
         made.State.ObjectTextures[9].Attribute = 2;
         made.State.ObjectTextures[4].Attribute = 2;
         made.State.ObjectTextures[7].Attribute = 1;
         ASSERT_TRUE(made.Convert());
         EXPECT_EQ(made.Numbers, (std::vector<std::int32_t>{-1, -1, 0, -1, 1, -1, -1, 2, -1, 3}));
-        WadFile wad;
-        wad.MeshPointers = {0};
-        wad.MeshData = made.Data;
         Faces faces;
-        for (const WadMeshFace& face : WadMeshOf(wad, 0).Faces)
+        for (const WadMeshFace& face : made.FacesOf(0))
             faces.push_back({face.Type, face.Texture, face.Flags});
         EXPECT_EQ(faces, expected) << version;
     }
@@ -286,11 +279,8 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
         made.Report.Info.Open(folder.File("info"));
         ASSERT_TRUE(made.Convert());
         made.Report.Info.Close();
-        WadFile wad;
-        wad.MeshPointers = {static_cast<std::uint32_t>(made.Pointers.at(1))};
-        wad.MeshData = made.Data;
         std::vector<int> textures;
-        for (const WadMeshFace& face : WadMeshOf(wad, 0).Faces)
+        for (const WadMeshFace& face : made.FacesOf(1))
             textures.push_back(face.Texture);
         EXPECT_EQ(textures, row.Textures) << i;
         std::vector<std::string> lines{"Horizon information", "-------------------",

@@ -68,61 +68,43 @@ TEST(ConvertTextInfo, ReadsTheCodeOfATriangleFromItsFirstTwoCorners)
     }
 }
 
+/// A rectangle by what counts of it: X side and pixel of c1, X pixel of c2; the same for Y of c1
+/// and c4.
+ObjectTexture Rectangle(const std::array<std::uint8_t, 6>& c)
+{
+    return {.Corners = {{{c[0], c[1], c[3], c[4]}, {1, c[2], 1, 77}, {}, {1, 88, 0, c[5]}}}};
+}
+
 TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
 {
     struct Row
     {
-        std::array<TextureCorner, 4> Corners;
-        std::vector<int> Box;
+        std::array<std::uint8_t, 6> Corners;
+        std::vector<int> Box; ///< empty where the program ends
         std::int32_t Code;
         std::size_t Messages;
-        bool Ends;
     };
     const std::vector<Row> rows{
-        {{{{1, 0, 1, 5}, {0xff, 255, 1, 5}, {}, {1, 0, 0xff, 9}}},
-         {0, 5, 255, 4, 255, 255},
-         1,
-         0,
-         false},
-        {{{{0xff, 30, 1, 5}, {1, 20, 1, 5}, {}, {1, 0, 0, 9}}},
-         {20, 5, 10, 4, 255, 255},
-         -1,
-         0,
-         false},
-        {{{{1, 3, 0xff, 9}, {1, 4, 1, 5}, {}, {1, 0, 0, 0}}}, {3, 0, 1, 9, 255, 255}, 1, 0, false},
-        {{{{1, 20, 1, 5}, {1, 10, 1, 5}, {}, {1, 0, 0, 9}}}, {20, 5, 0, 4, 255, 255}, 1, 2, false},
-        {{{{1, 20, 0xff, 9}, {1, 10, 1, 5}, {}, {1, 0, 0, 5}}},
-         {20, 5, 0, 4, 255, 255},
-         1,
-         2,
-         false},
-        {{{{1, 10, 1, 20}, {1, 20, 1, 5}, {}, {1, 0, 0, 10}}},
-         {10, 20, 10, 0, 255, 255},
-         1,
-         1,
-         false},
-        {{{{1, 20, 1, 20}, {1, 10, 1, 5}, {}, {1, 0, 0, 10}}},
-         {20, 20, 0, 0, 255, 255},
-         1,
-         2,
-         false},
-        {{{{0xff, 30, 0xff, 5}, {1, 20, 1, 5}, {}, {1, 0, 0, 9}}},
-         {20, 9, 10, 0, 255, 255},
-         -1,
-         1,
-         false},
-        {{{{0xff, 10, 1, 5}, {1, 20, 1, 5}, {}, {1, 0, 0, 9}}}, {}, 0, 1, true},
+        {{1, 0, 255, 1, 5, 9}, {0, 5, 255, 4, 255, 255}, 1, 0},
+        {{0xff, 30, 20, 1, 5, 9}, {20, 5, 10, 4, 255, 255}, -1, 0},
+        {{1, 3, 4, 0xff, 9, 0}, {3, 0, 1, 9, 255, 255}, 1, 0},
+        {{1, 20, 10, 1, 5, 9}, {20, 5, 0, 4, 255, 255}, 1, 2},
+        {{1, 20, 10, 0xff, 9, 5}, {20, 5, 0, 4, 255, 255}, 1, 2},
+        {{1, 10, 20, 1, 20, 10}, {10, 20, 10, 0, 255, 255}, 1, 1},
+        {{1, 20, 10, 1, 20, 10}, {20, 20, 0, 0, 255, 255}, 1, 2},
+        {{0xff, 30, 20, 0xff, 5, 9}, {20, 9, 10, 0, 255, 255}, -1, 1},
+        {{0xff, 10, 20, 1, 5, 9}, {}, 0, 1},
     };
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const Row& row = rows[i];
-        const ObjectTexture good{.Corners = rows[0].Corners};
-        const Textures made({good, {.Corners = row.Corners}, good});
+        const ObjectTexture good = Rectangle(rows[0].Corners);
+        const Textures made({good, Rectangle(row.Corners), good});
         EXPECT_EQ(made.Host.Messages(),
                   std::vector<std::string>(row.Messages,
                                            "MORLIK: ConvertTextInfo -> Error reading texture1"))
             << i;
-        EXPECT_EQ(!made.End.empty(), row.Ends) << i;
-        if (row.Ends)
+        EXPECT_EQ(!made.End.empty(), row.Box.empty()) << i;
+        if (row.Box.empty())
             continue;
         EXPECT_EQ(Box(made.Level.TextInfos[1]), row.Box) << i;
         EXPECT_EQ(made.State.TextureFlip[1], row.Code) << i;

@@ -180,7 +180,7 @@ QWidget* MainControls::MakeOptionsFrame()
     auto* column = new QVBoxLayout(Frame4);
     for (QCheckBox* box : {TR5Kelder, ExpSpr, SkyFix})
         column->addWidget(box);
-    return Frame4; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the frame owns its layout
+    return Frame4;
 }
 
 QWidget* MainControls::MakeObjectsFrame()
