@@ -18,6 +18,10 @@ constexpr std::string_view kSignature = "PROJFILE";
 constexpr std::int16_t kEmptySlot = 1;
 constexpr std::int16_t kRoomState = -1;
 
+/// From here on unknown objects mean that the reading is out of step: no user wants to answer a
+/// message for each of thousands.
+constexpr std::int32_t kMostUnknown = 20;
+
 /// Rooms are numbered by signed words, so no project has more slots than that.
 constexpr std::int32_t kMostSlots = std::numeric_limits<std::int16_t>::max();
 
@@ -174,7 +178,7 @@ private:
 
     void TellUnknown(const std::string& message)
     {
-        if (report_ == nullptr)
+        if (report_ == nullptr || ++unknown_ > kMostUnknown)
             reader_.Fail(message);
         report_->Message(message);
     }
@@ -190,6 +194,7 @@ private:
     ByteReader& reader_;
     const PRJLayout& layout_;
     Reporter* report_;
+    std::int32_t unknown_ = 0; ///< objects of unknown types so far
     PRJData project_;
 };
 

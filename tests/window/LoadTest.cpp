@@ -169,6 +169,14 @@ TEST(WindowLoad, TakesFilesByKeyDropAndMenuUnderAnyName)
     QApplication::processEvents();
     EXPECT_TRUE(titleIs(second));
 
+    // A file that is gone costs a message and its entry, not the renames of the run.
+    std::filesystem::remove(first);
+    run.Find<QMenu>("Mnu_Go_Recent")->actions()[1]->trigger();
+    QApplication::processEvents();
+    EXPECT_EQ(run.Host.Messages.size(), 1U);
+    EXPECT_EQ(run.Find<QMenu>("Mnu_Go_Recent")->actions().size(), 2);
+    EXPECT_TRUE(titleIs(second));
+
     run.Host.OpenAnswers = {third};
     QTest::keyClick(run.Window.get(), Qt::Key_O, Qt::ControlModifier);
     EXPECT_TRUE(titleIs(third));

@@ -63,7 +63,7 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     run.Host.SaveAnswers = {run.Folder.File("none/out.was")};
     run.Trigger("TB_Save_WAS");
     EXPECT_EQ(run.Host.Messages.size(), 1U);
-    EXPECT_EQ(run.Label("Foot"), "The object set is not complete.");
+    EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
     EXPECT_TRUE(run.Window->isVisible());
 }
 

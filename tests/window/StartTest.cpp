@@ -132,6 +132,7 @@ TEST(About, KeepsTheMainWindowOffUntilItIsClosed)
                   "- Exporting WAS files\n- Exporting TGA files\n- Exporting WAV files");
         QTest::mouseClick(about->findChild<QLabel*>("Label4"), Qt::LeftButton);
         EXPECT_TRUE(about->isVisible());
+        EXPECT_EQ(about->grab().toImage().pixelColor(2, 2), QColor(Qt::black));
         about->close();
         EXPECT_TRUE(run.Window->isEnabled());
     }

@@ -4,6 +4,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 
 namespace morlik
@@ -14,8 +15,10 @@ About_Frm::About_Frm(Host& host, std::function<void()> onClose)
 {
     setObjectName("About_Frm");
     setWindowTitle("MORLIK 1.7");
-    setStyleSheet("About_Frm { background: black; } QLabel { background: black; }");
-    setAttribute(Qt::WA_StyledBackground);
+    QPalette black(palette());
+    black.setColor(QPalette::Window, Qt::black);
+    setPalette(black);
+    setAutoFillBackground(true);
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetFixedSize);
     AddLabel("Label1", "MORLIK 1.7", 24, true, "red");
@@ -59,7 +62,8 @@ void About_Frm::closeEvent(QCloseEvent* event)
 
 bool About_Frm::eventFilter(QObject* object, QEvent* event)
 {
-    if (object == address_ && event->type() == QEvent::MouseButtonRelease)
+    if (object == address_ && event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
         host_.OpenWebAddress(kWebAddress);
     return QWidget::eventFilter(object, event);
 }

@@ -50,6 +50,7 @@ QLineEdit* MakeFilter(const char* name)
     filter->setPlaceholderText("Filter");
     filter->setClearButtonEnabled(true);
     filter->setToolTip("Show only the entries that hold this text");
+    filter->setAcceptDrops(false); // a dropped file is for the window
     return filter;
 }
 
@@ -191,6 +192,7 @@ QWidget* MainControls::MakeObjectsFrame()
     ObjectID = Make<QLabel>("ObjectID", "ID 0");
     ObjName = Make<QLineEdit>("ObjName");
     ObjName->setEnabled(false);
+    ObjName->setAcceptDrops(false);
     ObjName->setToolTip("Change the name of this object");
     SaveID = Make<QPushButton>("SaveID", "Write IDs");
     SaveID->setToolTip("Write the object names.");
@@ -242,6 +244,7 @@ void MainControls::MakeFoot()
     Prog->setValue(0);
     Prog->setTextVisible(false);
     Foot = Make<QLabel>("Foot");
+    Foot->setTextFormat(Qt::PlainText);
     Foot->setTextInteractionFlags(Qt::TextSelectableByMouse);
     Foot->setFocusPolicy(Qt::NoFocus);
     Foot->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -272,9 +275,9 @@ void MainControls::LayOut(QMainWindow& window)
 void MainControls::SetTabOrder() const
 {
     QWidget* last = nullptr;
-    for (QWidget* next : std::initializer_list<QWidget*>{
-             ObjFilter, ObjList, ObjName, SaveID, SkyFix, ExpSpr, TR5Kelder, SndFilter, SndLst,
-             SndSave, SndSaveAll, LaraType, Weather}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{LaraType, Weather, ObjFilter, ObjList,
+                                                         SaveID, ObjName, TR5Kelder, ExpSpr, SkyFix,
+                                                         SndFilter, SndLst, SndSave, SndSaveAll}) {
         if (last != nullptr)
             QWidget::setTabOrder(last, next);
         last = next;
@@ -289,8 +292,12 @@ void MainControls::PlaceRooms() const
 
 void FilterList(QListWidget& list, const QString& text)
 {
-    for (int row = 0; row < list.count(); ++row)
-        list.setRowHidden(row, !list.item(row)->text().contains(text, Qt::CaseInsensitive));
+    for (int row = 0; row < list.count(); ++row) {
+        const bool hidden = !list.item(row)->text().contains(text, Qt::CaseInsensitive);
+        list.setRowHidden(row, hidden);
+        if (hidden) // what can't be seen is not to be saved or renamed
+            list.item(row)->setSelected(false);
+    }
 }
 
 } // namespace morlik

@@ -89,7 +89,7 @@ void Main_Frm::ObjName_Change(const QString& text)
                                                                      *id, ToText(text))
                                         : session_.Names.SetStatic(*id, ToText(text));
     if (known)
-        selected[0]->setText(text);
+        selected[0]->setText(FromText(ToText(text))); // what the table holds
 }
 
 } // namespace morlik

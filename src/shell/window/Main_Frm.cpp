@@ -12,9 +12,13 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QFontMetrics>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QUrl>
+#include <QWindow>
 
 namespace morlik
 {
@@ -146,16 +150,30 @@ void Main_Frm::ConnectLists()
             [this] { TellFoot("The names last for this run; no file is changed."); });
 }
 
+void Main_Frm::TellFoot(const QString& text)
+{
+    const QFontMetrics metrics(controls_.Foot->font());
+    controls_.Foot->setText(metrics.elidedText(text, Qt::ElideMiddle, width() - 24));
+    controls_.Foot->setToolTip(text.toHtmlEscaped());
+}
+
 void Main_Frm::ShowAbout()
 {
-    about_ = std::make_unique<About_Frm>(host_, [this] { setEnabled(true); });
+    QWidget* focus = focusWidget(); // a window that is off loses it
+    about_ = std::make_unique<About_Frm>(host_, [this, focus] {
+        setEnabled(true);
+        activateWindow();
+        if (focus != nullptr)
+            focus->setFocus();
+    });
     setEnabled(false);
     about_->show();
+    about_->windowHandle()->setTransientParent(windowHandle()); // stays in front
 }
 
 void Main_Frm::closeEvent(QCloseEvent* event)
 {
-    if (busy_) {
+    if (busy_ || !isEnabled()) {
         event->ignore();
         return;
     }
@@ -173,7 +191,7 @@ void Main_Frm::resizeEvent(QResizeEvent* event)
 void Main_Frm::dragEnterEvent(QDragEnterEvent* event)
 {
     const auto urls = event->mimeData()->urls();
-    if (!busy_ && urls.size() == 1 && urls.front().isLocalFile())
+    if (!busy_ && urls.size() == 1 && QFileInfo(urls.front().toLocalFile()).isFile())
         event->acceptProposedAction();
 }
 
@@ -187,7 +205,8 @@ void Main_Frm::dropEvent(QDropEvent* event)
 bool Main_Frm::eventFilter(QObject* object, QEvent* event)
 {
     // A click in the field marks the whole name, so that typing replaces it.
-    if (object == controls_.ObjName && event->type() == QEvent::MouseButtonRelease)
+    if (object == controls_.ObjName && event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
         controls_.ObjName->selectAll();
     return QMainWindow::eventFilter(object, event);
 }

@@ -76,13 +76,18 @@ private:
     void DoSaveTGA();
     void SndSave_Click();
     void SndSaveAll_Click();
+    /// Runs the writing of sounds and says at the foot where they went.
+    void SaveSounds(const std::function<void()>& write);
     /// Asks for a file to save; gives whether a name came back.
     bool AskToSave(const char* filter);
     /// Runs long work with the window's commands off.
     void Work(const std::function<void()>& action);
-    void TellFoot(const QString& text) { controls_.Foot->setText(text); }
+    /// Says at the foot where a file went; the tool tip holds what is too long for it.
+    void TellFoot(const QString& text);
 
     void ReloadFile();
+    /// Loads a file that was known before; one that is gone is told and forgotten.
+    void LoadKnown(const QString& path);
     void StepInFolder(int step);
     void FillRecentMenu();
     void ShowAbout();
@@ -92,7 +97,8 @@ private:
     RecentFiles& recent_;
     MainControls controls_;
     std::unique_ptr<About_Frm> about_;
-    std::string loadedFile_; ///< the file that was loaded last, for reload and steps
+    std::string loadedFile_; ///< the file that was opened last, for reload
+    std::string levelFile_;  ///< the level on screen, for steps in its folder
     bool busy_ = false;
     bool ended_ = false;
     int exitCode_ = 0;

@@ -84,6 +84,7 @@ void Main_Frm::LoadLevelFile()
     show();
     session_.Report.LogLine("Loading level");
     session_.Level = ReadTR(path, session_.State, session_.Report);
+    levelFile_ = path;
     ShowLevelType();
     TakeVersion(session_);
     const std::int32_t version = session_.Level.Version;
@@ -170,7 +171,7 @@ void Main_Frm::ListRooms()
         auto* item = new QListWidgetItem(room.State == -1 ? QString("Room %1").arg(i)
                                                           : QString("Empty room"),
                                          controls_.RoomList);
-        item->setToolTip(FromText(room.Name.substr(0, room.Name.find('\0'))));
+        item->setToolTip(FromText(room.Name.substr(0, room.Name.find('\0'))).toHtmlEscaped());
     }
 }
 
@@ -179,20 +180,31 @@ void Main_Frm::ReloadFile()
     if (loadedFile_.empty())
         host_.Beep();
     else
-        LoadAsChosen(FromPathText(loadedFile_));
+        LoadKnown(FromPathText(loadedFile_));
 }
 
-/// The file `step` places behind the loaded one among the levels of its folder, by name.
+void Main_Frm::LoadKnown(const QString& path)
+{
+    if (QFileInfo(path).isFile()) {
+        LoadAsChosen(path);
+        return;
+    }
+    recent_.Remove(path);
+    FillRecentMenu();
+    session_.Report.Message("Can't open " + ToPathText(path) + ": it is no longer there");
+}
+
+/// The file `step` places behind the level on screen among the levels of its folder, by name.
 void Main_Frm::StepInFolder(int step)
 {
-    const QFileInfo loaded(FromPathText(loadedFile_));
+    const QFileInfo loaded(FromPathText(levelFile_));
     const auto files = loaded.dir().entryInfoList({"*.phd", "*.tub", "*.tr2", "*.tr4", "*.trc"},
                                                   QDir::Files, QDir::Name | QDir::IgnoreCase);
     const auto at = files.indexOf(loaded) + step;
-    if (loadedFile_.empty() || !files.contains(loaded) || at < 0 || at >= files.size())
+    if (levelFile_.empty() || !files.contains(loaded) || at < 0 || at >= files.size())
         host_.Beep();
     else
-        LoadAsChosen(files[at].filePath());
+        LoadKnown(files[at].filePath());
 }
 
 void Main_Frm::FillRecentMenu()
@@ -205,7 +217,7 @@ void Main_Frm::FillRecentMenu()
         // The menu is made anew by the load, so the load must wait until its entry has returned.
         connect(
             menu->addAction(caption), &QAction::triggered, this,
-            [this, path] { Guard([&] { LoadAsChosen(path); }); }, Qt::QueuedConnection);
+            [this, path] { Guard([&] { LoadKnown(path); }); }, Qt::QueuedConnection);
     }
     menu->setEnabled(!menu->isEmpty());
 }

@@ -83,14 +83,13 @@ void Main_Frm::DoSaveWAS()
     if (!AskToSave("WAS files (*.was)|*.was"))
         return;
     // The save may ask for the main.sfx of the game, which people keep with their levels.
-    session_.FMLoad.Folder = loadedFile_.substr(0, LastFolderEnd(loadedFile_));
+    session_.FMLoad.Folder = levelFile_.substr(0, LastFolderEnd(levelFile_));
     const bool listsMainSFX = session_.State.LevelVersion == kMainSFXVersion;
     bool complete = false;
     Work([&] { complete = SaveLevel(session_, dialog.FileName); });
     if (listsMainSFX)
         ListSounds(MainSFXSounds(session_.MainSFX));
-    TellFoot(complete ? "Saved " + FromPathText(dialog.FileName)
-                      : "The object set is not complete.");
+    TellFoot(complete ? "Saved " + FromPathText(dialog.FileName) : QString("Not all was saved."));
     dialog.Filter = kSaveFilterAtRest;
 }
 
@@ -109,8 +108,7 @@ void Main_Frm::DoSaveTGA()
     Work([&] {
         complete = SaveTGA(dialog.FileName, session_.Level, session_.State, session_.Report);
     });
-    if (complete)
-        TellFoot("Saved " + FromPathText(dialog.FileName));
+    TellFoot(complete ? "Saved " + FromPathText(dialog.FileName) : QString());
 }
 
 void Main_Frm::SndSave_Click()
@@ -130,11 +128,9 @@ void Main_Frm::SndSave_Click()
         bytes = sfx[number];
     else if (session_.State.LevelVersion != kMainSFXVersion && number < samples.size())
         bytes = samples[number].Data;
-    try {
-        WriteWholeFile(session_.FMSave.FileName, bytes);
-    } catch (const FileFailure& failure) {
-        session_.Report.Message(failure.what());
-    }
+    if (bytes.empty())
+        session_.Report.LogLine("The sound has no sample: the WAV file is empty");
+    SaveSounds([&] { WriteWholeFile(session_.FMSave.FileName, bytes); });
 }
 
 void Main_Frm::SndSaveAll_Click()
@@ -143,11 +139,20 @@ void Main_Frm::SndSaveAll_Click()
         return;
     const std::string& path = session_.FMSave.FileName;
     const auto base = path.substr(0, path.find('.'));
-    try {
+    SaveSounds([&] {
         if (session_.State.LevelVersion == kMainSFXVersion)
             WriteMainSFXSounds(base, session_.MainSFX);
         else
             WriteLevelSounds(base, session_.Level, session_.Report);
+    });
+}
+
+void Main_Frm::SaveSounds(const std::function<void()>& write)
+{
+    TellFoot("");
+    try {
+        Work(write);
+        TellFoot("Saved " + FromPathText(session_.FMSave.FileName));
     } catch (const FileFailure& failure) {
         session_.Report.Message(failure.what());
     }

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QUrl>
 
@@ -15,10 +16,12 @@ namespace morlik
 namespace
 {
 
-/// Where a dialog starts: its folder with the system's separators, if there is such a folder.
+/// Where a dialog starts: its folder, or where the system chooses if there is no such folder, as
+/// with the first settings on a system without drive letters. Qt would take it for a file's name.
 QString StartFolder(const FileDialog& dialog)
 {
-    return QDir::fromNativeSeparators(FromPathText(dialog.Folder));
+    const QString folder = QDir::fromNativeSeparators(FromPathText(dialog.Folder));
+    return QFileInfo(folder).isDir() ? folder : QString();
 }
 
 void Take(FileDialog& dialog, const QString& chosen)

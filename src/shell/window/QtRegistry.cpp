@@ -31,7 +31,10 @@ QString EntryOf(RootKey root, const std::string& key, const std::string& name)
 
 bool QtRegistry::CreateKey(RootKey root, const std::string& key)
 {
-    return Store(GroupOf(root, key) + kKeyMark, true);
+    bool stored = true;
+    for (auto end = key.find('\\'); end != std::string::npos; end = key.find('\\', end + 1))
+        stored = stored && Store(GroupOf(root, key.substr(0, end)) + kKeyMark, true);
+    return stored && Store(GroupOf(root, key) + kKeyMark, true);
 }
 
 bool QtRegistry::SetValue(RootKey root, const std::string& key, const std::string& name,

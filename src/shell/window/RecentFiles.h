@@ -22,6 +22,13 @@ public:
         store_.setValue(kKey, QStringList(files.mid(0, kMost)));
     }
 
+    void Remove(const QString& path)
+    {
+        QStringList files = List();
+        files.removeAll(path);
+        store_.setValue(kKey, files);
+    }
+
 private:
     static constexpr const char* kKey = "window/recent";
     static constexpr int kMost = 8;
