@@ -77,9 +77,12 @@ bool Convert(morlik::Session& session, const Options& options)
 {
     if (!options.Log.empty())
         morlik::OpenLogFile(options.Log, session.Report);
+    session.Report.LogLine("Loading TR4Objects.dat");
     morlik::LoadObjectIDs("", session.Names, session.Report);
+    session.Report.LogLine("Loading level");
     session.LevelTitle = morlik::FileTitle(options.Level);
     morlik::LoadLevel(session, options.Level);
+    session.Report.LogLine("Saving WAS");
     const bool complete = morlik::SaveLevel(session, options.Output);
     session.Report.Log.Close();
     return complete;

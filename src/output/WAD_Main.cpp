@@ -145,22 +145,27 @@ private:
         const auto squares = classic ? static_cast<std::int32_t>(kNumPaletteTextures) : 0;
         file.Put(kWadVersion);
         file.Put(numWadTextures_ + squares);
-        for (const std::size_t texture : TexturesByNumber())
+        std::int32_t written = 0;
+        for (const std::size_t texture : TexturesByNumber()) {
             file.Put(TextureRecord(texture));
-        if (classic)
+            ++written;
+        }
+        if (classic) {
             file.Put(PaletteTextures(tiles_));
+            written += squares;
+        }
+        if (written != numWadTextures_ + squares)
+            report_.Stop("Error saving WAD!");
         Prog(30);
     }
 
     /// The used textures in the order of their numbers.
-    std::vector<std::size_t> TexturesByNumber()
+    std::vector<std::size_t> TexturesByNumber() const
     {
         std::vector<std::size_t> textures;
         for (std::size_t i = 0; i < textureNumbers_.size(); ++i)
             if (IsUsed(i))
                 textures.push_back(i);
-        if (textures.size() != static_cast<std::size_t>(numWadTextures_))
-            report_.Stop("Error saving WAD!");
         std::sort(textures.begin(), textures.end(), [this](std::size_t a, std::size_t b) {
             return textureNumbers_[a] < textureNumbers_[b];
         });

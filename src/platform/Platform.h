@@ -15,6 +15,9 @@ std::filesystem::path ProgramFolder();
 /// The user's folder for the program's own state, not created yet; empty where there is none.
 std::filesystem::path StateFolder();
 
+/// Whether there is a display to show windows on.
+bool HasDisplay();
+
 /// The command line without the program's name; where the system splits it, the arguments joined
 /// with single blanks.
 std::string CommandLine(int argc, const char* const* argv);

@@ -20,6 +20,19 @@ std::string Environment(const char* name)
     return value != nullptr ? value : "";
 }
 
+bool HasDisplay()
+{
+    if (!Environment("WAYLAND_DISPLAY").empty())
+        return true;
+    const auto display = Environment("DISPLAY");
+    if (display.empty() || display[0] != ':')
+        return !display.empty();
+    // A display of this machine has a socket; a name left over from one that ended has none.
+    const auto number = display.substr(1, display.find('.') - 1);
+    std::error_code error;
+    return std::filesystem::exists("/tmp/.X11-unix/X" + number, error);
+}
+
 std::filesystem::path StateFolder()
 {
     const auto state = ToPath(Environment("XDG_STATE_HOME"));

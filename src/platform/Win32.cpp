@@ -30,6 +30,11 @@ std::string Environment(const char* name)
     return value != nullptr ? FromWide(value) : "";
 }
 
+bool HasDisplay()
+{
+    return true;
+}
+
 std::filesystem::path StateFolder()
 {
     const auto local = ToPath(Environment("LOCALAPPDATA"));

@@ -43,4 +43,14 @@ sleep 0.5
 xdotool windowfocus --sync "$window"
 xdotool key ctrl+q
 wait "$program"
-echo "The program came up, saved and ended."
+
+# As a batch job it never shows its window; its closing message waits for the user.
+"$morlik" /makewas "$folder/tr1.phd" /export "$folder/batch.was" &
+program=$!
+await xdotool search --name '^Morlik v1.6$'
+! xdotool search --name 'Moveables' >/dev/null 2>&1
+xdotool windowfocus --sync "$(xdotool search --name '^Morlik v1.6$' | tail -n 1)"
+xdotool key Return
+wait "$program"
+test -s "$folder/batch.was"
+echo "The program came up, saved and ended, and did a batch job."

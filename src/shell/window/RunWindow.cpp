@@ -40,14 +40,33 @@ QtRegistry MakeRegistry(QSettings& store)
 }
 #endif
 
-int RunBatchJob(const std::string& commandLine)
+int RunBatchJob(Session& session, const std::string& commandLine)
 {
-    ConsoleHost host(std::cout);
-    Session session(host);
     QSettings store = UserSettings();
     auto registry = MakeRegistry(store);
     OpenLog(session.Report);
     return RunBatch(session, registry, commandLine) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int RunBatchOnConsole(const std::string& commandLine)
+{
+    ConsoleHost host(std::cout);
+    Session session(host);
+    return RunBatchJob(session, commandLine);
+}
+
+/// With a display the messages and the dialog for `main.sfx` come up as in the window, which
+/// itself is never shown.
+int RunBatchOnDisplay(int argc, char** argv, const std::string& commandLine)
+{
+    const QApplication application(argc, argv);
+    QtHost host;
+    Session session(host);
+    QSettings store = UserSettings();
+    RecentFiles recent(store);
+    Main_Frm window(session, recent);
+    host.Attach(window, window.Controls());
+    return RunBatchJob(session, commandLine);
 }
 
 int RunWindow(int argc, char** argv)
@@ -73,7 +92,10 @@ int RunProgram(int argc, char** argv)
 {
     try {
         const auto commandLine = CommandLine(argc, argv);
-        return IsBatch(commandLine) ? RunBatchJob(commandLine) : RunWindow(argc, argv);
+        if (!IsBatch(commandLine))
+            return RunWindow(argc, argv);
+        return HasDisplay() ? RunBatchOnDisplay(argc, argv, commandLine)
+                            : RunBatchOnConsole(commandLine);
     } catch (const ProgramEnd&) {
         return EXIT_FAILURE;
     } catch (const std::exception& failure) {
