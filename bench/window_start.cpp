@@ -1,8 +1,10 @@
-// Starts the window as the program does and ends when it has been painted for the first time, so
-// that a parent can time that from outside.
+// Starts the window as the program does, with a sample level as its file, and ends when it has been
+// painted for the first time, so that a parent can time that from outside.
 
+#include "samples/LevelWriter.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/QtHost.h"
+#include "shell/window/QtRegistry.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -38,6 +40,10 @@ int main(int argc, char** argv)
     host.Attach(window, window.Controls());
     FirstPaint painted;
     window.installEventFilter(&painted);
-    window.show();
-    return QApplication::exec();
+    const QString level = folder.filePath("level.tr4");
+    morlik::WriteWholeFile(
+        level.toStdString(),
+        morlik::samples::WriteLevel(morlik::samples::MakeRichLevel(morlik::kTR4)).Bytes);
+    morlik::QtRegistry registry(store);
+    return window.Start(registry, level) ? QApplication::exec() : window.ExitCode();
 }

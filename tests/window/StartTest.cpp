@@ -123,6 +123,7 @@ TEST(About, KeepsTheMainWindowOffUntilItIsClosed)
     for (int round = 0; round < 2; ++round) {
         run.Trigger("Mnu_Help_About");
         EXPECT_FALSE(run.Window->isEnabled());
+        EXPECT_FALSE(run.Window->close());
         QWidget* about = nullptr;
         for (QWidget* widget : QApplication::topLevelWidgets())
             if (widget->objectName() == "About_Frm")

@@ -8,8 +8,9 @@ samples=$2
 for tool in xvfb-run xdotool; do
     command -v "$tool" >/dev/null || { echo "no $tool here"; exit 77; }
 done
+# Without -noreset the server starts anew when the first program has left it, and refuses the next.
 if [ -z "${MORLIK_IN_XVFB-}" ]; then
-    MORLIK_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$@"
+    MORLIK_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1280x1024x24 -noreset" "$0" "$@"
 fi
 
 folder=$(mktemp -d)

@@ -129,7 +129,8 @@ void MainControls::MakeToolbar(QMainWindow& window)
     TB = Make<QToolBar>("TB", "Toolbar", &window);
     TB->setMovable(false);
     TB->setIconSize({16, 16});
-    TB->setContextMenuPolicy(Qt::PreventContextMenu);
+    // The window's own menu would hide the toolbar, which holds the mode.
+    window.setContextMenuPolicy(Qt::NoContextMenu);
     window.addToolBar(TB);
 
     auto* open = new QMenu(TB);
@@ -175,7 +176,7 @@ QWidget* MainControls::MakeOptionsFrame()
     TR5Kelder->setEnabled(false);
     ExpSpr = Make<QCheckBox>("ExpSpr", "Export Sprites");
     ExpSpr->setEnabled(false);
-    SkyFix = Make<QCheckBox>("SkyFix", "Update Horizon");
+    SkyFix = Make<QCheckBox>("SkyFix", "&Update Horizon");
     SkyFix->setToolTip("This will update the TR2&3 horizon to make the clouds visible when using "
                        "it in TR4 levels");
     auto* column = new QVBoxLayout(Frame4);
@@ -194,7 +195,7 @@ QWidget* MainControls::MakeObjectsFrame()
     ObjName->setEnabled(false);
     ObjName->setAcceptDrops(false);
     ObjName->setToolTip("Change the name of this object");
-    SaveID = Make<QPushButton>("SaveID", "Write IDs");
+    SaveID = Make<QPushButton>("SaveID", "Write &IDs");
     SaveID->setToolTip("Write the object names.");
     auto* row = new QHBoxLayout;
     row->addWidget(ObjectID, 1);
@@ -212,8 +213,8 @@ QWidget* MainControls::MakeSoundsFrame()
     SndFrame = Make<QGroupBox>("SndFrame", "Sounds");
     SndFilter = MakeFilter("SndFilter");
     SndLst = Make<QListWidget>("SndLst");
-    SndSave = Make<QPushButton>("SndSave", "Save");
-    SndSaveAll = Make<QPushButton>("SndSaveAll", "Save All");
+    SndSave = Make<QPushButton>("SndSave", "Sa&ve");
+    SndSaveAll = Make<QPushButton>("SndSaveAll", "Save &All");
     auto* row = new QHBoxLayout;
     row->addWidget(SndSave);
     row->addWidget(SndSaveAll);

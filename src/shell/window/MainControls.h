@@ -16,16 +16,6 @@
 namespace morlik
 {
 
-/// The commands of the toolbar, by the keys of its buttons.
-enum class ToolKey : int
-{
-    Open = 1,
-    Save = 2,
-    Moveables = 10,
-    Statics = 11,
-    Sprites = 12,
-};
-
 /// The controls of the main window. Each member's name is the control's Qt object name too.
 /// They are owned by the window.
 struct MainControls

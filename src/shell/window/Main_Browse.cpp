@@ -76,6 +76,7 @@ void Main_Frm::ObjList_Click()
     const ObjectNames& names = session_.Names;
     controls_.ObjName->setText(FromText(
         IsMoveableMode() ? names.Moveable(session_.State.LevelVersion, *id) : names.Static(*id)));
+    controls_.ObjName->setCursorPosition(0); // of a long name the beginning shows
     controls_.ObjectID->setText(QString("ID %1").arg(*id));
 }
 

@@ -55,7 +55,8 @@ private:
     void DoLoadTR();
     void LoadChosen();
     void LoadLevelFile();
-    void LoadMainSFX();
+    /// Gives whether the file could be opened.
+    bool LoadMainSFX();
     void DoLoadPRJ(const std::string& path);
     void ShowLevelType();
     void ListLevelSounds();

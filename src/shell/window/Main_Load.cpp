@@ -62,7 +62,8 @@ void Main_Frm::LoadChosen()
         throw ProgramEnd("no file was chosen");
     }
     if (ToLower(FileTitle(path)) == "main.sfx") {
-        LoadMainSFX();
+        if (!LoadMainSFX())
+            return;
     } else {
         for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
             frame->setEnabled(true);
@@ -135,14 +136,15 @@ void Main_Frm::ListSounds(const std::vector<SoundEntry>& entries)
     FilterList(*controls_.SndLst, controls_.SndFilter->text());
 }
 
-void Main_Frm::LoadMainSFX()
+bool Main_Frm::LoadMainSFX()
 {
     if (!ReadMainSFX(session_.FMLoad.FileName, session_.MainSFX, session_.Report))
-        return;
+        return false;
     session_.State.LevelVersion = kMainSFXVersion;
     for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
         frame->setEnabled(false);
     ListSounds(MainSFXSounds(session_.MainSFX));
+    return true;
 }
 
 void Main_Frm::DoLoadPRJ(const std::string& path)

@@ -62,9 +62,10 @@ std::optional<RegistryValue> QtRegistry::QueryValue(RootKey root, const std::str
 
 bool QtRegistry::Store(const QString& entry, const QVariant& value)
 {
+    // The file is written once, when the event loop comes to it: a start stores about twenty
+    // values, and the window would wait for the disk twice for each.
     store_.setValue(entry, value);
-    store_.sync();
-    return store_.status() == QSettings::NoError;
+    return store_.isWritable() && store_.status() == QSettings::NoError;
 }
 
 } // namespace morlik
