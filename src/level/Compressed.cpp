@@ -18,7 +18,7 @@ constexpr std::int64_t kTrustedBytes = std::int64_t{64} << 20;
 /// The most that a zlib stream can grow.
 constexpr std::int64_t kMostGrowth = 1032;
 /// No level has a block of this size: textures reach 128 tiles, 32 MiB, at the most.
-constexpr std::int64_t kMostBytes = std::int64_t{128} << 20;
+constexpr std::int64_t kMostBytes = std::int64_t{96} << 20;
 
 constexpr std::int64_t kPixelBytes32 = 4;
 

@@ -1,3 +1,4 @@
+#include "base/Text.h"
 #include "samples/Textures.h"
 #include "tests/output/Conversion.h"
 #include "tests/support/FaceProof.h"
@@ -68,6 +69,22 @@ TEST(FractionalTextures, OfRealLevelsConvertWithoutAMessage)
         LoadLevel(run.Project, path);
         EXPECT_GE(SavedShare(run), 0.999);
         EXPECT_EQ(run.Host.Messages(), std::vector<std::string>());
+    }
+}
+
+TEST(FractionalTextures, OfRealLevelsInClassicFormLoseTheirTurnsAtTheMost)
+{
+    const auto levels = RealLevels();
+    if (levels.empty())
+        GTEST_SKIP() << "no real levels here";
+    for (const std::string& path : levels) {
+        Conversion run;
+        run.CopyDataFiles();
+        LoadLevel(run.Project, path);
+        const double share = SavedShare(run);
+        RecordProperty(FileTitle(path), std::to_string(share));
+        // The level of the first game is as its own tools left it; the others have turned textures.
+        EXPECT_GE(share, run.Project.Level.Version == kTR1 ? 1.0 : 0.7) << path;
     }
 }
 
