@@ -1,0 +1,116 @@
+// Writes the seeds of all fuzzers below a folder, one folder for each: the smallest levels of all
+// games, and the full ones with their tiles left out where that is possible.
+// usage: morlik-fuzz-seeds FOLDER
+
+#include "base/Files.h"
+#include "base/Narrow.h"
+#include "fuzz/LevelInput.h"
+#include "samples/LevelWriter.h"
+#include "samples/MainSfx.h"
+#include "samples/Project.h"
+#include "samples/Textures.h"
+
+#include <array>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+
+namespace
+{
+
+using namespace morlik;
+
+constexpr std::array<VersionCode, 6> kGames{kTR1, kTR1Gold, kTR2, kTR3, kTR4, kTR5};
+
+class Seeds
+{
+public:
+    explicit Seeds(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+    void Write(const std::string& fuzzer, const std::string& name,
+               std::span<const std::byte> bytes) const
+    {
+        std::filesystem::create_directories(folder_ / fuzzer);
+        WriteWholeFile((folder_ / fuzzer / name).string(), bytes);
+    }
+    void Write(const std::string& fuzzer, const std::string& name, const std::string& text) const
+    {
+        Write(fuzzer, name, std::as_bytes(std::span(text)));
+    }
+
+private:
+    std::filesystem::path folder_;
+};
+
+/// The full level without its many tile rows.
+samples::LevelContent FullLevel(VersionCode game)
+{
+    auto level = samples::MakeRichLevel(game);
+    if (!samples::IsOlderGame(game)) {
+        level.Tiles32.resize(kTileSide);
+        level.Tiles16.resize(kTileSide);
+    }
+    return level;
+}
+
+void WriteLevels(const Seeds& seeds)
+{
+    for (const VersionCode game : kGames) {
+        const std::string name = "game" + std::to_string(game);
+        auto fractional = fuzz::SmallestLevel(game);
+        samples::MakeFractional(fractional);
+        for (const char* fuzzer : {"level", "set", "sheet"}) {
+            const auto put = [&](const std::string& kind, const samples::LevelContent& level) {
+                const auto input = fuzz::InputOf(level);
+                seeds.Write(fuzzer, name + kind, std::as_bytes(std::span(input)));
+            };
+            put("-smallest", fuzz::SmallestLevel(game));
+            put("-fractional", fractional);
+            put("-full", FullLevel(game));
+        }
+    }
+    seeds.Write("block", "smallest", samples::WriteLevelBlock(fuzz::SmallestLevel(kTR4)).Bytes);
+    seeds.Write("block", "full", samples::WriteLevelBlock(FullLevel(kTR4)).Bytes);
+}
+
+void WriteOthers(const Seeds& seeds)
+{
+    auto project = samples::MakeProject();
+    seeds.Write("project", "project", samples::WriteProject(project).Bytes);
+    project.Later = true;
+    seeds.Write("project", "later", samples::WriteProject(project).Bytes);
+    seeds.Write("sounds", "main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+
+    ByteWriter names;
+    for (int section = 0; section < 6; ++section) {
+        const std::string name = "Name";
+        names.Put(std::uint32_t{1});
+        names.Put(narrow<std::uint32_t>(name.size()));
+        names.PutBytes(std::as_bytes(std::span(name)));
+        if (section >= 2)
+            names.Put(std::uint32_t{0});
+    }
+    seeds.Write("names", "names", names.Bytes());
+    seeds.Write("batch", "line", "/makewas C:\\levels\\my level.phd /export D:\\sets\\my set.was");
+    seeds.Write("key", "key", "HKEY_LOCAL_MACHINE\\software\\Torvand");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "usage: morlik-fuzz-seeds FOLDER\n";
+        return 2;
+    }
+    try {
+        const Seeds seeds(argv[1]);
+        WriteLevels(seeds);
+        WriteOthers(seeds);
+        return EXIT_SUCCESS;
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,16 @@
+// Reads levels of all games and saves their texture sheets.
+
+#include "fuzz/LevelInput.h"
+#include "output/TGA_Mod.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    morlik::fuzz::Run run;
+    const auto level = run.WriteLevel({data, size});
+    run.Try([&] {
+        morlik::LoadLevel(run.Project, level);
+        morlik::SaveTGA(run.File("sheet.tga"), run.Project.Level, run.Project.State,
+                        run.Project.Report);
+    });
+    return 0;
+}
