@@ -63,16 +63,6 @@ std::string MemoryFolder()
 
 } // namespace
 
-samples::LevelContent SmallestLevel(VersionCode game)
-{
-    auto level = samples::MakeTinyLevel(game);
-    if (!samples::IsOlderGame(game)) {
-        level.Tiles32.resize(kTileSide);
-        level.Tiles16.resize(kTileSide);
-    }
-    return level;
-}
-
 Bytes InputOf(const samples::LevelContent& level)
 {
     const auto file = samples::WriteLevel(level).Bytes;

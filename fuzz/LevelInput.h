@@ -27,9 +27,6 @@ Bytes InputOf(const samples::LevelContent& level);
 /// The game that an input is read as: by its first word, and its name byte where games share one.
 VersionCode GameOf(std::span<const std::uint8_t> input);
 
-/// The smallest level of a game: one tile row where the format allows it.
-samples::LevelContent SmallestLevel(VersionCode game);
-
 /// A run of the program that works in memory and keeps its messages to itself.
 class Run
 {

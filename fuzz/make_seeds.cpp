@@ -58,19 +58,20 @@ void WriteLevels(const Seeds& seeds)
 {
     for (const VersionCode game : kGames) {
         const std::string name = "game" + std::to_string(game);
-        auto fractional = fuzz::SmallestLevel(game);
+        auto fractional = samples::MakeSmallestLevel(game);
         samples::MakeFractional(fractional);
         for (const char* fuzzer : {"level", "set", "sheet"}) {
             const auto put = [&](const std::string& kind, const samples::LevelContent& level) {
                 const auto input = fuzz::InputOf(level);
                 seeds.Write(fuzzer, name + kind, std::as_bytes(std::span(input)));
             };
-            put("-smallest", fuzz::SmallestLevel(game));
+            put("-smallest", samples::MakeSmallestLevel(game));
             put("-fractional", fractional);
             put("-full", FullLevel(game));
         }
     }
-    seeds.Write("block", "smallest", samples::WriteLevelBlock(fuzz::SmallestLevel(kTR4)).Bytes);
+    seeds.Write("block", "smallest",
+                samples::WriteLevelBlock(samples::MakeSmallestLevel(kTR4)).Bytes);
     seeds.Write("block", "full", samples::WriteLevelBlock(FullLevel(kTR4)).Bytes);
 }
 

@@ -13,7 +13,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace morlik;
-    static const auto frame = fuzz::SmallestLevel(kTR4);
+    static const auto frame = samples::MakeSmallestLevel(kTR4);
     const auto file = samples::WrapTR4(frame, std::as_bytes(std::span(data, size))).Bytes;
     fuzz::Run run;
     WriteWholeFile(run.File("block.tr4"), file);

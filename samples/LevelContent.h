@@ -199,6 +199,10 @@ struct LevelContent
 /// with one frame, moveable, sound and sample. The base for a test of one thing.
 LevelContent MakeTinyLevel(VersionCode game);
 
+/// The same in as few bytes as the format allows: a single row of tile pixels in Tomb Raider IV and
+/// V. The textures reach beyond it.
+LevelContent MakeSmallestLevel(VersionCode game);
+
 struct RichOptions
 {
     bool ManyStatics = false; ///< 64 static meshes, more than an object set takes

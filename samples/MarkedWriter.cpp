@@ -24,6 +24,15 @@ void LevelFile::Set(const Mark& mark, std::int64_t value)
     std::memcpy(Bytes.data() + mark.Offset, &value, mark.Size);
 }
 
+std::int64_t LevelFile::Value(const Mark& mark) const
+{
+    std::int64_t value = 0;
+    if (mark.Size > sizeof value || mark.Offset + mark.Size > Bytes.size())
+        throw std::out_of_range("mark " + mark.Name + " is no field of the file");
+    std::memcpy(&value, Bytes.data() + mark.Offset, mark.Size);
+    return value;
+}
+
 void MarkedWriter::PutFiller(std::size_t count)
 {
     constexpr std::byte kFiller{0x5a};

@@ -42,6 +42,8 @@ struct LevelFile
     void SetCount(std::string_view name, std::int64_t value) { Set(Count(name), value); }
     /// The same for a mark at hand.
     void Set(const Mark& mark, std::int64_t value);
+    /// What stands at a mark of 8 bytes at the most, without regard to a sign.
+    std::int64_t Value(const Mark& mark) const;
 
     template <Packed T>
     void Patch(std::size_t offset, const T& value)

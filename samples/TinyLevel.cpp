@@ -87,4 +87,14 @@ LevelContent MakeTinyLevel(VersionCode game)
     return level;
 }
 
+LevelContent MakeSmallestLevel(VersionCode game)
+{
+    LevelContent level = MakeTinyLevel(game);
+    if (!IsOlderGame(game)) {
+        level.Tiles32.resize(kTileSide);
+        level.Tiles16.resize(kTileSide);
+    }
+    return level;
+}
+
 } // namespace morlik::samples

@@ -10,9 +10,10 @@ constexpr std::int64_t kHeaderWords = 9;
 constexpr std::uint16_t kOneWordMask = 0xc000;
 constexpr std::uint16_t kAngleMask = 0x3ff;
 
-/// Steps that a conversion may take: far more than any level has words in its frames. Damaged
-/// offsets that let every animation run over all frames would take hours.
-constexpr std::int64_t kMostSteps = std::int64_t{1} << 26;
+/// Steps that a conversion may take beyond some for each word of the frames. Damaged offsets that
+/// let every animation run over all frames would take hours.
+constexpr std::int64_t kSpareSteps = std::int64_t{1} << 24;
+constexpr std::int64_t kStepsPerWord = 4;
 
 /// The quotient rounded to the nearest integer, a half to the even neighbour; 0 where the divisor
 /// is 0.
@@ -38,7 +39,8 @@ public:
         : level_(level),
           names_(names),
           report_(report),
-          numWords_(static_cast<std::int64_t>(level.Frames.size()))
+          numWords_(static_cast<std::int64_t>(level.Frames.size())),
+          stepsLeft_(kSpareSteps + kStepsPerWord * numWords_)
     {
         TakeOwner(0);
     }
@@ -166,7 +168,7 @@ private:
     const ObjectNames& names_;
     Reporter& report_;
     std::int64_t numWords_;
-    std::int64_t stepsLeft_ = kMostSteps;
+    std::int64_t stepsLeft_;
     std::size_t owner_ = 0; ///< the moveable whose animation is worked on
     std::size_t next_ = 0;  ///< the next one with animations
     bool faulty_ = false;   ///< the owner's animations have a fault that was not told yet

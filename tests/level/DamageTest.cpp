@@ -1,11 +1,14 @@
 // Levels with one fault each. Whatever is wrong with a file, a load and a save end in a message or
 // in a set, never in a crash.
 
+#include "level/Readers.h"
 #include "samples/MainSfx.h"
 #include "side/MainSFX_Mod.h"
 #include "tests/output/Conversion.h"
+#include "tests/support/HeapPeak.h"
 
 #include <algorithm>
+#include <ctime>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -18,6 +21,10 @@ using samples::LevelContent;
 using samples::LevelFile;
 using samples::Mark;
 using samples::MarkKind;
+
+/// What any file may cost: processor time and memory.
+constexpr double kMostSeconds = 1;
+constexpr std::size_t kMostHeap = std::size_t{256} << 20U;
 
 constexpr const char* kReadError = "ReadTR -> Error reading level";
 
@@ -33,22 +40,27 @@ public:
     {
     }
 
-    /// Treats the file with `part` in its place. Gives the message that ended the program, or an
-    /// empty text.
+    /// Treats the file with `part` in its place, which must stay within the limits. Gives the
+    /// message that ended the program, or an empty text.
     std::string Treat(std::span<const std::byte> part, const std::string& fault)
     {
+        SCOPED_TRACE(name_ + ", " + fault);
+        std::string end;
         try {
             run_.Host.Calls.clear();
-            const auto file = Wrapped(part);
-            return EndOf([&] {
-                WriteWholeFile(run_.Folder.File(name_), file);
+            WriteWholeFile(run_.Folder.File(name_), Wrapped(part));
+            ResetHeapPeak();
+            const auto start = std::clock();
+            end = EndOf([&] {
                 LoadLevel(run_.Project, run_.Folder.File(name_));
                 run_.Save();
             });
+            EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, kMostSeconds);
+            EXPECT_LT(HeapPeak(), kMostHeap);
         } catch (const std::exception& failure) {
-            ADD_FAILURE() << name_ << ", " << fault << ": " << failure.what();
-            return {};
+            ADD_FAILURE() << failure.what();
         }
+        return end;
     }
 
     LevelFile Part;
@@ -100,7 +112,10 @@ TEST_P(Damage, OfALevelCutAtAnySectionIsAReadError)
     for (const Mark& mark : patient.Part.Marks) {
         if (mark.Name == "Version")
             continue;
-        for (const std::size_t size : {mark.Offset, mark.Offset + mark.Size / 2}) {
+        if (mark.Size == 0)
+            continue;
+        for (const std::size_t size :
+             {mark.Offset, mark.Offset + mark.Size / 2, mark.Offset + mark.Size - 1}) {
             const auto end = patient.Treat(std::span(bytes).first(size), "cut at " + mark.Name);
             if (!IsIdle(mark.Name, GetParam())) {
                 EXPECT_EQ(end, kReadError) << GetParam() << ' ' << mark.Name << ' ' << size;
@@ -118,13 +133,73 @@ TEST_P(Damage, OfACountIsAnsweredByAMessage)
         for (const Mark& mark : patient.Part.Marks) {
             if (mark.Kind != MarkKind::Count)
                 continue;
-            for (const std::int64_t value : {-1LL, 0LL, 0x7fffLL, 0x7fffffffLL, 0x80000000LL}) {
+            const std::int64_t oneMore = patient.Part.Value(mark) + 1;
+            for (const std::int64_t value : std::initializer_list<std::int64_t>{
+                     -1, 0, 1, 0x7fff, 0x7fffffff, 0x80000000, oneMore}) {
                 LevelFile damaged = patient.Part;
                 damaged.Set(mark, value);
                 patient.Treat(damaged.Bytes, mark.Name + " set to " + std::to_string(value));
             }
         }
     }
+}
+
+/// Reads a level file from memory, or a level block of Tomb Raider IV through its wrapping.
+void ReadBytes(std::span<const std::byte> bytes, VersionCode game, Reporter& report)
+{
+    constexpr std::size_t kVersionBytes = 4;
+    TrMainState state;
+    state.LevelVersion = game;
+    LevelData level;
+    ByteReader reader(bytes);
+    reader.Skip(kVersionBytes);
+    LevelReading reading{reader, level, state, report};
+    switch (game) {
+    case kTR2:
+        return ReadTR2(reading);
+    case kTR3:
+        return ReadTR3(reading);
+    case kTR4:
+        return ReadTR4(reading);
+    case kTR5:
+        return ReadTR5(reading);
+    default:
+        return ReadTR1(reading);
+    }
+}
+
+TEST_P(Damage, OfTheSmallestLevelIsFoundAtEveryLength)
+{
+    ScriptedHost host;
+    Reporter report(host);
+    const auto level = samples::MakeSmallestLevel(GetParam());
+    const LevelFile file = WriteLevel(level);
+    const auto fails = [&](std::span<const std::byte> bytes) {
+        try {
+            ReadBytes(bytes, GetParam(), report);
+            return false;
+        } catch (const ReadFailure&) {
+            return true;
+        }
+    };
+    // A level of V may end behind its sample indices, but not inside of a sample.
+    const auto isDamaged = [&](std::size_t size) {
+        if (GetParam() != kTR5)
+            return true;
+        const std::size_t riff = file.Section("Sample 0").Offset + 8;
+        return size < file.Section("Tail").Offset || size >= riff + 4;
+    };
+    for (std::size_t size = 0; size < file.Bytes.size(); ++size)
+        ASSERT_EQ(fails(std::span(file.Bytes).first(size)), isDamaged(size)) << size;
+    EXPECT_FALSE(fails(file.Bytes));
+
+    if (GetParam() != kTR4)
+        return;
+    const LevelFile block = WriteLevelBlock(level);
+    for (std::size_t size = 1; size < block.Bytes.size(); ++size)
+        ASSERT_EQ(fails(WrapTR4(level, std::span(block.Bytes).first(size)).Bytes),
+                  size < block.Section("Tail").Offset)
+            << size;
 }
 
 /// The games whose models differ in form.
