@@ -12,7 +12,7 @@ constexpr std::uint16_t kAngleMask = 0x3ff;
 
 /// Steps that a conversion may take beyond some for each word of the frames. Damaged offsets that
 /// let every animation run over all frames would take hours.
-constexpr std::int64_t kSpareSteps = std::int64_t{1} << 24;
+constexpr std::int64_t kSpareSteps = std::int64_t{1} << 22;
 constexpr std::int64_t kStepsPerWord = 4;
 
 /// The quotient rounded to the nearest integer, a half to the even neighbour; 0 where the divisor

@@ -9,7 +9,7 @@ namespace
 {
 
 /// Dispatches that one save may look at, far more than any sound level has.
-constexpr std::int64_t kMostVisits = std::int64_t{1} << 24;
+constexpr std::int64_t kMostVisits = std::int64_t{1} << 22;
 
 /// Calls `visit` for each of `count` records of `table` from `first` on that the table has.
 template <class Record, class Visit>
