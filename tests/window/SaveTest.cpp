@@ -2,6 +2,8 @@
 #include "tests/window/WindowRun.h"
 #include "tools/check/ObjectSetCheck.h"
 
+#include <QAbstractButton>
+#include <QMimeData>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -65,6 +67,59 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     EXPECT_EQ(run.Host.Messages.size(), 1U);
     EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
     EXPECT_TRUE(run.Window->isVisible());
+}
+
+/// Everything that a user can throw at a window at once.
+void Fire(WindowRun& run, const QString& file)
+{
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(file)});
+    QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(run.Window.get(), &drop);
+    EXPECT_FALSE(drop.isAccepted());
+    QCloseEvent close;
+    QCoreApplication::sendEvent(run.Window.get(), &close);
+    EXPECT_FALSE(close.isAccepted());
+    QApplication::closeAllWindows();
+    for (const Qt::Key key : {Qt::Key_Q, Qt::Key_O, Qt::Key_S})
+        QTest::keyClick(run.Window.get(), key, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_F5, Qt::Key_F6, Qt::Key_F7, Qt::Key_F1})
+        QTest::keyClick(run.Window.get(), key);
+    for (QAction* action : run.Window->findChildren<QAction*>()) {
+        action->trigger();
+        emit action->triggered(); // as if the click had been under way already
+    }
+    for (QAbstractButton* button : run.Window->findChildren<QAbstractButton*>())
+        button->click();
+}
+
+TEST(WindowSave, IsNotDisturbedByWhatComesInItsTurns)
+{
+    for (const char* command : {"TB_Save", "TB_Save_TGA"}) {
+        WindowRun run;
+        const auto other = run.Write(samples::MakeTinyLevel(kTR1), "b.phd");
+        ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
+        const auto meshes = run.Project.Level.NumMeshPointers;
+        int turns = 0;
+        run.Host.OnTurn = [&] {
+            if (++turns % 16 == 1)
+                Fire(run, QString::fromStdString(other));
+        };
+        run.Host.SaveAnswers = {run.Folder.File("out.was")};
+        run.Host.OpenAnswers = {other};
+        run.Trigger(command);
+        run.Host.OnTurn = nullptr;
+        EXPECT_GT(turns, 0);
+        EXPECT_EQ(run.Host.Dialogs.size(), 1U);
+        EXPECT_EQ(run.Project.Level.NumMeshPointers, meshes);
+        EXPECT_TRUE(run.Window->isVisible());
+        EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
+        if (command == std::string("TB_Save")) {
+            EXPECT_TRUE(CheckSet(run.Folder.File("out"), kTR4).Problems.empty());
+        }
+        run.Open(other); // and the window still answers
+        EXPECT_EQ(run.Project.Level.Version, kTR1);
+    }
 }
 
 TEST(WindowSave, WritesTheTextureSheet)

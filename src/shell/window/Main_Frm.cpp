@@ -72,6 +72,8 @@ void Main_Frm::FormLoad(Registry& registry, const QString& file)
 
 void Main_Frm::Guard(const std::function<void()>& action)
 {
+    if (busy_) // what comes in the turns of a save must not change what is being saved
+        return;
     try {
         action();
     } catch (const ProgramEnd&) {
@@ -197,6 +199,10 @@ void Main_Frm::dragEnterEvent(QDragEnterEvent* event)
 
 void Main_Frm::dropEvent(QDropEvent* event)
 {
+    if (busy_) { // the drag began before the save
+        event->ignore();
+        return;
+    }
     const QString path = event->mimeData()->urls().front().toLocalFile();
     event->acceptProposedAction();
     Guard([&] { LoadAsChosen(path); });
