@@ -37,11 +37,8 @@ void Inflate(const std::vector<char>& level, const char* numbers)
 void Write(const std::vector<char>& level, const std::string& path, std::size_t size)
 {
     std::ofstream file(path, std::ios::binary);
-    for (std::size_t left = size; left > 0;) {
-        const auto part = std::min(left, level.size());
-        file.write(level.data(), static_cast<std::streamsize>(part));
-        left -= part;
-    }
+    for (std::size_t at = 0; at < size; at += level.size())
+        file.write(level.data(), static_cast<std::streamsize>(std::min(size - at, level.size())));
 }
 
 } // namespace

@@ -18,12 +18,16 @@ public:
     /// Name of moveable `id` in Tomb Raider `version`, 1 to 5.
     const std::string& Moveable(std::int32_t version, std::int32_t id) const
     {
-        return HasMoveable(version, id) ? moveables_[Index(version - 1)][Index(id)] : none_;
+        if (!HasMoveable(version, id))
+            return none_;
+        return moveables_[Index(version - 1)][Index(id)];
     }
     /// Name of static mesh `id`, the same in all games.
     const std::string& Static(std::int32_t id) const
     {
-        return HasStatic(id) ? statics_[Index(id)] : none_;
+        if (!HasStatic(id))
+            return none_;
+        return statics_[Index(id)];
     }
 
     /// Sets a name; outside the tables that does nothing and gives false.

@@ -44,6 +44,13 @@ std::string Capitals(std::string text)
     return text;
 }
 
+bool SetName(ObjectNames& names, const CatalogueSection& section, std::int32_t id, std::string name)
+{
+    if (section.Game == kStatics)
+        return names.SetStatic(id, std::move(name));
+    return names.SetMoveable(section.Game, id, std::move(name));
+}
+
 void ReadSection(ByteReader& reader, const CatalogueSection& section, ObjectNames& names)
 {
     const auto count = reader.Read<std::int32_t>();
@@ -54,10 +61,7 @@ void ReadSection(ByteReader& reader, const CatalogueSection& section, ObjectName
             reader.Skip(4);
         if (section.UpperCase)
             name = Capitals(std::move(name));
-        const bool known = section.Game == kStatics
-                               ? names.SetStatic(id, std::move(name))
-                               : names.SetMoveable(section.Game, id, std::move(name));
-        if (!known)
+        if (!SetName(names, section, id, std::move(name)))
             reader.Fail("an object id of " + std::to_string(id));
     }
 }
