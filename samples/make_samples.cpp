@@ -1,4 +1,6 @@
 #include "base/Files.h"
+#include "base/Text.h"
+#include "platform/Platform.h"
 #include "samples/LevelWriter.h"
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
@@ -29,8 +31,8 @@ constexpr std::array<SampleLevel, 6> kLevels{{{"tr1.phd", kTR1},
 
 void WriteFile(const std::filesystem::path& path, const std::vector<std::byte>& bytes)
 {
-    WriteWholeFile(path.string(), bytes);
-    std::cout << path.filename().string() << ": " << bytes.size() << " bytes\n";
+    WriteWholeFile(FromPath(path), bytes);
+    std::cout << FromPath(path.filename()) << ": " << bytes.size() << " bytes\n";
 }
 
 void WriteAll(const std::filesystem::path& folder)
@@ -47,12 +49,14 @@ void WriteAll(const std::filesystem::path& folder)
 /// Writes a sample level of every game, a main.sfx and a project into the folder named.
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
+    const ConsoleTexts console;
+    const auto arguments = Arguments(argc, argv);
+    if (arguments.size() != 1) {
         std::cerr << "usage: morlik-samples FOLDER\n";
         return 2;
     }
     try {
-        WriteAll(argv[1]);
+        WriteAll(ToPath(arguments[0]));
         return EXIT_SUCCESS;
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';

@@ -1,5 +1,6 @@
 #include "base/Text.h"
 #include "platform/ConsoleHost.h"
+#include "platform/Platform.h"
 #include "shell/MORLIK_Main.h"
 #include "shell/ObjectID_Mod.h"
 #include "shell/Session.h"
@@ -11,7 +12,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 
 namespace
 {
@@ -42,11 +42,11 @@ struct Options
 };
 
 /// The options of `convert`; nothing for a line that can't be understood.
-std::optional<Options> Parse(std::span<char* const> arguments)
+std::optional<Options> Parse(std::span<const std::string> arguments)
 {
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string word = arguments[i];
+        const std::string& word = arguments[i];
         std::string* target = nullptr;
         if (word == "-o")
             target = &options.Output;
@@ -88,11 +88,10 @@ bool Convert(morlik::Session& session, const Options& options)
     return complete;
 }
 
-int Run(std::span<char* const> arguments)
+int Run(std::span<const std::string> arguments)
 {
     const std::string command = arguments.empty() ? "" : arguments[0];
-    if (std::any_of(arguments.begin(), arguments.end(),
-                    [](const char* word) { return std::string_view(word) == "--help"; })) {
+    if (std::find(arguments.begin(), arguments.end(), "--help") != arguments.end()) {
         std::cout << kUsage;
         return EXIT_SUCCESS;
     }
@@ -114,8 +113,9 @@ int Run(std::span<char* const> arguments)
 
 int main(int argc, char** argv)
 {
+    const morlik::ConsoleTexts console;
     try {
-        return Run(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+        return Run(morlik::Arguments(argc, argv));
     } catch (const morlik::ProgramEnd&) {
         return EXIT_FAILURE;
     } catch (const std::exception& failure) {

@@ -26,7 +26,8 @@ FileBytes FileBytes::Load(const std::string& path)
     std::error_code error;
     const auto size = std::filesystem::file_size(ToPath(path), error);
     if (error)
-        throw FileFailure("open", path, error.message());
+        // The condition has the same words on every system.
+        throw FileFailure("open", path, error.default_error_condition().message());
     if (size > kMostBytes)
         throw FileFailure("open", path,
                           std::to_string(size) + " bytes are more than any such file has");

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace morlik
 {
@@ -22,7 +23,24 @@ bool HasDisplay();
 /// with single blanks.
 std::string CommandLine(int argc, const char* const* argv);
 
+/// The arguments of the command line, each by itself, without the program's name.
+std::vector<std::string> Arguments(int argc, const char* const* argv);
+
 /// Today's date in the short form that the user's system is set to.
 std::string ShortDate();
+
+/// While one lives, texts with names of files come out right on the console. That of Windows reads
+/// bytes by a code page, which belongs to all programs in it and is put back at the end.
+class ConsoleTexts
+{
+public:
+    ConsoleTexts();
+    ConsoleTexts(const ConsoleTexts&) = delete;
+    ConsoleTexts& operator=(const ConsoleTexts&) = delete;
+    ~ConsoleTexts(); // NOLINT(performance-trivially-destructible): Windows has work for it
+
+private:
+    [[maybe_unused]] unsigned int codePage_ = 0; ///< what to put back; 0 without a console
+};
 
 } // namespace morlik

@@ -1,7 +1,10 @@
 #include "base/Text.h"
 #include "platform/System.h"
 
+#include <array>
+#include <clocale>
 #include <cstdlib>
+#include <ctime>
 #include <system_error>
 
 namespace morlik
@@ -52,5 +55,24 @@ std::string CommandLine(int argc, const char* const* argv)
     }
     return line;
 }
+
+std::vector<std::string> Arguments(int argc, const char* const* argv)
+{
+    return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+std::string ShortDate()
+{
+    const std::time_t now = std::time(nullptr);
+    std::array<char, 64> text{};
+    std::setlocale(LC_TIME, "");
+    if (const std::tm* local = std::localtime(&now)) // NOLINT(concurrency-mt-unsafe)
+        std::strftime(text.data(), text.size(), "%x", local);
+    return text.data();
+}
+
+// Terminals show the bytes as they come.
+ConsoleTexts::ConsoleTexts() = default;
+ConsoleTexts::~ConsoleTexts() = default;
 
 } // namespace morlik

@@ -1,6 +1,10 @@
 #include "base/Text.h"
 #include "platform/System.h"
+#include "platform/Win32Text.h"
 
+#include <array>
+#include <cstdio>
+#include <memory>
 #include <windows.h>
 
 namespace morlik
@@ -9,25 +13,26 @@ namespace morlik
 namespace
 {
 
-std::string FromWide(const wchar_t* text)
-{
-    return FromPath(std::filesystem::path(text));
-}
+/// More than any path or environment variable has.
+constexpr std::size_t kLongestText = 32768;
+/// Holds any message whole.
+constexpr std::size_t kStreamBuffer = 8192;
 
 } // namespace
 
 std::filesystem::path ExecutablePath()
 {
-    std::wstring path(32768, L'\0');
+    std::wstring path(kLongestText, L'\0');
     path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     return path;
 }
 
 std::string Environment(const char* name)
 {
-    const std::wstring wide(name, name + std::char_traits<char>::length(name));
-    const wchar_t* value = _wgetenv(wide.c_str());
-    return value != nullptr ? FromWide(value) : "";
+    std::wstring value(kLongestText, L'\0');
+    value.resize(GetEnvironmentVariableW(ToWide(name).c_str(), value.data(),
+                                         static_cast<DWORD>(value.size())));
+    return FromWide(value);
 }
 
 bool HasDisplay()
@@ -41,21 +46,45 @@ std::filesystem::path StateFolder()
     return local.empty() ? local : local / "Morlik";
 }
 
-/// The system keeps the line whole; what stands before the first argument is the program's name,
-/// in quotes where it holds blanks.
+/// The system keeps the line whole.
 std::string CommandLine(int, const char* const*)
 {
-    const wchar_t* line = GetCommandLineW();
-    const wchar_t end = *line == L'"' ? L'"' : L' ';
-    if (*line == L'"')
-        ++line;
-    while (*line != L'\0' && *line != end)
-        ++line;
-    if (*line == L'"')
-        ++line;
-    while (*line == L' ')
-        ++line;
-    return FromWide(line);
+    return FromWide(WithoutProgramName(GetCommandLineW()));
+}
+
+/// Those that `main` gets are in the system's 8-bit code page, which lacks most letters.
+std::vector<std::string> Arguments(int, const char* const*)
+{
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> words(
+        CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
+    std::vector<std::string> arguments;
+    for (int i = 1; words && i < count; ++i)
+        arguments.push_back(FromWide(words.get()[i]));
+    return arguments;
+}
+
+std::string ShortDate()
+{
+    std::array<wchar_t, 128> text{};
+    GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, text.data(),
+                    static_cast<int>(text.size()), nullptr);
+    return FromWide(text.data());
+}
+
+/// Without a buffer a letter of several bytes goes to the console in pieces, which shows none of
+/// them; with one, errors are still written out after each text.
+ConsoleTexts::ConsoleTexts() : codePage_(GetConsoleOutputCP())
+{
+    SetConsoleOutputCP(CP_UTF8);
+    for (std::FILE* stream : {stdout, stderr})
+        std::setvbuf(stream, nullptr, _IOFBF, kStreamBuffer);
+}
+
+ConsoleTexts::~ConsoleTexts()
+{
+    if (codePage_ != 0)
+        SetConsoleOutputCP(codePage_);
 }
 
 } // namespace morlik

@@ -2,6 +2,9 @@
 
 #include "platform/Win32Registry.h"
 
+#include "platform/Win32Text.h"
+
+#include <cstring>
 #include <windows.h>
 
 namespace morlik
@@ -13,7 +16,7 @@ namespace
 /// The system sign-extends the number of a root to the width of a handle.
 HKEY HandleOf(RootKey root)
 {
-    return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG>(root)));
+    return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(root)));
 }
 
 /// An open key, closed at the end of its life.
@@ -21,7 +24,8 @@ class OpenKey
 {
 public:
     OpenKey(RootKey root, const std::string& key, REGSAM access)
-        : isOpen_(RegOpenKeyExA(HandleOf(root), key.c_str(), 0, access, &handle_) == ERROR_SUCCESS)
+        : isOpen_(RegOpenKeyExW(HandleOf(root), ToWide(key).c_str(), 0, access, &handle_) ==
+                  ERROR_SUCCESS)
     {
     }
     OpenKey(const OpenKey&) = delete;
@@ -33,12 +37,37 @@ public:
     }
 
     bool IsOpen() const { return isOpen_; }
-    HKEY Handle() const { return handle_; }
+
+    bool Set(const std::string& name, DWORD type, const void* data, std::size_t size) const
+    {
+        return RegSetValueExW(handle_, ToWide(name).c_str(), 0, type,
+                              static_cast<const BYTE*>(data),
+                              static_cast<DWORD>(size)) == ERROR_SUCCESS;
+    }
+
+    /// The type and the stored bytes of a value; `data` of null asks for the size alone.
+    bool Query(const std::string& name, DWORD& type, void* data, DWORD& size) const
+    {
+        return RegQueryValueExW(handle_, ToWide(name).c_str(), nullptr, &type,
+                                static_cast<BYTE*>(data), &size) == ERROR_SUCCESS;
+    }
 
 private:
     HKEY handle_ = nullptr;
     bool isOpen_;
 };
+
+bool IsText(DWORD type)
+{
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
+
+std::string TextOf(const std::string& stored)
+{
+    std::wstring wide(stored.size() / sizeof(wchar_t), L'\0');
+    std::memcpy(wide.data(), stored.data(), wide.size() * sizeof(wchar_t));
+    return FromWide(wide);
+}
 
 } // namespace
 
@@ -46,7 +75,7 @@ bool Win32Registry::CreateKey(RootKey root, const std::string& key)
 {
     HKEY created = nullptr;
     const auto status =
-        RegCreateKeyExA(HandleOf(root), key.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+        RegCreateKeyExW(HandleOf(root), ToWide(key).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                         KEY_CREATE_SUB_KEY, nullptr, &created, nullptr);
     if (status == ERROR_SUCCESS)
         RegCloseKey(created);
@@ -57,10 +86,14 @@ bool Win32Registry::SetValue(RootKey root, const std::string& key, const std::st
                              const RegistryValue& value)
 {
     const OpenKey open(root, key, KEY_SET_VALUE);
-    const DWORD type = value.Type == RegistryType::Text ? REG_SZ : REG_BINARY;
-    return open.IsOpen() && RegSetValueExA(open.Handle(), name.c_str(), 0, type,
-                                           reinterpret_cast<const BYTE*>(value.Bytes.data()),
-                                           static_cast<DWORD>(value.Bytes.size())) == ERROR_SUCCESS;
+    if (!open.IsOpen())
+        return false;
+    if (value.Type == RegistryType::Binary)
+        return open.Set(name, REG_BINARY, value.Bytes.data(), value.Bytes.size());
+    // The system counts a zero behind the text as part of it; there must be something else.
+    const std::wstring text = ToWide(value.Bytes);
+    const std::wstring guarded = text + L'.';
+    return open.Set(name, REG_SZ, guarded.data(), text.size() * sizeof(wchar_t));
 }
 
 std::optional<RegistryValue> Win32Registry::QueryValue(RootKey root, const std::string& key,
@@ -69,17 +102,15 @@ std::optional<RegistryValue> Win32Registry::QueryValue(RootKey root, const std::
     const OpenKey open(root, key, KEY_QUERY_VALUE);
     DWORD type = REG_NONE;
     DWORD size = 0;
-    if (!open.IsOpen() || RegQueryValueExA(open.Handle(), name.c_str(), nullptr, &type, nullptr,
-                                           &size) != ERROR_SUCCESS)
+    if (!open.IsOpen() || !open.Query(name, type, nullptr, size))
         return std::nullopt;
-    RegistryValue value;
-    value.Bytes.resize(size);
-    if (RegQueryValueExA(open.Handle(), name.c_str(), nullptr, &type,
-                         reinterpret_cast<BYTE*>(value.Bytes.data()), &size) != ERROR_SUCCESS)
+    std::string stored(size, '\0');
+    if (!open.Query(name, type, stored.data(), size))
         return std::nullopt;
-    value.Bytes.resize(size); // the size of a text is known only now
-    value.Type = type == REG_BINARY ? RegistryType::Binary : RegistryType::Text;
-    return value;
+    stored.resize(size);
+    if (IsText(type))
+        return RegistryValue{RegistryType::Text, TextOf(stored)};
+    return RegistryValue{RegistryType::Binary, std::move(stored)};
 }
 
 } // namespace morlik

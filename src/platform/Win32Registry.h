@@ -7,7 +7,8 @@
 namespace morlik
 {
 
-/// The system's own registry. Its 8-bit calls are used: values are bytes here.
+/// The system's own registry. Names and texts are UTF-8 here and UTF-16 there; values of all types
+/// but text are bytes.
 class Win32Registry : public Registry
 {
 public:

@@ -69,6 +69,18 @@ TEST(Files, TellTheFileAndTheReasonOfAFailure)
     EXPECT_NE(FailureOf([&] { FileBytes::Load(folder.File(".")); }), "");
 }
 
+TEST(Files, HaveNamesOfAllLetters)
+{
+    const TempFolder folder;
+    const std::string name = "zamek-\u0142\u00f3d\u017a \u00fc \u57ce.phd";
+    WriteWholeFile(folder.File(name), std::vector<std::byte>(3));
+    EXPECT_EQ(ReadFile(folder.File(name)).size(), 3U);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+        EXPECT_EQ(FromPath(entry.path().filename()), name);
+    EXPECT_EQ(FailureOf([&] { FileBytes::Load("missing " + name); }),
+              "Can't open missing " + name + ": No such file or directory");
+}
+
 TEST(Files, TellOfAFullDisk)
 {
     const std::string full = "/dev/full";

@@ -1,5 +1,6 @@
 #include "shell/Batch.h"
 
+#include "base/Text.h"
 #include "shell/MORLIK_Main.h"
 #include "tests/output/Conversion.h"
 #include "tests/support/MemoryRegistry.h"
@@ -14,6 +15,15 @@ namespace
 {
 
 using Strings = std::vector<std::string>;
+
+/// What the system says of a folder in the place of a file, and of a file in the place of a folder.
+#ifdef _WIN32
+constexpr const char* kNoFile = "Permission denied";
+constexpr const char* kNoFolder = "No such file or directory";
+#else
+constexpr const char* kNoFile = "Is a directory";
+constexpr const char* kNoFolder = "Not a directory";
+#endif
 
 TEST(BatchLine, IsCutByPositionsAndNeverSplit)
 {
@@ -146,7 +156,7 @@ TEST(Batch, TellsWhatItCannotDo)
     // A folder in the place of a later file of the set.
     std::filesystem::create_directory(run.Output(".sfx"));
     EXPECT_EQ(messages(run.Output(".was")),
-              (Strings{"MORLIK: Can't write " + run.Output(".sfx") + ": Is a directory", saved}));
+              (Strings{"MORLIK: Can't write " + run.Output(".sfx") + ": " + kNoFile, saved}));
     EXPECT_EQ(run.Host.Calls.at(run.Host.Calls.size() - 2), "event: Ready.");
 
     MemoryRegistry registry;
@@ -163,9 +173,9 @@ TEST(Log, GoesToTheStateFolderWhereTheProgramsOwnIsNotWritable)
     OpenLog(run.Project.Report);
     EXPECT_EQ(ReadLines(run.Folder.File("state/morlik/MORLIK.log")).at(0), "MORLIK v1.6");
     WriteWholeFile(run.Folder.File("file"), {});
-    run.Host.State = run.Folder.File("file");
+    run.Host.State = run.Folder.Path() / "file";
     EXPECT_EQ(EndOf([&] { OpenLog(run.Project.Report); }),
-              "Can't write " + run.Folder.File("file/MORLIK.log") + ": Not a directory");
+              "Can't write " + FromPath(run.Host.State / "MORLIK.log") + ": " + kNoFolder);
 }
 
 /// What the user sees of the status: texts and percentages in order, "|" between them. The steps of

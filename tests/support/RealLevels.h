@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Text.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -20,7 +22,7 @@ inline std::vector<std::string> RealLevels(const std::string& below = {})
     std::error_code missing;
     for (const auto& entry : std::filesystem::directory_iterator(folder, missing))
         if (entry.is_regular_file() && entry.path().extension() != ".md")
-            levels.push_back(entry.path().string());
+            levels.push_back(FromPath(entry.path()));
     std::sort(levels.begin(), levels.end());
     return levels;
 }

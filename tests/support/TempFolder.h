@@ -31,7 +31,7 @@ public:
     const std::filesystem::path& Path() const { return path_; }
 
     /// Path of a file in the folder.
-    std::string File(const std::string& name) const { return FromPath(path_ / name); }
+    std::string File(const std::string& name) const { return FromPath(path_ / ToPath(name)); }
 
 private:
     std::filesystem::path path_;

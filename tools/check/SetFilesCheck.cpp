@@ -1,4 +1,5 @@
 #include "base/Files.h"
+#include "base/Text.h"
 #include "tools/check/ObjectSetCheck.h"
 
 #include <algorithm>
@@ -99,7 +100,7 @@ Complaints CheckSounds(const std::string& setBase, int game)
     for (std::size_t i = 0; i < std::min(lines.size(), expected.size()); ++i)
         if (lines[i] != expected[i])
             out.Add("Line ", i + 1, " is \"", lines[i], "\", not \"", expected[i], "\"");
-    const std::filesystem::path folder = setBase + "-Sounds";
+    const auto folder = ToPath(setBase + "-Sounds");
     const bool hasWaves = game == 1 || std::filesystem::exists(folder);
     for (const std::string& name : wanted)
         if (hasWaves && !std::filesystem::exists(folder / name))
@@ -107,9 +108,9 @@ Complaints CheckSounds(const std::string& setBase, int game)
     const std::set<std::string> named(lines.begin(), lines.end());
     std::error_code noFolder;
     for (const auto& entry : std::filesystem::directory_iterator(folder, noFolder)) {
-        const std::string name = entry.path().filename().string();
+        const std::string name = FromPath(entry.path().filename());
         if (named.contains(name))
-            CheckWave(out, entry.path().string(), game);
+            CheckWave(out, FromPath(entry.path()), game);
         else
             out.Add("No line names the file ", name);
     }
@@ -122,7 +123,7 @@ SetReport CheckSet(const std::string& setBase, int game)
     WadFile wad;
     const auto check = [&](const std::string& extension, const auto& complaintsOf) {
         const std::string path = setBase + extension;
-        if (!std::filesystem::exists(path)) {
+        if (!std::filesystem::exists(ToPath(path))) {
             report.Missing.push_back(extension);
             return;
         }
@@ -140,7 +141,7 @@ SetReport CheckSet(const std::string& setBase, int game)
     check(".was", [&](const std::string& path) { return CheckWas(ReadLines(path), wad, game); });
     check(".swd", [&](const std::string& path) { return CheckSwd(ReadSwd(ReadFile(path))); });
     check(".sfx", [&](const std::string&) { return CheckSounds(setBase, game); });
-    if (!std::filesystem::exists(setBase + ".sam"))
+    if (!std::filesystem::exists(ToPath(setBase + ".sam")))
         report.Missing.emplace_back(".sam");
     return report;
 }

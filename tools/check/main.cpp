@@ -1,3 +1,4 @@
+#include "platform/Platform.h"
 #include "tools/check/ObjectSetCheck.h"
 
 #include <iostream>
@@ -7,8 +8,11 @@
 /// finds. Exit status 0 good, 1 complaints or no WAD file, 2 wrong use.
 int main(int argc, char** argv)
 {
-    const std::string set = argc == 3 ? argv[1] : "";
-    const std::string number = argc == 3 ? argv[2] : "";
+    const morlik::ConsoleTexts console;
+    const auto arguments = morlik::Arguments(argc, argv);
+    const bool complete = arguments.size() == 2;
+    const std::string set = complete ? arguments[0] : "";
+    const std::string number = complete ? arguments[1] : "";
     const int game = number.size() == 1 ? number[0] - '0' : 0;
     if (set.size() < 5 || set[set.size() - 4] != '.' || game < 1 || game > 5) {
         std::cerr << "usage: morlik-check SET.was GAME    (GAME is 1 to 5)\n";

@@ -1,0 +1,23 @@
+#pragma once
+
+#ifdef _WIN32
+
+#include <string>
+#include <string_view>
+
+namespace morlik
+{
+
+/// The system's texts are UTF-16, ours UTF-8. What is not valid in one form becomes U+FFFD in the
+/// other; zeros within a text stay.
+
+std::wstring ToWide(std::string_view text);
+std::string FromWide(std::wstring_view text);
+
+/// What a command line holds behind the program's name, which stands in quotes where it has blanks,
+/// and behind the blanks that end it.
+std::wstring_view WithoutProgramName(std::wstring_view commandLine);
+
+} // namespace morlik
+
+#endif
