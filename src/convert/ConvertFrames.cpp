@@ -149,16 +149,35 @@ private:
         auto start = FirstWord(a) + kHeaderWords;
         for (auto frames = CountFrames(a); frames > 0 && Spend(start); --frames, start += size) {
             auto word = start;
-            for (auto meshes = Owner().NumMeshes; meshes > 0 && Spend(word); --meshes) {
-                const std::uint16_t value =
-                    Inside(word) ? static_cast<std::uint16_t>(Frame(word)) : std::uint16_t{0};
-                const bool oneWord = (value & kOneWordMask) != 0;
-                if (oneWord)
-                    Frame(word) = static_cast<std::int16_t>((value & kOneWordMask) +
-                                                            4 * (value & kAngleMask));
-                word += oneWord ? 1 : 2;
-            }
+            if (RescaleInside(word))
+                continue;
+            for (auto meshes = Owner().NumMeshes; meshes > 0 && Spend(word); --meshes)
+                word += Inside(word) ? Widen(Frame(word)) : 2;
         }
+    }
+
+    /// Widens a rotation of one word, with `word` its first; gives the number of its words.
+    static std::int64_t Widen(std::int16_t& word)
+    {
+        const auto value = static_cast<std::uint16_t>(word);
+        if ((value & kOneWordMask) == 0)
+            return 2;
+        word = static_cast<std::int16_t>((value & kOneWordMask) + 4 * (value & kAngleMask));
+        return 1;
+    }
+
+    /// The rotations of one frame, where all of them lie inside the frames for sure, which spares
+    /// a look at each word. Gives whether they do.
+    bool RescaleInside(std::int64_t word)
+    {
+        const std::int64_t meshes = Owner().NumMeshes;
+        if (meshes <= 0 || word < 0 || word + 2 * meshes > numWords_ || stepsLeft_ <= meshes)
+            return false;
+        stepsLeft_ -= meshes;
+        std::int16_t* at = &Frame(word);
+        for (std::int64_t mesh = 0; mesh < meshes; ++mesh)
+            at += Widen(*at);
+        return true;
     }
 
     /// Takes one step. None is left to take behind the frames' end, or when the steps are used up.

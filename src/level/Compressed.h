@@ -23,7 +23,8 @@ struct BlockSizes
 /// length can have.
 std::span<const std::byte> TakeBlock(ByteReader& reader, BlockSizes& sizes);
 
-/// Inflates `stream` into `target`. A damaged stream is no failure: what it gave stays.
+/// Inflates `stream` into `target`. A damaged stream is no failure: what it gave stays, and the
+/// rest of `target` is zero.
 void Inflate(std::span<const std::byte> stream, std::span<std::byte> target);
 
 /// The file up to the level data: tile counts and the three tile blocks, of which the 32-bit one

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Files.h"
+#include "base/Uninitialised.h"
 
 #include <array>
 #include <cstddef>
@@ -186,7 +187,7 @@ static_assert(sizeof(SoundDetail) == 8);
 /// One sound sample, the bytes as they stand in the file: a whole RIFF file but in Tomb Raider IV.
 struct Sample
 {
-    std::vector<std::byte> Data;
+    std::span<const std::byte> Data;
 
     /// Size in bytes; 0 where the file's sample list ended early.
     std::size_t Size() const { return Data.size(); }
@@ -213,9 +214,10 @@ struct LevelData
     std::int32_t TileBytes = 0;             ///< size of all tiles at 3 bytes a pixel
     std::span<const std::uint8_t> Tiles8;   ///< Tomb Raider I: an index into `Palette` a pixel
     std::span<const std::uint16_t> Tiles16; ///< II and III: 5 bits each of red, green, blue a pixel
-    std::vector<std::uint32_t> Tiles32;     ///< IV and V: bytes B, G, R, A a pixel
+    UninitialisedVector<std::uint32_t> Tiles32; ///< IV and V: bytes B, G, R, A a pixel
 
-    std::shared_ptr<const FileBytes> File; ///< what `Tiles8` and `Tiles16` are views into
+    /// The level's file, which `Tiles8`, `Tiles16` and the samples are views into.
+    std::shared_ptr<const FileBytes> File;
 
     // Tomb Raider V.
     std::int16_t LaraType = 0;

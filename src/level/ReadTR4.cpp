@@ -20,12 +20,12 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
 
 constexpr std::array<TextureRecord, 1> kTextureForms{{{8, 0}}};
 
-std::vector<std::byte> InflateLevelBlock(ByteReader& reader)
+UninitialisedVector<std::byte> InflateLevelBlock(ByteReader& reader)
 {
     reader.Section("level block");
     BlockSizes sizes{};
     const auto stream = TakeBlock(reader, sizes);
-    std::vector<std::byte> block(static_cast<std::size_t>(sizes.Inflated));
+    UninitialisedVector<std::byte> block(static_cast<std::size_t>(sizes.Inflated));
     Inflate(stream, block);
     return block;
 }
@@ -46,8 +46,7 @@ void ReadSamples(LevelReading& reading)
         const auto size = reader.Read<std::int32_t>();
         if (size <= 0)
             continue;
-        const auto bytes = reader.TakeTable(size, 1);
-        sample.Data.assign(bytes.begin(), bytes.end());
+        sample.Data = reader.TakeTable(size, 1);
     }
 }
 

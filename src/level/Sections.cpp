@@ -135,8 +135,7 @@ void ReadRiffSamples(LevelReading& reading, std::size_t start, std::size_t gap)
         if (size <= 0)
             reader.Fail("a sample of " + std::to_string(size) + " bytes");
         reader.Seek(at);
-        const auto bytes = reader.TakeTable(size, 1);
-        sample.Data.assign(bytes.begin(), bytes.end());
+        sample.Data = reader.TakeTable(size, 1);
         reader.SeekUpTo(reader.Position() + gap);
     }
 }

@@ -107,8 +107,7 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         report.LogLine("-LevelVersion:" + std::to_string(*version));
 
         LevelData level;
-        if (*version < kTR4 || *version == kTR1Gold)
-            level.File = file;
+        level.File = file;
         ByteReader reader(file->Bytes());
         reader.Skip(sizeof(word));
         LevelReading reading{reader, level, state, report};

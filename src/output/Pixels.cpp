@@ -23,18 +23,22 @@ std::uint32_t Scale6(std::uint8_t value)
     return static_cast<std::uint8_t>(std::lround(value / 63.0 * 255.0));
 }
 
-/// Writes a row from its source pixels; four pixels fill three words.
+/// Writes a row from its source pixels; eight pixels fill three words of 64 bits.
 template <class Pixel, class Convert>
 void WriteRow(const Pixel* source, std::byte* out, Convert convert)
 {
-    for (std::int32_t x = 0; x < kTileSide; x += 4, source += 4, out += 4 * kPixelBytes) {
-        const std::uint32_t p0 = convert(source[0]);
-        const std::uint32_t p1 = convert(source[1]);
-        const std::uint32_t p2 = convert(source[2]);
-        const std::uint32_t p3 = convert(source[3]);
-        const std::array<std::uint32_t, 3> words{p0 | (p1 << 24U), (p1 >> 8U) | (p2 << 16U),
-                                                 (p2 >> 16U) | (p3 << 8U)};
-        std::memcpy(out, words.data(), sizeof(words));
+    constexpr std::size_t kPixels = 8;
+    for (std::size_t x = 0; x < kTileSide; x += kPixels, source += kPixels) {
+        std::array<std::uint64_t, kPixels> p{};
+        for (std::size_t i = 0; i < kPixels; ++i)
+            p[i] = convert(source[i]);
+        const auto store = [&out](std::uint64_t word) {
+            std::memcpy(out, &word, sizeof word);
+            out += sizeof word;
+        };
+        store(p[0] | (p[1] << 24U) | (p[2] << 48U));
+        store((p[2] >> 16U) | (p[3] << 8U) | (p[4] << 32U) | (p[5] << 56U));
+        store((p[5] >> 8U) | (p[6] << 16U) | (p[7] << 40U));
     }
 }
 
