@@ -48,7 +48,7 @@ FileBytes FileBytes::Load(const std::string& path)
     return file;
 }
 
-OutputFile::OutputFile(std::string path) : path_(std::move(path))
+OutputFile::OutputFile(std::string path, PhaseTimes* times) : path_(std::move(path)), times_(times)
 {
     errno = 0;
     stream_.rdbuf()->pubsetbuf(nullptr, 0);
@@ -95,9 +95,14 @@ void OutputFile::Close()
 
 void OutputFile::Write(std::span<const std::byte> bytes)
 {
+    const Phase before = times_ != nullptr ? times_->Change(Phase::Write) : Phase::Write;
     errno = 0;
     stream_.write(reinterpret_cast<const char*>(bytes.data()),
                   static_cast<std::streamsize>(bytes.size()));
+    const auto reason = errno;
+    if (times_ != nullptr)
+        times_->Change(before);
+    errno = reason;
     if (!stream_)
         Fail();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Bytes.h"
+#include "base/PhaseTimes.h"
 
 #include <fstream>
 #include <memory>
@@ -45,7 +46,8 @@ private:
 class OutputFile : public ByteSink
 {
 public:
-    explicit OutputFile(std::string path);
+    /// With `times` the writes count for `Phase::Write` there.
+    explicit OutputFile(std::string path, PhaseTimes* times = nullptr);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     ~OutputFile() override;
@@ -62,6 +64,7 @@ private:
     [[noreturn]] void Fail() const;
 
     std::string path_;
+    PhaseTimes* times_;
     std::ofstream stream_;
     std::vector<std::byte> buffer_;
 };

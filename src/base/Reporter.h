@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Host.h"
+#include "base/PhaseTimes.h"
 #include "base/TextLines.h"
 
 #include <stdexcept>
@@ -39,6 +40,7 @@ public:
 
     TextLines Log;
     TextLines Info;
+    PhaseTimes Times; ///< where the time of the work goes
 
 private:
     Host& host_;

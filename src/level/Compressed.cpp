@@ -84,8 +84,9 @@ std::span<const std::byte> TakeBlock(ByteReader& reader, BlockSizes& sizes)
     return reader.TakeTable(sizes.Compressed, 1);
 }
 
-void Inflate(std::span<const std::byte> stream, std::span<std::byte> target)
+void Inflate(std::span<const std::byte> stream, std::span<std::byte> target, PhaseTimes& times)
 {
+    const PhaseScope inflating(times, Phase::Inflate);
     std::size_t size = 0;
     if (!InflateFast(stream, target, size)) {
         auto given = static_cast<uLongf>(target.size());
@@ -111,8 +112,10 @@ void ReadTileBlocks(LevelReading& reading)
     const auto pixels = (sizes.Inflated + kPixelBytes32 - 1) / kPixelBytes32;
     level.Tiles32.resize(static_cast<std::size_t>(pixels));
     level.Tiles32.back() = 0; // it may be there in part only
-    Inflate(stream, std::as_writable_bytes(std::span(level.Tiles32))
-                        .first(static_cast<std::size_t>(sizes.Inflated)));
+    Inflate(stream,
+            std::as_writable_bytes(std::span(level.Tiles32))
+                .first(static_cast<std::size_t>(sizes.Inflated)),
+            reading.Report.Times);
     SkipBlock(reader);
     SkipBlock(reader);
 }

@@ -25,7 +25,7 @@ std::span<const std::byte> TakeBlock(ByteReader& reader, BlockSizes& sizes);
 
 /// Inflates `stream` into `target`. A damaged stream is no failure: what it gave stays, and the
 /// rest of `target` is zero.
-void Inflate(std::span<const std::byte> stream, std::span<std::byte> target);
+void Inflate(std::span<const std::byte> stream, std::span<std::byte> target, PhaseTimes& times);
 
 /// The file up to the level data: tile counts and the three tile blocks, of which the 32-bit one
 /// is inflated straight into `Tiles32`.

@@ -20,13 +20,13 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
 
 constexpr std::array<TextureRecord, 1> kTextureForms{{{8, 0}}};
 
-UninitialisedVector<std::byte> InflateLevelBlock(ByteReader& reader)
+UninitialisedVector<std::byte> InflateLevelBlock(ByteReader& reader, PhaseTimes& times)
 {
     reader.Section("level block");
     BlockSizes sizes{};
     const auto stream = TakeBlock(reader, sizes);
     UninitialisedVector<std::byte> block(static_cast<std::size_t>(sizes.Inflated));
-    Inflate(stream, block);
+    Inflate(stream, block, times);
     return block;
 }
 
@@ -100,7 +100,7 @@ void ReadLevelBlock(LevelReading& reading)
 void ReadTR4(LevelReading& reading)
 {
     ReadTileBlocks(reading);
-    const auto block = InflateLevelBlock(reading.Reader);
+    const auto block = InflateLevelBlock(reading.Reader, reading.Report.Times);
     ReadSamples(reading);
     ByteReader blockReader(block);
     LevelReading blockReading{blockReader, reading.Level, reading.State, reading.Report};

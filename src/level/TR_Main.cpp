@@ -81,6 +81,7 @@ void ReadByVersion(LevelReading& reading)
 
 std::shared_ptr<const FileBytes> LoadFile(const std::string& fileName, Reporter& report)
 {
+    const PhaseScope reading(report.Times, Phase::Read);
     try {
         return std::make_shared<FileBytes>(FileBytes::Load(fileName));
     } catch (const FileFailure& failure) {

@@ -27,7 +27,7 @@ TileRange SpriteTiles(const LevelData& level)
 void WriteSWD(const std::string& fileName, LevelData& level, const TrMainState& state,
               const TileRange& tiles, Reporter& report)
 {
-    OutputFile file(fileName);
+    OutputFile file(fileName, &report.Times);
     file.Put(kSwdVersion);
     file.Put(level.NumSpriteTextures);
     for (SpriteTexture sprite : level.SpriteTextures) {

@@ -86,38 +86,6 @@ private:
     double percentPerRow_ = 0;
 };
 
-/// The rows of the sheet in file order.
-std::vector<std::byte> BuildBody(const std::array<SheetPart, 2>& parts,
-                                 const PixelConverter& converter, CaptionProgress& progress)
-{
-    const auto rows = narrow<std::size_t>(parts[0].NumRows + parts[1].NumRows);
-    std::vector<std::byte> body(rows * kRowBytes);
-    std::byte* out = body.data();
-    std::int32_t row = 0;
-    for (const SheetPart& part : parts)
-        for (std::int32_t i = 0; i < part.NumRows; ++i, ++row, out += kRowBytes) {
-            converter.ConvertRow(part.FirstRow + part.NumRows - 1 - i, out);
-            if (i % kRowsPerTurn == 0)
-                progress.Show(row);
-        }
-    return body;
-}
-
-void WriteSheet(const std::string& fileName, const LevelData& level, const TrMainState& state,
-                Host& host)
-{
-    const auto parts = PartsOf(level);
-    const std::int32_t height = parts[0].NumRows + parts[1].NumRows;
-    OutputFile file(fileName);
-    file.Put(TgaHeader{.Height = Word(height)});
-    {
-        CaptionProgress progress(host, level.Version, height);
-        const PixelConverter converter(level, state, PixelOrder::Bgr);
-        file.PutBytes(BuildBody(parts, converter, progress));
-    }
-    file.Close();
-}
-
 /// Raises `highest` to the highest tile of the textured faces.
 template <std::size_t Corners>
 void RaiseToTiles(std::int32_t& highest, const std::vector<RoomFace<Corners>>& faces,
@@ -143,18 +111,46 @@ void CountRoomTiles(LevelData& level)
     level.NumRoomTiles = Word(highest + 1);
 }
 
+bool SheetFits(const LevelData& level, Reporter& report)
+{
+    if (Fits(PartsOf(level)))
+        return true;
+    report.Message(std::to_string(level.NumRoomTiles) + " room tiles and " +
+                   std::to_string(level.NumBumpTiles) +
+                   " bump tiles don't fit in a TGA file - nothing was saved!");
+    return false;
+}
+
+std::vector<std::byte> SheetRows(const LevelData& level, const TrMainState& state, Host& host)
+{
+    const auto parts = PartsOf(level);
+    const std::int32_t height = parts[0].NumRows + parts[1].NumRows;
+    CaptionProgress progress(host, level.Version, height);
+    const PixelConverter converter(level, state, PixelOrder::Bgr);
+    std::vector<std::byte> rows(narrow<std::size_t>(height) * kRowBytes);
+    std::byte* out = rows.data();
+    std::int32_t row = 0;
+    for (const SheetPart& part : parts)
+        for (std::int32_t i = 0; i < part.NumRows; ++i, ++row, out += kRowBytes) {
+            converter.ConvertRow(part.FirstRow + part.NumRows - 1 - i, out);
+            if (i % kRowsPerTurn == 0)
+                progress.Show(row);
+        }
+    return rows;
+}
+
 bool SaveTGA(const std::string& fileName, LevelData& level, const TrMainState& state,
              Reporter& report)
 {
     CountRoomTiles(level);
-    if (!Fits(PartsOf(level))) {
-        report.Message(std::to_string(level.NumRoomTiles) + " room tiles and " +
-                       std::to_string(level.NumBumpTiles) +
-                       " bump tiles don't fit in a TGA file - nothing was saved!");
+    if (!SheetFits(level, report))
         return false;
-    }
     try {
-        WriteSheet(fileName, level, state, report.TheHost());
+        const auto parts = PartsOf(level);
+        OutputFile file(fileName);
+        file.Put(TgaHeader{.Height = Word(parts[0].NumRows + parts[1].NumRows)});
+        file.PutBytes(SheetRows(level, state, report.TheHost()));
+        file.Close();
         return true;
     } catch (const FileFailure& failure) {
         report.Message(failure.what());

@@ -5,6 +5,7 @@
 #include "level/TR_Main.h"
 
 #include <string>
+#include <vector>
 
 namespace morlik
 {
@@ -21,6 +22,12 @@ namespace morlik
 /// Sets `NumRoomTiles` of a Tomb Raider I to III level, whose file doesn't tell it: the highest
 /// tile that a face of a room uses, and those below it. Levels of other games stay as they are.
 void CountRoomTiles(LevelData& level);
+
+/// Whether the sheet of a level, its room tiles counted, fits in a file; if not, after a message.
+bool SheetFits(const LevelData& level, Reporter& report);
+
+/// The rows of the sheet as they stand in the file. Progress goes to the window's caption.
+std::vector<std::byte> SheetRows(const LevelData& level, const TrMainState& state, Host& host);
 
 /// Writes the texture sheet of a level. Tiles that the level lacks are magenta. Progress goes to
 /// the window's caption, which is put back at the end. Gives whether the file is complete; if not,

@@ -79,6 +79,7 @@ std::array<TextInfo, kNumPaletteTextures> PaletteTextures(const TileRange& tiles
 void ConvertTextureTiles(LevelData& level, const TrMainState& state, ByteSink& out,
                          const TileRange& tiles, Reporter& report)
 {
+    const PhaseScope scope(report.Times, Phase::Tiles);
     const bool classic = IsClassic(level.Version);
     report.LogLine("Converting texture tiles");
     out.Put((tiles.Count() + (classic ? 1 : 0)) * kTileBytes);

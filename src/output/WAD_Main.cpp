@@ -52,6 +52,7 @@ public:
     bool Run()
     {
         WriteWADFile();
+        const PhaseScope writing(report_.Times, Phase::Write);
         bool complete = WriteSounds();
         complete &= WriteSprites();
         WriteList();
@@ -84,7 +85,7 @@ private:
 
     void WriteWADFile()
     {
-        OutputFile file(names_.With("wad"));
+        OutputFile file(names_.With("wad"), &report_.Times);
         report_.Info.Open(names_.Info());
         report_.LogLine("Writing WAD file " + fileName_);
         TheHost().SetProg(0);

@@ -26,8 +26,15 @@ std::string CommandLine(int argc, const char* const* argv);
 /// The arguments of the command line, each by itself, without the program's name.
 std::vector<std::string> Arguments(int argc, const char* const* argv);
 
+/// Whether standard error is a terminal, and not a file or another program.
+bool ErrorsGoToATerminal();
+
 /// Today's date in the short form that the user's system is set to.
 std::string ShortDate();
+
+/// Tells why the program can't go on, where there may be no window of its own to tell it: in a box
+/// on Windows, whose window programs have no console, and on standard error elsewhere.
+void ShowLastMessage(const std::string& text, const std::string& title);
 
 /// While one lives, texts with names of files come out right on the console. That of Windows reads
 /// bytes by a code page, which belongs to all programs in it and is put back at the end.

@@ -5,7 +5,9 @@
 #include <clocale>
 #include <cstdlib>
 #include <ctime>
+#include <iostream>
 #include <system_error>
+#include <unistd.h>
 
 namespace morlik
 {
@@ -45,6 +47,11 @@ std::filesystem::path StateFolder()
     return home.is_absolute() ? home / ".local/state/morlik" : std::filesystem::path();
 }
 
+bool ErrorsGoToATerminal()
+{
+    return isatty(STDERR_FILENO) != 0;
+}
+
 std::string CommandLine(int argc, const char* const* argv)
 {
     std::string line;
@@ -69,6 +76,11 @@ std::string ShortDate()
     if (const std::tm* local = std::localtime(&now)) // NOLINT(concurrency-mt-unsafe)
         std::strftime(text.data(), text.size(), "%x", local);
     return text.data();
+}
+
+void ShowLastMessage(const std::string& text, const std::string& title)
+{
+    std::cerr << title << ": " << text << '\n';
 }
 
 // Terminals show the bytes as they come.

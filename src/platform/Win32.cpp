@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <io.h>
 #include <memory>
 #include <windows.h>
 
@@ -47,6 +48,11 @@ std::filesystem::path StateFolder()
 }
 
 /// The system keeps the line whole.
+bool ErrorsGoToATerminal()
+{
+    return _isatty(_fileno(stderr)) != 0;
+}
+
 std::string CommandLine(int, const char* const*)
 {
     return FromWide(WithoutProgramName(GetCommandLineW()));
@@ -70,6 +76,11 @@ std::string ShortDate()
     GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, text.data(),
                     static_cast<int>(text.size()), nullptr);
     return FromWide(text.data());
+}
+
+void ShowLastMessage(const std::string& text, const std::string& title)
+{
+    MessageBoxW(nullptr, ToWide(text).c_str(), ToWide(title).c_str(), MB_OK | MB_ICONERROR);
 }
 
 /// Without a buffer a letter of several bytes goes to the console in pieces, which shows none of

@@ -28,11 +28,15 @@ std::string FromWide(std::wstring_view text)
 
 std::wstring_view WithoutProgramName(std::wstring_view commandLine)
 {
-    const bool quoted = commandLine.starts_with(L'"');
-    const auto nameEnd = quoted ? commandLine.find(L'"', 1) : commandLine.find_first_of(L" \t");
-    if (nameEnd == std::wstring_view::npos)
-        return {};
-    const auto start = commandLine.find_first_not_of(L" \t", nameEnd + (quoted ? 1 : 0));
+    constexpr std::wstring_view blanks = L" \t";
+    bool quoted = false;
+    std::size_t end = 0;
+    for (; end < commandLine.size(); ++end) {
+        if (!quoted && blanks.find(commandLine[end]) != std::wstring_view::npos)
+            break;
+        quoted ^= commandLine[end] == L'"';
+    }
+    const auto start = commandLine.find_first_not_of(blanks, end);
     return start == std::wstring_view::npos ? std::wstring_view() : commandLine.substr(start);
 }
 

@@ -14,8 +14,8 @@ namespace morlik
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
 
-/// What a command line holds behind the program's name, which stands in quotes where it has blanks,
-/// and behind the blanks that end it.
+/// What a command line holds behind the program's name and the blanks that end it. Blanks of the
+/// name stand in quotes, be it the whole of it or one folder.
 std::wstring_view WithoutProgramName(std::wstring_view commandLine);
 
 } // namespace morlik

@@ -1,7 +1,7 @@
 #include "base/Text.h"
 #include "base/TextLines.h"
+#include "check/ObjectSet.h"
 #include "tests/support/TempFolder.h"
-#include "tools/check/ObjectSet.h"
 
 #include <gtest/gtest.h>
 

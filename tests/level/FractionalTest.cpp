@@ -1,9 +1,9 @@
 #include "base/Text.h"
+#include "check/ObjectSetCheck.h"
 #include "samples/Textures.h"
 #include "tests/output/Conversion.h"
 #include "tests/support/FaceProof.h"
 #include "tests/support/RealLevels.h"
-#include "tools/check/ObjectSetCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "check/ObjectSet.h"
 #include "samples/LevelWriter.h"
 #include "shell/Session.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TempFolder.h"
-#include "tools/check/ObjectSet.h"
 
 #include <array>
 #include <string>

@@ -1,8 +1,8 @@
+#include "check/ObjectSetCheck.h"
 #include "output/AnimDispatches.h"
 #include "samples/MainSfx.h"
 #include "tests/output/Conversion.h"
 #include "tests/support/RealLevels.h"
-#include "tools/check/ObjectSetCheck.h"
 
 #include <gtest/gtest.h>
 

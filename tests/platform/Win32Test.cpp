@@ -26,7 +26,7 @@ TEST(Win32Text, KeepsEveryLetterAndReplacesWhatIsNone)
     EXPECT_EQ(FromWide(std::wstring{L'a', wchar_t{0xd800}, L'.'}), "a\ufffd.");
 }
 
-TEST(Win32Text, OfTheCommandLineEndsTheProgramsNameAtItsQuoteOrBlank)
+TEST(Win32Text, OfTheCommandLineEndsTheProgramsNameAtABlankOutsideQuotes)
 {
     struct Row
     {
@@ -37,6 +37,8 @@ TEST(Win32Text, OfTheCommandLineEndsTheProgramsNameAtItsQuoteOrBlank)
         {LR"("C:\My tools\MORLIK.exe" /makewas a.phd /export "o.was" )",
          LR"(/makewas a.phd /export "o.was" )"},
         {LR"(C:\tools\MORLIK.exe  /makewas "a b.phd")", LR"(/makewas "a b.phd")"},
+        {LR"("C:\My tools"\MORLIK.exe /makewas a.phd)", L"/makewas a.phd"},
+        {LR"(C:\"My tools"\"MORLIK.exe" "a b.phd")", LR"("a b.phd")"},
         {L"\"MORLIK.exe\"\t\u57ce.phd", L"\u57ce.phd"},
         {L"\"MORLIK.exe\"", L""},
         {L"MORLIK.exe ", L""},

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "check/ObjectSet.h"
 #include "level/LevelData.h"
 #include "level/TR_Main.h"
-#include "tools/check/ObjectSet.h"
 
 namespace morlik::test
 {

@@ -1,6 +1,6 @@
+#include "check/ObjectSetCheck.h"
 #include "samples/MainSfx.h"
 #include "tests/window/WindowRun.h"
-#include "tools/check/ObjectSetCheck.h"
 
 #include <QAbstractButton>
 #include <QMimeData>

@@ -1,4 +1,4 @@
-#include "tools/check/ObjectSetCheck.h"
+#include "check/ObjectSetCheck.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "base/Files.h"
 #include "base/Text.h"
-#include "tools/check/ObjectSetCheck.h"
+#include "check/ObjectSetCheck.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/check/ObjectSet.h"
+#include "check/ObjectSet.h"
 
 #include <sstream>
 #include <string>

@@ -1,4 +1,4 @@
-#include "tools/check/ObjectSet.h"
+#include "check/ObjectSet.h"
 
 #include "base/Files.h"
 

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <ostream>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace morlik::cli
+{
+
+/// Exit statuses.
+constexpr int kGood = 0;
+constexpr int kFailed = 1;   ///< of several files, one is enough
+constexpr int kWrongUse = 2; ///< nothing was done
+
+/// Where results and complaints go.
+struct Streams
+{
+    std::ostream& Out;
+    std::ostream& Errors;
+    bool IsTerminal = false; ///< `Errors` is a terminal, which can show a moving bar
+};
+
+struct ConvertOptions
+{
+    std::vector<std::string> Levels;
+    std::string Output;  ///< name of the set of a single level
+    std::string Folder;  ///< else where the sets go, each named after its level
+    std::string MainSFX; ///< "auto": look for it around each level; empty: none
+    std::string Log;     ///< of a single level
+    bool UpdateHorizon = false;
+    bool ExportSprites = false;
+    bool Json = false;
+    bool Timings = false;
+    unsigned int Jobs = 0; ///< levels at a time; 0 for one a processor
+};
+
+/// Converts levels to object sets, each in a session of its own.
+int Convert(const ConvertOptions& options, const Streams& streams);
+
+/// Tells what is in a level, a `main.sfx` or a project, as text or as JSON.
+int Info(const std::string& file, bool json, const Streams& streams);
+
+/// Writes the texture sheet of a level as TGA or PNG, by the ending of `output`.
+int SaveSheet(const std::string& level, const std::string& output, const Streams& streams);
+
+/// Writes all sounds of a level or a `main.sfx` into a folder.
+int SaveSounds(const std::string& file, const std::string& folder, const Streams& streams);
+
+/// Reads an object set back and tells what is wrong with it. `game` is 1 to 5, or 0 to take it from
+/// the list.
+int Check(const std::string& set, int game, const Streams& streams);
+
+/// Understands a command line, without the program's name, and does what it says.
+int RunCommandLine(std::vector<std::string> arguments, const Streams& streams);
+
+} // namespace morlik::cli

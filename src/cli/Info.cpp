@@ -1,0 +1,216 @@
+// morlik-cli info: what is in a file. All of it is gathered as JSON first; the text is that, laid
+// out for people.
+
+#include "base/Text.h"
+#include "cli/Commands.h"
+#include "cli/QuietHost.h"
+#include "convert/ConvertMeshes.h"
+#include "output/AnimDispatches.h"
+#include "shell/ObjectID_Mod.h"
+#include "shell/Session.h"
+#include "shell/Sounds.h"
+
+#include <algorithm>
+#include <map>
+#include <nlohmann/json.hpp>
+
+namespace morlik::cli
+{
+
+namespace
+{
+
+using Json = nlohmann::ordered_json;
+
+/// 8-bit text of a level or project, its padding cut off.
+std::string FromLatin1(std::string_view text)
+{
+    std::string utf8;
+    for (const char character : text.substr(0, text.find('\0'))) {
+        const auto code = static_cast<unsigned char>(character);
+        if (code < 0x80) {
+            utf8 += character;
+        } else {
+            utf8 += static_cast<char>(0xc0U | (code >> 6U));
+            utf8 += static_cast<char>(0x80U | (code & 0x3fU));
+        }
+    }
+    utf8.erase(utf8.find_last_not_of(' ') + 1);
+    return utf8;
+}
+
+/// Textures that an object set of the level takes; null where its meshes can't be converted.
+Json CountUsedTextures(const Session& session, Reporter& report)
+{
+    std::int32_t used = 0;
+    std::vector<std::int32_t> numbers(session.Level.TextInfos.size(), -1);
+    try {
+        if (ConvertMeshes(session.Level, session.State, used, numbers, report))
+            return used;
+    } catch (const ProgramEnd&) {
+        return nullptr;
+    }
+    return nullptr;
+}
+
+Json Moveables(const Session& session)
+{
+    Json list = Json::array();
+    const LevelData& level = session.Level;
+    for (std::size_t i = 0; i < level.Moveables.size(); ++i) {
+        const Moveable& moveable = level.Moveables[i];
+        const bool moves = moveable.Animation != -1;
+        list.push_back(
+            {{"id", moveable.ObjectID},
+             {"name", FromLatin1(session.Names.Moveable(level.Version, moveable.ObjectID))},
+             {"meshes", moveable.NumMeshes},
+             {"animations", moves ? CountAnimations(level, i) : 0}});
+    }
+    return list;
+}
+
+Json Statics(const Session& session)
+{
+    Json list = Json::array();
+    for (const StaticMesh& mesh : session.Level.StaticMeshes)
+        list.push_back(
+            {{"id", mesh.ObjectID}, {"name", FromLatin1(session.Names.Static(mesh.ObjectID))}});
+    return list;
+}
+
+Json Sounds(const LevelData& level)
+{
+    Json list = Json::array();
+    for (const SoundEntry& entry : LevelSounds(level)) {
+        const auto sample = static_cast<std::size_t>(entry.Sample);
+        const bool exists = entry.Sample >= 0 && sample < level.Samples.size();
+        list.push_back({{"name", entry.Text.substr(0, entry.Text.find(" ("))},
+                        {"bytes", exists ? level.Samples[sample].Size() : 0}});
+    }
+    return list;
+}
+
+Json DescribeLevel(const std::string& file, Session& session)
+{
+    static constexpr std::array<const char*, 6> kNumerals{"", "I", "II", "III", "IV", "V"};
+    LoadObjectIDs("", session.Names, session.Report);
+    LoadLevel(session, file);
+    const LevelData& level = session.Level;
+    constexpr std::int32_t kBytesOfTile = 256 * 256 * 3;
+    const bool samplesElsewhere = level.Version == kTR2 || level.Version == kTR3;
+    return {{"file", file},
+            {"game",
+             std::string("Tomb Raider ") + kNumerals.at(static_cast<std::size_t>(level.Version))},
+            {"rooms", session.State.RoomCount},
+            {"tiles", level.TileBytes / kBytesOfTile},
+            {"textures", level.NumTextInfo},
+            {"textures used", CountUsedTextures(session, session.Report)},
+            {"meshes", level.NumMeshPointers},
+            {"animations", level.NumAnimations},
+            {"sprites", level.NumSpriteTextures},
+            {"sound details", level.NumSoundDetails},
+            {"samples", samplesElsewhere ? level.NumSampleIndices : level.NumSamples},
+            {"moveables", Moveables(session)},
+            {"static meshes", Statics(session)},
+            {"sounds", samplesElsewhere ? Json::array() : Sounds(level)}};
+}
+
+Json DescribeMainSFX(const std::string& file, Session& session)
+{
+    if (!ReadMainSFX(file, session.MainSFX, session.Report))
+        throw ProgramEnd("no main.sfx");
+    Json list = Json::array();
+    for (std::size_t i = 0; i < session.MainSFX.MainSFXSamples.size(); ++i)
+        list.push_back({{"number", i}, {"bytes", session.MainSFX.MainSFXSamples[i].size()}});
+    return {{"file", file}, {"samples", std::move(list)}};
+}
+
+Json DescribeProject(const std::string& file, Session& session)
+{
+    const PRJData project = ReadPRJ(file, session.State, session.Report);
+    if (project.Rooms.empty())
+        throw ProgramEnd("no project");
+    Json rooms = Json::array();
+    for (const PRJRoom& room : project.Rooms)
+        if (room.State != 0)
+            rooms.push_back({{"number", room.Index},
+                             {"name", FromLatin1(room.Name)},
+                             {"columns", room.BlockColumns},
+                             {"rows", room.BlockRows},
+                             {"objects", room.ObjectTypes.size() + room.Object2Types.size()}});
+    return {{"file", file},
+            {"version", project.Version},
+            {"room slots", project.NumRoomSlots},
+            {"texture file", FromLatin1(project.TextureFile)},
+            {"rooms", std::move(rooms)}};
+}
+
+std::string TextOf(const Json& value)
+{
+    if (value.is_null())
+        return "unknown";
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+/// A table of objects that have the same members, one in a line.
+void PrintTable(const std::string& name, const Json& table, std::ostream& out)
+{
+    out << name << ": " << table.size() << '\n';
+    if (table.empty())
+        return;
+    std::map<std::string, std::size_t> widths;
+    for (const auto& [column, first] : table[0].items()) {
+        widths[column] = column.size();
+        for (const Json& row : table)
+            widths[column] = std::max(widths[column], TextOf(row[column]).size());
+    }
+    const auto print = [&](const Json& row, bool isHead) {
+        std::string line;
+        for (const auto& [column, value] : row.items()) {
+            const std::string text = isHead ? column : TextOf(value);
+            const std::string fill(widths[column] - text.size(), ' ');
+            line += "  " + (value.is_number() ? fill + text : text + fill);
+        }
+        out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
+    };
+    print(table[0], true);
+    for (const Json& row : table)
+        print(row, false);
+}
+
+void PrintText(const Json& description, std::ostream& out)
+{
+    for (const auto& [name, value] : description.items()) {
+        if (value.is_array())
+            PrintTable(name, value, out);
+        else
+            out << name << ": " << TextOf(value) << '\n';
+    }
+}
+
+} // namespace
+
+int Info(const std::string& file, bool json, const Streams& streams)
+{
+    QuietHost host;
+    Session session(host);
+    int status = kGood;
+    try {
+        const bool isMainSFX = ToLower(FileTitle(file)) == "main.sfx";
+        const bool isProject = EndsWithNoCase(file, ".prj");
+        const Json description = isMainSFX   ? DescribeMainSFX(file, session)
+                                 : isProject ? DescribeProject(file, session)
+                                             : DescribeLevel(file, session);
+        if (json)
+            streams.Out << description.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        else
+            PrintText(description, streams.Out);
+    } catch (const ProgramEnd&) {
+        status = kFailed; // its message is there
+    }
+    for (const std::string& message : host.Messages)
+        streams.Errors << message << '\n';
+    return status;
+}
+
+} // namespace morlik::cli

@@ -1,0 +1,249 @@
+// The commands of morlik-cli, from the words of a command line to what is printed and written.
+
+#include "base/Text.h"
+#include "cli/Commands.h"
+#include "output/TGA_Mod.h"
+#include "samples/MainSfx.h"
+#include "samples/Project.h"
+#include "tests/output/Conversion.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <map>
+#include <nlohmann/json.hpp>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+using nlohmann::json;
+
+/// A command line that was carried out.
+struct Ran
+{
+    int Status;
+    std::string Out;
+    std::string Errors;
+};
+
+Ran RunCli(const Strings& words, bool isTerminal = false)
+{
+    std::ostringstream out;
+    std::ostringstream errors;
+    const int status = cli::RunCommandLine(words, {out, errors, isTerminal});
+    return {status, out.str(), errors.str()};
+}
+
+/// A folder with levels of all games, a main.sfx in other letters, and room for sets.
+class CliTest : public testing::Test
+{
+protected:
+    CliTest()
+    {
+#ifdef _WIN32
+        _putenv_s("MORLIK_FOLDER", MORLIK_DATA_FOLDER);
+#else
+        setenv("MORLIK_FOLDER", MORLIK_DATA_FOLDER, 1); // NOLINT(concurrency-mt-unsafe)
+#endif
+        for (const VersionCode game : kGames) {
+            const std::string name = "l" + std::to_string(game) + LevelName(game);
+            Levels.push_back(folder_.File(name));
+            WriteWholeFile(Levels.back(), WriteLevel(samples::MakeRichLevel(game)).Bytes);
+        }
+        WriteWholeFile(File("MAIN.Sfx"), samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+    }
+
+    std::string File(const std::string& name) const
+    {
+        return folder_.File(name);
+    }
+
+    /// All files below a folder by their names.
+    std::map<std::string, std::vector<std::byte>> FilesOf(const std::string& name) const
+    {
+        std::map<std::string, std::vector<std::byte>> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(ToPath(File(name))))
+            if (entry.is_regular_file())
+                files[FromPath(entry.path()).substr(File(name).size())] =
+                    ReadFile(FromPath(entry.path()));
+        return files;
+    }
+
+    Strings Levels;
+
+private:
+    TempFolder folder_;
+};
+
+TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
+{
+    std::filesystem::create_directory(ToPath(File("single")));
+    for (const std::string& level : Levels) {
+        const auto stem = FileTitle(level).substr(0, FileTitle(level).size() - 4);
+        const auto ran = RunCli({"convert", level, "-o", File("single/" + stem + ".was"),
+                                 "--main-sfx", File("MAIN.Sfx"), "--export-sprites"});
+        EXPECT_EQ(ran.Status, 0) << ran.Errors;
+    }
+    for (const char* jobs : {"1", "3"}) {
+        const std::string folder = std::string("all") + jobs;
+        Strings words{"convert",          "-d",     File(folder), "--main-sfx", "auto",
+                      "--export-sprites", "--jobs", jobs};
+        words.insert(words.end(), Levels.begin(), Levels.end());
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 0);
+        EXPECT_EQ(ran.Errors, "");
+        EXPECT_EQ(std::count(ran.Out.begin(), ran.Out.end(), '\n'), 6);
+        EXPECT_LT(ran.Out.find("l1level"), ran.Out.find("l5level")); // in the order of the words
+        EXPECT_EQ(FilesOf(folder), FilesOf("single"));
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(ToPath(File("all1"))))
+        if (entry.path().extension() == ".was") {
+            const auto checked = RunCli({"check", FromPath(entry.path())});
+            EXPECT_EQ(checked.Status, 0) << checked.Out << checked.Errors;
+        }
+}
+
+TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
+{
+    WriteWholeFile(File("bad.phd"), std::as_bytes(std::span("no level")));
+    const Strings words{"convert", "-d",     File("sets"), File("bad.phd"),
+                        Levels[0], "--json", "--timings",  File("gone.tr4")};
+    const auto ran = RunCli(words);
+    EXPECT_EQ(ran.Status, 1);
+    const auto told = json::parse(ran.Out);
+    ASSERT_EQ(told.size(), 3U);
+    EXPECT_FALSE(told[0]["complete"]);
+    EXPECT_NE(told[0]["messages"][0].get<std::string>().find("Unknown level version"),
+              std::string::npos);
+    EXPECT_TRUE(told[1]["complete"]);
+    EXPECT_EQ(told[1]["game"], 1);
+    EXPECT_GT(told[1]["milliseconds"]["convert"], 0);
+    EXPECT_NE(told[2]["messages"][0].get<std::string>().find("gone.tr4"), std::string::npos);
+
+    const auto text = RunCli({"convert", File("bad.phd"), "-o", File("bad.was")}, true);
+    EXPECT_EQ(text.Out, "");
+    EXPECT_NE(text.Errors.find("bad.phd: not converted, or not wholly\n  MORLIK: Unknown"),
+              std::string::npos);
+    EXPECT_NE(text.Errors.find("[####"), std::string::npos); // the bar of a terminal
+    EXPECT_EQ(RunCli({"convert", Levels[4], "-o", File("log.was"), "--log", File("log")}).Status,
+              0);
+    EXPECT_GT(ReadLines(File("log")).size(), 10U);
+}
+
+TEST_F(CliTest, TellsWrongUseAndDoesNothing)
+{
+    for (const Strings& words : std::initializer_list<Strings>{
+             {},
+             {"frobnicate"},
+             {"convert"},
+             {"convert", Levels[0]},
+             {"convert", Levels[0], "-o", File("a.was"), "-d", File("sets")},
+             {"convert", Levels[0], Levels[1], "-o", File("a.was")},
+             {"convert", Levels[0], File("L1level.tr4"), "-d", File("sets")},
+             {"convert", Levels[0], Levels[1], "-d", File("sets"), "--log", File("log")},
+             {"convert", Levels[0], "-o", File("a.was"), "--jobs", "0"},
+             {"sheet", Levels[0], File("sheet.bmp")},
+             {"check", File("a.wad")}}) {
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 2) << testing::PrintToString(words);
+        EXPECT_EQ(ran.Out, "");
+        EXPECT_NE(ran.Errors, "");
+    }
+    EXPECT_FALSE(std::filesystem::exists(ToPath(File("sets"))));
+    EXPECT_EQ(RunCli({"--version"}).Out, "MORLIK 1.7\n");
+    EXPECT_NE(RunCli({"--help"}).Out.find("Exit status: 0 all good"), std::string::npos);
+}
+
+TEST_F(CliTest, TellsWhatIsInAFile)
+{
+    const auto content = samples::MakeRichLevel(kTR4);
+    const auto level = json::parse(RunCli({"info", Levels[4], "--json"}).Out);
+    EXPECT_EQ(level["game"], "Tomb Raider IV");
+    EXPECT_EQ(level["rooms"], content.Rooms.size());
+    EXPECT_EQ(level["textures"], content.ObjectTexturesTR45.size());
+    EXPECT_GT(level["textures used"], 0);
+    ASSERT_EQ(level["moveables"].size(), content.Moveables.size());
+    EXPECT_EQ(level["moveables"][0]["name"], "LARA");
+    EXPECT_EQ(level["static meshes"].size(), content.StaticMeshes.size());
+    EXPECT_EQ(level["sounds"][0]["bytes"], content.Samples[0].size());
+    const auto text = RunCli({"info", Levels[4]});
+    EXPECT_EQ(text.Status, 0);
+    EXPECT_NE(text.Out.find("game: Tomb Raider IV\n"), std::string::npos);
+    EXPECT_NE(text.Out.find("  0  LARA"), std::string::npos);
+
+    const auto sounds = samples::SampleSounds();
+    std::filesystem::rename(ToPath(File("MAIN.Sfx")), ToPath(File("main.sfx")));
+    const auto sfx = json::parse(RunCli({"info", File("main.sfx"), "--json"}).Out);
+    EXPECT_EQ(sfx["samples"].size(), sounds.size());
+    EXPECT_EQ(sfx["samples"][1]["bytes"], sounds[1].size());
+
+    const auto project = samples::MakeProject();
+    WriteWholeFile(File("a.prj"), samples::WriteProject(project).Bytes);
+    const auto rooms = json::parse(RunCli({"info", File("a.prj"), "--json"}).Out);
+    EXPECT_EQ(rooms["rooms"].size(), 3U);
+    EXPECT_EQ(rooms["rooms"][0]["columns"], project.Rooms[0].BlockColumns);
+
+    for (const char* gone : {"gone.phd", "gone.prj", "gone/main.sfx"}) {
+        const auto ran = RunCli({"info", File(gone)});
+        EXPECT_EQ(ran.Status, 1);
+        EXPECT_EQ(ran.Out, "");
+        EXPECT_NE(ran.Errors, "");
+    }
+}
+
+TEST_F(CliTest, ExportsSheetsAndSounds)
+{
+    EXPECT_EQ(RunCli({"sheet", Levels[3], File("a.tga")}).Status, 0);
+    const auto tga = ReadFile(File("a.tga"));
+    const auto png = RunCli({"sheet", Levels[3], File("a.PNG")});
+#ifdef MORLIK_PNG
+    EXPECT_EQ(png.Status, 0) << png.Errors;
+    const auto file = ReadFile(File("a.PNG"));
+    ASSERT_GT(file.size(), 24U);
+    const auto heightAt = [&](std::size_t at) { return std::to_integer<unsigned>(file[at]); };
+    EXPECT_EQ((heightAt(22) * 256 + heightAt(23)) * 768, tga.size() - 18);
+#else
+    EXPECT_EQ(png.Status, 1);
+#endif
+    EXPECT_EQ(RunCli({"sheet", Levels[3], File("none/a.tga")}).Status, 1);
+
+    const auto content = samples::MakeRichLevel(kTR1);
+    EXPECT_EQ(RunCli({"sounds", Levels[0], File("waves")}).Status, 0);
+    const auto waves = FilesOf("waves");
+    ASSERT_FALSE(waves.empty());
+    for (const auto& [name, bytes] : waves)
+        EXPECT_TRUE(std::ranges::find(content.Samples, bytes) != content.Samples.end()) << name;
+    EXPECT_EQ(RunCli({"sounds", Levels[2], File("waves")}).Status, 1); // they are in main.sfx
+    EXPECT_EQ(RunCli({"sounds", File("MAIN.Sfx"), File("sfx")}).Status, 0);
+    EXPECT_EQ(FilesOf("sfx").size(), samples::SampleSounds().size());
+}
+
+TEST_F(CliTest, CheckTellsWhatIsWrongWithASet)
+{
+    ASSERT_EQ(RunCli({"convert", Levels[2], "-o", File("a.was"), "--main-sfx", "auto"}).Status, 0);
+    EXPECT_EQ(RunCli({"check", File("a.was")}).Out, "good\n");
+    const auto wad = ReadFile(File("a.wad"));
+    for (std::size_t cut : {std::size_t{0}, wad.size() / 2, wad.size() - 1}) {
+        WriteWholeFile(File("a.wad"), std::span(wad).first(cut));
+        const auto ran = RunCli({"check", File("a.was")});
+        EXPECT_EQ(ran.Status, 1) << cut;
+        EXPECT_EQ(ran.Out.substr(0, 5), "wad: ") << ran.Out;
+    }
+    auto damaged = wad;
+    damaged[4] ^= std::byte{1}; // one texture more or less than there are records
+    WriteWholeFile(File("a.wad"), damaged);
+    EXPECT_EQ(RunCli({"check", File("a.was")}).Status, 1);
+    WriteWholeFile(File("a.wad"), wad);
+    std::filesystem::remove_all(ToPath(File("a.swd")));
+    EXPECT_EQ(RunCli({"check", File("a.was"), "--game", "2"}).Out,
+              "missing: the .swd file\nNOT good\n");
+    EXPECT_EQ(RunCli({"check", File("none.was")}).Status, 1);
+}
+
+} // namespace
+
+} // namespace morlik::test
