@@ -1,21 +1,28 @@
 // Times the conversion of levels against its floor: a program that reads the same bytes, inflates
 // the same streams and writes as many bytes. The two take turns, so that both see the same machine;
-// what counts is the ratio of the medians of their CPU time.
+// what counts is the ratio of the medians of their CPU time. The memory is the most that either of
+// the conversion and this program had at a time, so that small figures are this program's own.
+// Then what the size of a level costs, what a second processor brings, and the start of the window.
 // usage: morlik-bench [RUNS [LEVEL...]]; without levels, the samples and those of MORLIK_LEVELS.
 
 #include "base/Files.h"
 #include "base/Text.h"
 #include "bench/Process.h"
+#include "cli/Commands.h"
 #include "level/LevelData.h"
 #include "platform/Platform.h"
 #include "samples/LevelWriter.h"
+#include "samples/ScaledLevel.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -78,6 +85,39 @@ double Median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
+constexpr std::array<const char*, 5> kPhases{"read", "inflate", "convert", "tiles", "write"};
+
+/// Medians of what a conversion tells of its own time, in milliseconds of the clock.
+std::vector<double> PhaseTimes(const std::string& level, const std::string& set, int runs)
+{
+    std::array<std::vector<double>, kPhases.size()> times;
+    for (int run = 0; run < runs; ++run) {
+        std::ostringstream told;
+        morlik::cli::ConvertOptions options;
+        options.Levels = {level};
+        options.Output = set;
+        options.Json = options.Timings = true;
+        morlik::cli::Convert(options, {told, told});
+        const auto phases = nlohmann::json::parse(told.str()).at(0).at("milliseconds");
+        for (std::size_t i = 0; i < kPhases.size(); ++i)
+            times[i].push_back(phases.at(kPhases[i]));
+    }
+    std::vector<double> medians;
+    for (auto& list : times)
+        medians.push_back(Median(std::move(list)));
+    return medians;
+}
+
+void PrintHead(int runs)
+{
+    std::printf("CPU time of a conversion and of its floor in ms, medians of %d runs;\n"
+                "then where the time of the clock goes\n\n%-14s %7s %7s %6s %9s",
+                runs, "level", "taken", "floor", "ratio", "peak MiB");
+    for (const char* phase : kPhases)
+        std::printf(" %8s", phase);
+    std::printf("\n");
+}
+
 void Measure(const std::string& level, int runs, const fs::path& scratch)
 {
     const auto bin = morlik::ProgramFolder();
@@ -106,9 +146,69 @@ void Measure(const std::string& level, int runs, const fs::path& scratch)
     }
     const double taken = Median(convertTimes);
     const double least = Median(floorTimes);
-    std::printf("%-16s %8.2f ms %8.2f ms   ratio %5.2f   peak %6.1f MiB of %6.1f\n",
-                morlik::FileTitle(level).c_str(), taken, least, taken / least, peak, plan.GoalMiB);
+    std::printf("%-14s %7.2f %7.2f %6.2f %4.1f/%4.1f", morlik::FileTitle(level).c_str(), taken,
+                least, taken / least, peak, plan.GoalMiB);
+    for (const double time : PhaseTimes(level, output / "set.was", std::min(runs, 21)))
+        std::printf(" %8.3f", time);
+    std::printf("\n");
     std::fflush(stdout);
+}
+
+/// Median CPU time of a command in milliseconds.
+double CpuOf(const std::vector<std::string>& command, int runs)
+{
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run)
+        times.push_back(RunProcess(command).CpuMilliseconds);
+    return Median(std::move(times));
+}
+
+/// Sample levels of 1, 4 and 16 times the size: the cost of one time must not grow with it.
+void MeasureSizes(int runs, const fs::path& scratch)
+{
+    using namespace morlik;
+    const auto bin = ProgramFolder();
+    std::printf("\nms of CPU time for each time of a sample level, without the program's start\n\n"
+                "%-14s %8s %8s %8s\n",
+                "sample", "1 time", "4 times", "16 times");
+    const double start = CpuOf({bin / "morlik-cli", "--version"}, runs);
+    fs::create_directories(scratch);
+    for (const VersionCode game : {kTR1, kTR2, kTR3, kTR4, kTR5}) {
+        std::printf("Tomb Raider %-2d", static_cast<int>(game));
+        for (const std::size_t times : {1U, 4U, 16U}) {
+            const auto level = scratch / (game == kTR5 ? "sized.trc" : "sized");
+            WriteWholeFile(level, samples::WriteLevel(samples::MakeScaledLevel(game, times)).Bytes);
+            const double taken =
+                CpuOf({bin / "morlik-cli", "convert", level, "-o", scratch / "s.was"}, runs);
+            std::printf(" %8.3f", (taken - start) / static_cast<double>(times));
+        }
+        std::printf("\n");
+    }
+}
+
+/// How much faster a folder of levels is converted two at a time.
+void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::path& scratch)
+{
+    std::vector<std::string> command{
+        morlik::ProgramFolder() / "morlik-cli", "convert", "--jobs", "1", "-d", scratch / "sets"};
+    for (int copy = 0; copy < 8; ++copy)
+        for (const std::string& level : levels) {
+            const auto folder = scratch / "levels";
+            fs::create_directories(folder);
+            const auto name = folder / (std::to_string(copy) + morlik::FileTitle(level));
+            fs::copy_file(level, name, fs::copy_options::overwrite_existing);
+            command.push_back(name);
+        }
+    std::vector<double> alone;
+    std::vector<double> both;
+    for (int run = 0; run < runs; ++run) {
+        command[3] = "1";
+        alone.push_back(RunProcess(command).WallMilliseconds);
+        command[3] = "2";
+        both.push_back(RunProcess(command).WallMilliseconds);
+    }
+    std::printf("\n%zu levels: %.1f ms with --jobs 1, %.1f ms with --jobs 2, %.2f times as fast\n",
+                command.size() - 6, Median(alone), Median(both), Median(alone) / Median(both));
 }
 
 /// Time from the start of the program to its painted window, without a display.
@@ -163,9 +263,11 @@ int main(int argc, char** argv)
         std::vector<std::string> levels(argv + std::min(argc, 2), argv + argc);
         if (levels.empty())
             levels = StandardLevels(scratch);
-        std::printf("CPU time of a conversion and of its floor, medians of %d runs\n", runs);
+        PrintHead(runs);
         for (const std::string& level : levels)
             Measure(level, runs, scratch);
+        MeasureSizes(std::min(runs, 21), scratch);
+        MeasureJobs(levels, std::min(runs, 11), scratch);
         MeasureWindow(std::min(runs, 21));
         fs::remove_all(scratch);
         return EXIT_SUCCESS;
