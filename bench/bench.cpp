@@ -103,6 +103,7 @@ std::vector<double> PhaseTimes(const std::string& level, const std::string& set,
             times[i].push_back(phases.at(kPhases[i]));
     }
     std::vector<double> medians;
+    medians.reserve(times.size());
     for (auto& list : times)
         medians.push_back(Median(std::move(list)));
     return medians;
@@ -151,15 +152,15 @@ void Measure(const std::string& level, int runs, const fs::path& scratch)
     for (const double time : PhaseTimes(level, output / "set.was", std::min(runs, 21)))
         std::printf(" %8.3f", time);
     std::printf("\n");
-    std::fflush(stdout);
+    static_cast<void>(std::fflush(stdout));
 }
 
 /// Median CPU time of a command in milliseconds.
 double CpuOf(const std::vector<std::string>& command, int runs)
 {
-    std::vector<double> times;
-    for (int run = 0; run < runs; ++run)
-        times.push_back(RunProcess(command).CpuMilliseconds);
+    std::vector<double> times(static_cast<std::size_t>(runs));
+    for (double& time : times)
+        time = RunProcess(command).CpuMilliseconds;
     return Median(std::move(times));
 }
 

@@ -75,6 +75,30 @@ void WriteLevels(const Seeds& seeds)
     seeds.Write("block", "full", samples::WriteLevelBlock(FullLevel(kTR4)).Bytes);
 }
 
+/// The files of saved sets, each behind the byte that tells the checker what it is.
+void WriteSets(const Seeds& seeds)
+{
+    int game = 0;
+    for (const VersionCode code : {kTR1, kTR2, kTR3, kTR4, kTR5}) {
+        fuzz::Run run;
+        run.Try([&] {
+            LoadLevel(run.Project, run.WriteLevel(fuzz::InputOf(samples::MakeSmallestLevel(code))));
+            SaveLevel(run.Project, run.File("set.was"));
+        });
+        const auto put = [&](const std::string& extension, int kind) {
+            const auto file = FileBytes::Load(run.File("set." + extension));
+            std::vector<std::byte> input{static_cast<std::byte>(kind)};
+            input.insert(input.end(), file.Bytes().begin(), file.Bytes().end());
+            seeds.Write("check", extension + std::to_string(game), input);
+        };
+        put("wad", game++);
+        if (code != kTR4 && code != kTR5) { // the others have the default files
+            put("swd", 5);
+            put("sfx", 6);
+        }
+    }
+}
+
 void WriteOthers(const Seeds& seeds)
 {
     auto project = samples::MakeProject();
@@ -93,8 +117,8 @@ void WriteOthers(const Seeds& seeds)
             names.Put(std::uint32_t{0});
     }
     seeds.Write("names", "names", names.Bytes());
-    seeds.Write("batch", "line", "/makewas C:\\levels\\my level.phd /export D:\\sets\\my set.was");
-    seeds.Write("key", "key", "HKEY_LOCAL_MACHINE\\software\\Torvand");
+    seeds.Write("batch", "line", R"(/makewas C:\levels\my level.phd /export D:\sets\my set.was)");
+    seeds.Write("key", "key", R"(HKEY_LOCAL_MACHINE\software\Torvand)");
 }
 
 } // namespace
@@ -108,6 +132,7 @@ int main(int argc, char** argv)
     try {
         const Seeds seeds(argv[1]);
         WriteLevels(seeds);
+        WriteSets(seeds);
         WriteOthers(seeds);
         return EXIT_SUCCESS;
     } catch (const std::exception& failure) {
