@@ -72,9 +72,10 @@ std::string ShortDate()
 {
     const std::time_t now = std::time(nullptr);
     std::array<char, 64> text{};
-    std::setlocale(LC_TIME, "");
-    if (const std::tm* local = std::localtime(&now)) // NOLINT(concurrency-mt-unsafe)
-        std::strftime(text.data(), text.size(), "%x", local);
+    static_cast<void>(std::setlocale(LC_TIME, "")); // else dates have the form of C
+    const std::tm* local = std::localtime(&now);    // NOLINT(concurrency-mt-unsafe)
+    if (local == nullptr || std::strftime(text.data(), text.size(), "%x", local) == 0)
+        return {};
     return text.data();
 }
 

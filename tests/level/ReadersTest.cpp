@@ -9,6 +9,11 @@ namespace morlik::test
 namespace
 {
 
+std::ptrdiff_t Index(std::size_t at)
+{
+    return static_cast<std::ptrdiff_t>(at);
+}
+
 using samples::LevelContent;
 using samples::LevelFile;
 using samples::MakeRichLevel;
@@ -233,16 +238,39 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
     }
 }
 
-TEST(ReadTR, KeepsWhatADamagedTileStreamGave)
+TEST(ReadTR, KeepsWhatADamagedTileStreamGaveAndLeavesTheRestAtZero)
 {
     for (const VersionCode game : {kTR4, kTR5}) {
-        LevelFile file = WriteLevel(MakeTinyLevel(game));
-        const auto& tiles = file.Section("Tiles32");
-        file.Patch(tiles.Offset + tiles.Size - 5, std::uint32_t{0x12345678});
-        Conversion run;
-        ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
-        EXPECT_EQ(run.Project.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
-        EXPECT_EQ(run.Project.Level.NumMeshPointers, 1);
+        auto content = MakeTinyLevel(game);
+        std::uint32_t noise = 1; // pixels that hardly deflate, so that the stream is a long one
+        for (std::uint32_t& pixel : content.Tiles32)
+            pixel = (noise = noise * 1664525 + 1013904223) & 0x0f0f0f0f;
+        const LevelFile whole = WriteLevel(content);
+        const auto& stream = whole.Section("Tiles32");
+        const auto sound = content.Tiles32.size();
+        struct Fault
+        {
+            std::size_t At;           ///< byte of the stream that is wrong; 0 for none
+            std::size_t MorePixels;   ///< by how much the told size is too large
+            std::size_t AtLeastGiven; ///< pixels
+        };
+        for (const Fault& fault : {Fault{0, 1000, sound}, Fault{stream.Size - 2, 0, sound},
+                                   Fault{stream.Size / 2, 0, sound / 3}}) {
+            LevelFile file = whole;
+            if (fault.At != 0)
+                file.Bytes[stream.Offset + fault.At] ^= std::byte{0xff};
+            file.SetCount("Tiles32 inflated",
+                          static_cast<std::int64_t>((sound + fault.MorePixels) * 4));
+            Conversion run;
+            ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
+            const auto& tiles = run.Project.Level.Tiles32;
+            ASSERT_EQ(tiles.size(), sound + fault.MorePixels);
+            EXPECT_TRUE(std::equal(tiles.begin(), tiles.begin() + Index(fault.AtLeastGiven),
+                                   content.Tiles32.begin()));
+            EXPECT_TRUE(std::all_of(tiles.begin() + Index(sound), tiles.end(),
+                                    [](std::uint32_t pixel) { return pixel == 0; }));
+            EXPECT_EQ(run.Project.Level.NumMeshPointers, 1);
+        }
     }
 }
 
