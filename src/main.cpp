@@ -1,6 +1,8 @@
+#include "platform/Platform.h"
 #include "shell/window/RunWindow.h"
 
 int main(int argc, char** argv)
 {
+    morlik::TakeSizeLimitAsError();
     return morlik::RunProgram(argc, argv);
 }

@@ -9,6 +9,7 @@
 int main(int argc, char** argv)
 {
     using namespace morlik;
+    TakeSizeLimitAsError();
     const ConsoleTexts console;
     try {
         return cli::RunCommandLine(Arguments(argc, argv),

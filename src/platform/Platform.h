@@ -26,6 +26,10 @@ std::string CommandLine(int argc, const char* const* argv);
 /// The arguments of the command line, each by itself, without the program's name.
 std::vector<std::string> Arguments(int argc, const char* const* argv);
 
+/// Lets a file that passes the size set for this user's files fail as any other fault of a disk
+/// does; else the system ends the process without a word. For the start of a main.
+void TakeSizeLimitAsError();
+
 /// Whether standard error is a terminal, and not a file or another program.
 bool ErrorsGoToATerminal();
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
@@ -45,6 +46,11 @@ std::filesystem::path StateFolder()
         return state / "morlik";
     const auto home = ToPath(Environment("HOME"));
     return home.is_absolute() ? home / ".local/state/morlik" : std::filesystem::path();
+}
+
+void TakeSizeLimitAsError()
+{
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
 
 bool ErrorsGoToATerminal()

@@ -47,12 +47,17 @@ std::filesystem::path StateFolder()
     return local.empty() ? local : local / "Morlik";
 }
 
-/// The system keeps the line whole.
+void TakeSizeLimitAsError()
+{
+    // a limit here is an error from the start
+}
+
 bool ErrorsGoToATerminal()
 {
     return _isatty(_fileno(stderr)) != 0;
 }
 
+/// The system keeps the line whole.
 std::string CommandLine(int, const char* const*)
 {
     return FromWide(WithoutProgramName(GetCommandLineW()));
