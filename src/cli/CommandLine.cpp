@@ -86,6 +86,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
 {
     CLI::App app("Makes object sets for the level editor from Tomb Raider I to V levels.",
                  "morlik-cli");
+    app.allow_windows_style_options(false); // a word that begins with "/" is a path there too
     app.set_version_flag("--version", BuildVersionString({}));
     app.require_subcommand(1);
     app.footer(kExamples);

@@ -2,6 +2,7 @@
 #include "tests/output/Conversion.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace morlik::test
 {
@@ -120,18 +121,30 @@ TEST(ConvertFrames, BringsFramesToTheFormOfTheEditor)
     }
 }
 
-TEST(ConvertFrames, EndsWhereEveryAnimationRunsOverAllFrames)
+TEST(ConvertFrames, EndsWhereTheWalkWouldTakeHours)
 {
-    LevelData level;
-    level.Version = kTR2;
-    level.Frames.assign(100000, 0);
-    level.Moveables = {{.NumMeshes = 30000}};
+    // Every animation runs over all frames.
+    LevelData overlapping;
+    overlapping.Version = kTR2;
+    overlapping.Frames.assign(100000, 0);
+    overlapping.Moveables = {{.NumMeshes = 30000}};
     for (int i = 0; i < 3000; ++i)
-        level.Animations.push_back({.FrameOffset = i % 2 == 0 ? 0 : 200000, .FrameSize = 1});
-    ScriptedHost host;
-    Reporter report(host);
-    ConvertFrames(level, {}, report);
-    EXPECT_EQ(host.Messages().size(), 1U);
+        overlapping.Animations.push_back({.FrameOffset = i % 2 == 0 ? 0 : 200000, .FrameSize = 1});
+
+    // A handful of words, with billions of frames in front of them.
+    LevelData before;
+    before.Version = kTR1;
+    before.Frames.assign(10, 0);
+    before.Moveables = {{.NumMeshes = 30000}};
+    before.Animations = {{.FrameOffset = std::numeric_limits<std::int32_t>::min(), .FrameSize = 1},
+                         {.FrameOffset = std::numeric_limits<std::int32_t>::max(), .FrameSize = 1}};
+
+    for (LevelData* level : {&overlapping, &before}) {
+        ScriptedHost host;
+        Reporter report(host);
+        ConvertFrames(*level, {}, report);
+        EXPECT_EQ(host.Messages().size(), 1U);
+    }
 }
 
 } // namespace

@@ -99,7 +99,7 @@ int RunProgram(int argc, char** argv)
     } catch (const ProgramEnd&) {
         return EXIT_FAILURE;
     } catch (const std::exception& failure) {
-        std::cerr << kErrorTitle << ": " << failure.what() << '\n';
+        ShowLastMessage(failure.what(), kErrorTitle);
         return EXIT_FAILURE;
     }
 }
