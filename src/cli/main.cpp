@@ -12,8 +12,12 @@ int main(int argc, char** argv)
     TakeSizeLimitAsError();
     const ConsoleTexts console;
     try {
-        return cli::RunCommandLine(Arguments(argc, argv),
-                                   {std::cout, std::cerr, ErrorsGoToATerminal()});
+        const int status = cli::RunCommandLine(Arguments(argc, argv),
+                                               {std::cout, std::cerr, ErrorsGoToATerminal()});
+        if (std::cout.flush())
+            return status;
+        std::cerr << kErrorTitle << ": Can't write the results\n"; // a full disk behind a ">"
+        return cli::kFailed;
     } catch (const std::exception& failure) {
         std::cerr << kErrorTitle << ": " << failure.what() << '\n';
         return cli::kFailed;

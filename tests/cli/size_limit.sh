@@ -1,10 +1,14 @@
 #!/usr/bin/env bash
-# The real program at the system's limit for the size of files: a message and status 1, not a signal.
+# The real program at the system's limit for the size of files, and with results that can't be
+# written: a message and status 1, not a signal and not silence.
 # usage: size_limit.sh BIN_FOLDER
 set -euo pipefail
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 "$1/morlik-samples" "$work" >/dev/null
+status=0
+"$1/morlik-cli" info "$work/tr1.phd" >/dev/full 2>"$work/errors" || status=$?
+grep -q "Can't write the results" "$work/errors" && [ "$status" -eq 1 ]
 ulimit -f 100
 status=0
 "$1/morlik-cli" convert "$work/tr1.phd" -o "$work/set.was" 2>"$work/errors" || status=$?
