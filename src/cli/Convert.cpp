@@ -78,6 +78,10 @@ std::string FaultOf(const ConvertOptions& options, const std::vector<Job>& jobs)
         return "Several levels need a folder, -d FOLDER";
     if (jobs.size() > 1 && !options.Log.empty())
         return "A log is for a single level";
+    std::error_code missing; // then it is no file that could be lost
+    if (!options.Log.empty() && !jobs.empty() &&
+        fs::equivalent(ToPath(options.Log), ToPath(jobs[0].Level), missing))
+        return "The log would replace the level";
     std::set<std::string> sets; // in one case of letters, as on systems that don't tell them apart
     for (const Job& job : jobs)
         if (!sets.insert(ToLower(job.Set)).second)
@@ -88,13 +92,14 @@ std::string FaultOf(const ConvertOptions& options, const std::vector<Job>& jobs)
 /// The `main.sfx` in the level's folder or the one above it; empty where there is none.
 std::string FindMainSFX(const std::string& level)
 {
-    const auto folder = fs::absolute(ToPath(level)).parent_path();
-    for (const fs::path& place : {folder, folder.parent_path()}) {
-        std::error_code unreadable;
-        for (const auto& entry : fs::directory_iterator(place, unreadable))
-            if (ToLower(FromPath(entry.path().filename())) == "main.sfx")
-                return FromPath(entry.path());
-    }
+    std::error_code fault; // a folder that can't be read has none
+    const auto folder = fs::absolute(ToPath(level), fault).parent_path();
+    for (const fs::path& place : {folder, folder.parent_path()})
+        for (fs::directory_iterator entry(place, fault), end; !fault && entry != end;
+             entry.increment(fault))
+            if (ToLower(FromPath(entry->path().filename())) == "main.sfx" &&
+                entry->is_regular_file(fault))
+                return FromPath(entry->path());
     return {};
 }
 

@@ -85,6 +85,11 @@ int SaveSheet(const std::string& level, const std::string& output, const Streams
         streams.Errors << "The sheet must end in .tga or .png\n";
         return kWrongUse;
     }
+    std::error_code missing; // then it is no file that could be lost
+    if (std::filesystem::equivalent(ToPath(level), ToPath(output), missing)) {
+        streams.Errors << "The sheet would replace the level\n";
+        return kWrongUse;
+    }
     return RunQuietly(streams, [&](Session& session) {
         LoadLevel(session, level);
         return png ? SavePNG(output, session)

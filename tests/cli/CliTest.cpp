@@ -110,12 +110,13 @@ TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
 TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
 {
     WriteWholeFile(File("bad.phd"), std::as_bytes(std::span("no level")));
-    const Strings words{"convert", "-d",     File("sets"), File("bad.phd"),
-                        Levels[0], "--json", "--timings",  File("gone.tr4")};
+    const Strings words{
+        "convert",        "-d", File("sets"), File("bad.phd"), Levels[0], "--json", "--timings",
+        File("gone.tr4"), "",   "--main-sfx", "auto",          "--jobs",  "3"};
     const auto ran = RunCli(words);
     EXPECT_EQ(ran.Status, 1);
     const auto told = json::parse(ran.Out);
-    ASSERT_EQ(told.size(), 3U);
+    ASSERT_EQ(told.size(), 4U);
     EXPECT_FALSE(told[0]["complete"]);
     EXPECT_NE(told[0]["messages"][0].get<std::string>().find("Unknown level version"),
               std::string::npos);
@@ -136,6 +137,7 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
 
 TEST_F(CliTest, TellsWrongUseAndDoesNothing)
 {
+    WriteWholeFile(File("level.tga"), ReadFile(Levels[0]));
     for (const Strings& words : std::initializer_list<Strings>{
              {},
              {"frobnicate"},
@@ -146,7 +148,9 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
              {"convert", Levels[0], File("L1level.tr4"), "-d", File("sets")},
              {"convert", Levels[0], Levels[1], "-d", File("sets"), "--log", File("log")},
              {"convert", Levels[0], "-o", File("a.was"), "--jobs", "0"},
+             {"convert", Levels[0], "-o", File("a.was"), "--log", Levels[0]},
              {"sheet", Levels[0], File("sheet.bmp")},
+             {"sheet", File("level.tga"), File("level.tga")},
              {"check", File("a.wad")}}) {
         const auto ran = RunCli(words);
         EXPECT_EQ(ran.Status, 2) << testing::PrintToString(words);
@@ -154,6 +158,7 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
         EXPECT_NE(ran.Errors, "");
     }
     EXPECT_FALSE(std::filesystem::exists(ToPath(File("sets"))));
+    EXPECT_EQ(ReadFile(File("level.tga")), ReadFile(Levels[0]));
     EXPECT_EQ(RunCli({"--version"}).Out, "MORLIK 1.7\n");
     EXPECT_NE(RunCli({"--help"}).Out.find("Exit status: 0 all good"), std::string::npos);
 }
