@@ -233,21 +233,27 @@ std::size_t AnimationsEnd(const WadFile& wad, std::size_t moveable)
 }
 
 /// Transitions stay inside their moveable. Two moveables can share a dispatch: it was put right
-/// for each in turn, so the last that reaches it finds it inside.
+/// for each in turn, so the last that reaches it finds it inside. Ranges that cover the same
+/// records again and again, as in no sound file, would take hours to follow.
 void CheckDispatches(WadCheck& check)
 {
+    constexpr std::size_t kMostSteps = std::size_t{1} << 22U;
     const WadFile& wad = check.Wad;
+    std::size_t steps = 0;
     std::vector<std::optional<std::size_t>> outsideOf(wad.AnimDispatches.size());
     for (std::size_t m = 0; m < wad.Moveables.size(); ++m) {
         const std::int64_t first = wad.Moveables[m].Animation;
-        const std::size_t end = std::min(AnimationsEnd(wad, m), wad.Animations.size());
         if (first < 0)
             continue;
+        const std::size_t end = std::min(AnimationsEnd(wad, m), wad.Animations.size());
         for (auto a = static_cast<std::size_t>(first); a < end; ++a) {
             const WadAnimation& animation = wad.Animations[a];
             for (std::size_t s = 0; std::cmp_less(s, animation.NumStateChanges); ++s) {
                 const auto at = static_cast<std::size_t>(animation.StateChange) + s;
                 const WadStateChange& change = wad.StateChanges[at];
+                steps += 1 + static_cast<std::size_t>(change.NumAnimDispatches);
+                if (steps > kMostSteps)
+                    return check.Add("The state changes or dispatches overlap too often");
                 for (std::size_t d = 0; std::cmp_less(d, change.NumAnimDispatches); ++d) {
                     const auto dispatch = static_cast<std::size_t>(change.AnimDispatch) + d;
                     const std::int64_t next = wad.AnimDispatches[dispatch].NextAnimation;
