@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace morlik
 {
@@ -50,9 +51,17 @@ FileBytes FileBytes::Load(const std::string& path)
 
 OutputFile::OutputFile(std::string path, PhaseTimes* times) : path_(std::move(path)), times_(times)
 {
-    errno = 0;
     stream_.rdbuf()->pubsetbuf(nullptr, 0);
-    stream_.open(ToPath(path_), std::ios::binary | std::ios::trunc);
+    std::error_code notPlain; // no such file, a device: nothing of it can be left over
+    const auto oldSize = std::filesystem::file_size(ToPath(path_), notPlain);
+    if (!notPlain) {
+        stream_.open(ToPath(path_), std::ios::binary | std::ios::in);
+        if (stream_.is_open())
+            oldSize_ = oldSize;
+    }
+    errno = 0;
+    if (!stream_.is_open())
+        stream_.open(ToPath(path_), std::ios::binary | std::ios::trunc);
     if (!stream_)
         Fail();
     buffer_.reserve(kBufferBytes);
@@ -61,17 +70,18 @@ OutputFile::OutputFile(std::string path, PhaseTimes* times) : path_(std::move(pa
 OutputFile::~OutputFile()
 {
     try {
-        Flush();
+        WriteBuffer();
     } catch (const FileFailure&) {
         // The writer of the file has left already; nobody is there to be told.
         buffer_.clear();
     }
+    CutRest();
 }
 
 void OutputFile::PutBytes(std::span<const std::byte> bytes)
 {
     if (bytes.size() > kBufferBytes - buffer_.size())
-        Flush();
+        WriteBuffer();
     if (bytes.size() >= kBufferBytes)
         Write(bytes);
     else
@@ -80,8 +90,9 @@ void OutputFile::PutBytes(std::span<const std::byte> bytes)
 
 void OutputFile::Flush()
 {
-    Write(buffer_);
-    buffer_.clear();
+    WriteBuffer();
+    if (const std::error_code fault = CutRest())
+        throw FileFailure("write", path_, fault.default_error_condition().message());
 }
 
 void OutputFile::Close()
@@ -91,6 +102,12 @@ void OutputFile::Close()
     stream_.close();
     if (!stream_)
         Fail();
+}
+
+void OutputFile::WriteBuffer()
+{
+    Write(buffer_);
+    buffer_.clear();
 }
 
 void OutputFile::Write(std::span<const std::byte> bytes)
@@ -105,6 +122,15 @@ void OutputFile::Write(std::span<const std::byte> bytes)
     errno = reason;
     if (!stream_)
         Fail();
+    written_ += bytes.size();
+}
+
+std::error_code OutputFile::CutRest()
+{
+    std::error_code fault;
+    if (written_ < std::exchange(oldSize_, 0))
+        std::filesystem::resize_file(ToPath(path_), written_, fault);
+    return fault;
 }
 
 void OutputFile::Fail() const

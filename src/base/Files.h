@@ -7,6 +7,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace morlik
 {
@@ -40,9 +41,13 @@ private:
     std::size_t size_ = 0;
 };
 
-/// A binary output file, created empty. Failures to open, write or close are `FileFailure`s.
-/// Without `Close` the end of its life writes what is buffered and reports nothing: what a stopped
-/// save has written stays on disk.
+/// A binary output file. Failures to open, write or close are `FileFailure`s. Without `Close` the
+/// end of its life writes what is buffered and reports nothing: what a stopped save has written
+/// stays on disk.
+///
+/// A file that is there already is written over and then cut, not emptied first: file systems
+/// that guard against lost files write an emptied one to the disk at once when it is closed, which
+/// takes longer than all other work on a level.
 class OutputFile : public ByteSink
 {
 public:
@@ -55,17 +60,22 @@ public:
     void PutBytes(std::span<const std::byte> bytes) override;
     void PutText(std::string_view text) { PutBytes(std::as_bytes(std::span(text))); }
 
-    /// Hands what is buffered to the system.
+    /// Hands what is buffered to the system; the file ends there until more is written.
     void Flush();
     void Close();
 
 private:
+    void WriteBuffer();
     void Write(std::span<const std::byte> bytes);
+    /// Cuts what is left of the file that was there before.
+    std::error_code CutRest();
     [[noreturn]] void Fail() const;
 
     std::string path_;
     PhaseTimes* times_;
     std::ofstream stream_;
+    std::uintmax_t written_ = 0;
+    std::uintmax_t oldSize_ = 0; ///< of the file that is written over
     std::vector<std::byte> buffer_;
 };
 

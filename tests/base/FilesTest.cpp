@@ -47,8 +47,11 @@ TEST(OutputFile, KeepsTheOrderOfSmallAndLargePieces)
 {
     const TempFolder folder;
     std::vector<std::byte> expected;
+    WriteWholeFile(folder.File("out"), std::vector<std::byte>(900000)); // longer than what comes
     {
         OutputFile file(folder.File("out"));
+        file.Flush();
+        EXPECT_EQ(ReadFile(folder.File("out")).size(), 0U); // as a log that is read while it grows
         for (const std::size_t size : {3U, 65535U, 65536U, 1U, 200000U, 65533U, 2U}) {
             const std::vector<std::byte> piece(size, static_cast<std::byte>(expected.size()));
             file.PutBytes(piece);
@@ -56,6 +59,13 @@ TEST(OutputFile, KeepsTheOrderOfSmallAndLargePieces)
         }
     } // not closed: what a stopped save has written stays
     EXPECT_EQ(ReadFile(folder.File("out")), expected);
+    { // over a longer one, of which nothing stays
+        OutputFile file(folder.File("out"));
+        file.PutBytes(std::vector<std::byte>(70000));
+    }
+    EXPECT_EQ(ReadFile(folder.File("out")), std::vector<std::byte>(70000));
+    WriteWholeFile(folder.File("out"), std::span(expected).first(3));
+    EXPECT_EQ(ReadFile(folder.File("out")).size(), 3U);
 }
 
 TEST(Files, TellTheFileAndTheReasonOfAFailure)
