@@ -85,17 +85,21 @@ void WriteSets(const Seeds& seeds)
             LoadLevel(run.Project, run.WriteLevel(fuzz::InputOf(samples::MakeSmallestLevel(code))));
             SaveLevel(run.Project, run.File("set.was"));
         });
-        const auto put = [&](const std::string& extension, int kind) {
-            const auto file = FileBytes::Load(run.File("set." + extension));
+        const auto put = [&](int kind, const std::vector<std::string>& extensions) {
             std::vector<std::byte> input{static_cast<std::byte>(kind)};
-            input.insert(input.end(), file.Bytes().begin(), file.Bytes().end());
-            seeds.Write("check", extension + std::to_string(game), input);
+            for (const std::string& extension : extensions) {
+                const auto file = FileBytes::Load(run.File("set." + extension));
+                input.insert(input.end(), file.Bytes().begin(), file.Bytes().end());
+            }
+            seeds.Write("check", extensions[0] + std::to_string(game), input);
         };
-        put("wad", game++);
+        put(game, {"wad"});
+        put(7, {"was"});
         if (code != kTR4 && code != kTR5) { // the others have the default files
-            put("swd", 5);
-            put("sfx", 6);
+            put(5, {"swd"});
+            put(6, {"sfx", "sam"});
         }
+        ++game;
     }
 }
 

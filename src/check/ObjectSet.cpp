@@ -13,10 +13,14 @@ namespace
 
 constexpr std::uint32_t kVersion = 129;
 constexpr std::size_t kMoveableBytes = 18;
+/// Limits of what is held in memory: a record or a line takes more of it than of the file.
+constexpr std::size_t kMostMeshes = std::size_t{1} << 20U;
+constexpr std::size_t kMostLines = std::size_t{1} << 20U;
 
 static_assert(sizeof(WadTexture) == 8 && sizeof(WadAnimation) == 40 && sizeof(WadStaticMesh) == 32);
 static_assert(sizeof(WadStateChange) == 6 && sizeof(WadAnimDispatch) == 8);
-static_assert(sizeof(SwdSpriteTexture) == 16 && sizeof(SfxSoundDetail) == 8);
+static_assert(sizeof(SwdSpriteTexture) == 16 && sizeof(SwdSpriteSequence) == 8);
+static_assert(sizeof(SfxSoundDetail) == 8);
 
 /// A table behind its u32 count.
 template <class Record>
@@ -136,6 +140,8 @@ std::map<std::size_t, WadMeshRecord> WadMeshes(const WadFile& wad)
     ByteReader reader(wad.MeshData);
     while (reader.Left() != 0) {
         const std::size_t offset = reader.Position();
+        if (meshes.size() == kMostMeshes)
+            reader.Fail("more mesh records than any object set has");
         meshes.emplace(offset, ReadMesh(reader));
         if (reader.Position() % 4 != 0 && reader.Read<std::int16_t>() != 0)
             reader.Fail("the bytes that fill up the record at " + std::to_string(offset) +
@@ -161,7 +167,7 @@ SwdFile ReadSwd(std::span<const std::byte> bytes)
     SwdFile swd;
     swd.SpriteTextures = Counted<SwdSpriteTexture>(reader, "sprite textures");
     swd.Pixels = Counted<std::uint8_t>(reader, "sprite tiles");
-    swd.SpriteSequences = Counted<std::array<std::byte, 8>>(reader, "sprite sequences");
+    swd.SpriteSequences = Counted<SwdSpriteSequence>(reader, "sprite sequences");
     ExpectEnd(reader);
     return swd;
 }
@@ -184,10 +190,9 @@ std::vector<std::byte> ReadFile(const std::string& path)
     return {file.Bytes().begin(), file.Bytes().end()};
 }
 
-std::vector<std::string> ReadLines(const std::string& path)
+std::vector<std::string> ReadLines(std::span<const std::byte> bytes)
 {
-    const auto file = FileBytes::Load(path);
-    ByteReader reader(file.Bytes());
+    ByteReader reader(bytes);
     reader.Section("text");
     std::vector<std::string> lines;
     std::string line;
@@ -196,6 +201,8 @@ std::vector<std::string> ReadLines(const std::string& path)
         if (letter == '\n' ||
             (letter == '\r' && (reader.Left() == 0 || reader.Read<char>() != '\n')))
             reader.Fail("line " + std::to_string(lines.size() + 1) + " doesn't end in CR LF");
+        if (lines.size() == kMostLines)
+            reader.Fail("more lines than any list has");
         if (letter == '\r')
             lines.push_back(std::exchange(line, {}));
         else
@@ -204,6 +211,11 @@ std::vector<std::string> ReadLines(const std::string& path)
     if (!line.empty())
         reader.Fail("the last line doesn't end in CR LF");
     return lines;
+}
+
+std::vector<std::string> ReadLines(const std::string& path)
+{
+    return ReadLines(FileBytes::Load(path).Bytes());
 }
 
 } // namespace morlik::check

@@ -123,17 +123,28 @@ std::map<std::size_t, WadMeshRecord> WadMeshes(const WadFile& wad);
 /// The record that a mesh number's pointer leads to; `ReadFailure` if there is none.
 WadMeshRecord WadMeshOf(const WadFile& wad, std::size_t mesh);
 
+/// Column and row of the left upper pixel; width and height count 256ths of a pixel, less 1.
+/// `Sides` are the distances of the borders from the sprite's place. 16 bytes in the file.
 struct SwdSpriteTexture
 {
     std::int16_t Tile;
-    std::array<std::byte, 14> Raw;
+    std::uint8_t X, Y;
+    std::uint16_t Width, Height;
+    std::array<std::int16_t, 4> Sides;
+};
+
+/// The sprite textures of an object. 8 bytes in the file.
+struct SwdSpriteSequence
+{
+    std::int32_t ObjectID;
+    std::int16_t NegatedCount, FirstTexture;
 };
 
 struct SwdFile
 {
     std::vector<SwdSpriteTexture> SpriteTextures;
     std::vector<std::uint8_t> Pixels;
-    std::vector<std::array<std::byte, 8>> SpriteSequences;
+    std::vector<SwdSpriteSequence> SpriteSequences;
 };
 
 SwdFile ReadSwd(std::span<const std::byte> bytes);
@@ -158,8 +169,9 @@ SfxFile ReadSfx(std::span<const std::byte> bytes);
 /// A whole file; `FileFailure` if it can't be read.
 std::vector<std::byte> ReadFile(const std::string& path);
 
-/// Lines of a text file without their ends; `ReadFailure` unless every line ends in CR LF and
-/// neither byte stands anywhere else.
+/// Lines of a text without their ends; `ReadFailure` unless every line ends in CR LF and neither
+/// byte stands anywhere else.
+std::vector<std::string> ReadLines(std::span<const std::byte> bytes);
 std::vector<std::string> ReadLines(const std::string& path);
 
 } // namespace morlik::check

@@ -4,7 +4,7 @@
 #include "check/ObjectSetCheck.h"
 #include "cli/Commands.h"
 
-#include <algorithm>
+#include <filesystem>
 
 namespace morlik::cli
 {
@@ -12,7 +12,8 @@ namespace morlik::cli
 namespace
 {
 
-/// The game that the source paths of a list name, 0 for none: ":Z:\TOMB4\...".
+/// The game that the source paths of a list name, ":Z:\TOMB4\..."; 0 where no line does, or where
+/// the list can't be read, which the check itself tells.
 int GameOf(const std::string& list)
 {
     static constexpr std::string_view kRoot = ":Z:\\TOMB";
@@ -21,11 +22,11 @@ int GameOf(const std::string& list)
             const auto at = line.find(kRoot);
             if (at == std::string::npos || at + kRoot.size() >= line.size())
                 continue;
-            const int game = line[at + kRoot.size()] - '0';
-            return game >= 1 && game <= 5 ? game : 0;
+            if (const int game = line[at + kRoot.size()] - '0'; game >= 1 && game <= 5)
+                return game;
         }
     } catch (const std::runtime_error&) {
-        return 0; // the check itself tells what is wrong with the list
+        return 0;
     }
     return 0;
 }
@@ -38,9 +39,14 @@ int Check(const std::string& set, int game, const Streams& streams)
         streams.Errors << "The set is named by its list, which ends in .was\n";
         return kWrongUse;
     }
+    std::error_code fault;
+    if (game == 0 && !std::filesystem::is_regular_file(ToPath(set), fault)) {
+        streams.Errors << "There is no list " << set << '\n';
+        return kFailed;
+    }
     const int known = game != 0 ? game : GameOf(set);
     if (known == 0) {
-        streams.Errors << "The list does not tell the game; say it with --game N\n";
+        streams.Errors << set << " does not tell the game; say it with --game N\n";
         return kFailed;
     }
     const auto report = check::CheckSet(set.substr(0, set.size() - 4), known);
@@ -48,6 +54,8 @@ int Check(const std::string& set, int game, const Streams& streams)
         streams.Out << "missing: the " << extension << " file\n";
     for (const std::string& problem : report.Problems)
         streams.Out << problem << '\n';
+    for (const std::string& note : report.Notes)
+        streams.Out << "note: " << note << '\n';
     const bool good = report.Missing.empty() && report.Problems.empty();
     streams.Out << (good ? "good" : "NOT good") << '\n';
     return good ? kGood : kFailed;

@@ -163,6 +163,7 @@ TEST(ObjectSets, OfRealLevelsAreGood)
     for (const std::string& path : levels) {
         Conversion run;
         run.CopyDataFiles();
+        run.Project.LevelTitle = FileTitle(path);
         EXPECT_EQ(EndOf([&] { LoadLevel(run.Project, path); }), "") << path;
         ExpectGoodSet(run, path);
     }

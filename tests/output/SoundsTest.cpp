@@ -190,8 +190,8 @@ TEST(Sprites, AreBuiltWithTheTilesBetweenThemOrCopied)
         ASSERT_EQ(swd.SpriteTextures.size(), 3U);
         EXPECT_EQ(swd.SpriteTextures[0].Tile, 2);
         EXPECT_EQ(swd.SpriteTextures[1].Tile, 0);
-        EXPECT_EQ(swd.SpriteTextures[1].Raw[13], std::byte{77});
-        EXPECT_EQ(swd.SpriteSequences.at(1)[7], std::byte{78});
+        EXPECT_EQ(swd.SpriteTextures[1].Sides[3], 77 * 256);
+        EXPECT_EQ(swd.SpriteSequences.at(1).FirstTexture, 78 * 256);
         EXPECT_EQ(swd.Pixels.size(), 786432U);
         EXPECT_EQ(swd.Pixels[0], game == kTR1 ? 255 : 248);
         EXPECT_EQ(run.Project.Level.SpriteTextures[0].Tile, 8);
