@@ -94,6 +94,9 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     OtherOptions other;
     AddConvert(app, convert);
     AddOthers(app, other);
+    for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
+        if (argument.starts_with('[') && argument.ends_with(']'))
+            argument.insert(0, "./");
     try {
         std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the back
         app.parse(std::move(arguments));

@@ -16,6 +16,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 #include <thread>
+#include <utility>
 
 namespace morlik::cli
 {
@@ -52,20 +53,19 @@ constexpr std::array<PhaseName, kNumPhases> kPhases{{{Phase::Read, "read"},
                                                      {Phase::Tiles, "tiles"},
                                                      {Phase::Write, "write"}}};
 
-/// Name of a level without its folder and its extension.
-std::string Stem(const std::string& level)
+/// The set in a folder that is named after its level.
+std::string SetIn(const std::string& folder, const std::string& level)
 {
-    const auto title = FileTitle(level);
-    return title.substr(0, std::min(title.rfind('.'), title.size()));
+    auto set = ToPath(folder) / ToPath(level).stem();
+    return FromPath(set += ".was");
 }
 
 std::vector<Job> Plan(const ConvertOptions& options)
 {
     std::vector<Job> jobs;
     for (const std::string& level : options.Levels)
-        jobs.push_back({level, options.Output.empty()
-                                   ? FromPath(ToPath(options.Folder) / ToPath(Stem(level) + ".was"))
-                                   : options.Output});
+        jobs.push_back(
+            {level, options.Output.empty() ? SetIn(options.Folder, level) : options.Output});
     return jobs;
 }
 
@@ -74,6 +74,8 @@ std::string FaultOf(const ConvertOptions& options, const std::vector<Job>& jobs)
 {
     if (options.Output.empty() == options.Folder.empty())
         return "Say where the set goes, with one of -o OUT.was and -d FOLDER";
+    if (!options.Output.empty() && !EndsWithNoCase(options.Output, ".was"))
+        return "The name of the set must end in .was";
     if (jobs.size() > 1 && !options.Output.empty())
         return "Several levels need a folder, -d FOLDER";
     if (jobs.size() > 1 && !options.Log.empty())
@@ -89,18 +91,50 @@ std::string FaultOf(const ConvertOptions& options, const std::vector<Job>& jobs)
     return {};
 }
 
+/// The `main.sfx` in a folder; of several in different letters the one with the small letters, or
+/// the first. Empty where there is none.
+std::string MainSFXIn(const fs::path& folder)
+{
+    std::string found;
+    std::error_code fault; // a folder that can't be read has none
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault)) {
+        const auto name = FromPath(entry->path().filename());
+        std::error_code gone; // between two looks
+        if (ToLower(name) != "main.sfx" || !entry->is_regular_file(gone))
+            continue;
+        if (const auto path = FromPath(entry->path());
+            found.empty() || name == "main.sfx" || (path < found && !found.ends_with("main.sfx")))
+            found = path;
+    }
+    return found;
+}
+
 /// The `main.sfx` in the level's folder or the one above it; empty where there is none.
 std::string FindMainSFX(const std::string& level)
 {
-    std::error_code fault; // a folder that can't be read has none
+    std::error_code fault;
     const auto folder = fs::absolute(ToPath(level), fault).parent_path();
-    for (const fs::path& place : {folder, folder.parent_path()})
-        for (fs::directory_iterator entry(place, fault), end; !fault && entry != end;
-             entry.increment(fault))
-            if (ToLower(FromPath(entry->path().filename())) == "main.sfx" &&
-                entry->is_regular_file(fault))
-                return FromPath(entry->path());
-    return {};
+    const auto beside = MainSFXIn(folder);
+    return beside.empty() ? MainSFXIn(folder.parent_path()) : beside;
+}
+
+/// What is to be said of the sounds of a converted level of II or III, which are in `main.sfx`.
+std::string NoteOnSounds(const Session& session, const std::string& mainSFX, bool wasLookedFor)
+{
+    const auto& indices = session.Level.SampleIndices;
+    if (session.Level.Version != kTR2 && session.Level.Version != kTR3)
+        return {};
+    if (mainSFX.empty())
+        return wasLookedFor ? "No WAV files: there is no main.sfx beside the level or above it"
+                            : "No WAV files: the sounds are in main.sfx, see --main-sfx";
+    const auto missing = std::count_if(indices.begin(), indices.end(), [&](std::int32_t index) {
+        return index < 0 || std::cmp_greater_equal(index, session.MainSFX.MainSFXSamples.size());
+    });
+    if (missing == 0)
+        return {};
+    return mainSFX + " lacks " + std::to_string(missing) + " of the " +
+           std::to_string(indices.size()) + " samples of the level";
 }
 
 bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
@@ -123,7 +157,8 @@ bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
 Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(float)> onProg)
 {
     const bool look = options.MainSFX == "auto";
-    QuietHost host({.MainSFX = look ? FindMainSFX(job.Level) : options.MainSFX,
+    const std::string mainSFX = look ? FindMainSFX(job.Level) : options.MainSFX;
+    QuietHost host({.MainSFX = mainSFX,
                     .UpdateHorizon = options.UpdateHorizon,
                     .ExportSprites = options.ExportSprites});
     host.OnProg = std::move(onProg);
@@ -131,6 +166,9 @@ Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(f
     Outcome outcome;
     try {
         outcome.Complete = ConvertOne(job, options, session);
+        if (const auto note = NoteOnSounds(session, mainSFX, look);
+            outcome.Complete && !note.empty())
+            host.Messages.push_back(note);
     } catch (const ProgramEnd&) {
         outcome.Complete = false; // its message is there
     } catch (const std::exception& failure) {

@@ -5,7 +5,6 @@
 #include "cli/Commands.h"
 #include "cli/QuietHost.h"
 #include "output/TGA_Mod.h"
-#include "shell/Session.h"
 #include "shell/Sounds.h"
 
 #include <filesystem>
@@ -19,25 +18,6 @@ namespace morlik::cli
 
 namespace
 {
-
-/// Does the work, then prints its messages.
-template <class Work>
-int RunQuietly(const Streams& streams, Work work)
-{
-    QuietHost host;
-    Session session(host);
-    bool good = false;
-    try {
-        good = work(session);
-    } catch (const ProgramEnd&) {
-        good = false; // its message is there
-    } catch (const FileFailure& failure) {
-        host.ShowMessage(failure.what(), kAppTitle);
-    }
-    for (const std::string& message : host.Messages)
-        streams.Errors << message << '\n';
-    return good ? kGood : kFailed;
-}
 
 #ifdef MORLIK_PNG
 
@@ -100,26 +80,24 @@ int SaveSheet(const std::string& level, const std::string& output, const Streams
 int SaveSounds(const std::string& file, const std::string& folder, const Streams& streams)
 {
     return RunQuietly(streams, [&](Session& session) {
-        const auto title = FileTitle(file);
-        const auto stem = title.substr(0, std::min(title.rfind('.'), title.size()));
-        const auto base = FromPath(ToPath(folder) / ToPath(stem));
-        const bool isMainSFX = ToLower(title) == "main.sfx";
+        const auto base = FromPath(ToPath(folder) / ToPath(file).stem());
+        const bool isMainSFX = ToLower(FileTitle(file)) == "main.sfx";
         if (isMainSFX) {
-            if (!ReadMainSFX(file, session.MainSFX, session.Report))
+            if (!LoadMainSFX(session, file))
                 return false;
         } else {
             LoadLevel(session, file);
+            if (session.Level.NumSamples == 0) {
+                session.Report.Message("The sounds of this game are in its main.sfx");
+                return false;
+            }
         }
         std::error_code ignored; // what is wrong with it shows at the first file
         std::filesystem::create_directories(ToPath(folder), ignored);
-        if (isMainSFX) {
+        if (isMainSFX)
             WriteMainSFXSounds(base, session.MainSFX);
-        } else if (session.Level.NumSamples == 0) {
-            session.Report.Message("The sounds of this game are in its main.sfx");
-            return false;
-        } else {
+        else
             WriteLevelSounds(base, session.Level, session.Report);
-        }
         return true;
     });
 }

@@ -7,7 +7,6 @@
 #include "convert/ConvertMeshes.h"
 #include "output/AnimDispatches.h"
 #include "shell/ObjectID_Mod.h"
-#include "shell/Session.h"
 #include "shell/Sounds.h"
 
 #include <algorithm>
@@ -117,7 +116,7 @@ Json DescribeLevel(const std::string& file, Session& session)
 
 Json DescribeMainSFX(const std::string& file, Session& session)
 {
-    if (!ReadMainSFX(file, session.MainSFX, session.Report))
+    if (!LoadMainSFX(session, file))
         throw ProgramEnd("no main.sfx");
     Json list = Json::array();
     for (std::size_t i = 0; i < session.MainSFX.MainSFXSamples.size(); ++i)
@@ -192,10 +191,7 @@ void PrintText(const Json& description, std::ostream& out)
 
 int Info(const std::string& file, bool json, const Streams& streams)
 {
-    QuietHost host;
-    Session session(host);
-    int status = kGood;
-    try {
+    return RunQuietly(streams, [&](Session& session) {
         const bool isMainSFX = ToLower(FileTitle(file)) == "main.sfx";
         const bool isProject = EndsWithNoCase(file, ".prj");
         const Json description = isMainSFX   ? DescribeMainSFX(file, session)
@@ -205,12 +201,9 @@ int Info(const std::string& file, bool json, const Streams& streams)
             streams.Out << description.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
         else
             PrintText(description, streams.Out);
-    } catch (const ProgramEnd&) {
-        status = kFailed; // its message is there
-    }
-    for (const std::string& message : host.Messages)
-        streams.Errors << message << '\n';
-    return status;
+        // What could be read is shown, but a level that can't be converted is no good one.
+        return description.value("textures used", Json(0)) != nullptr;
+    });
 }
 
 } // namespace morlik::cli

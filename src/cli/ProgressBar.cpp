@@ -26,7 +26,8 @@ ProgressBar::~ProgressBar()
 void ProgressBar::Set(std::size_t work, float percent)
 {
     const std::lock_guard lock(mutex_);
-    percents_[work] = std::max(percents_[work], percent); // a save goes back to 0 at its end
+    // A save goes back to 0 at its end.
+    percents_[work] = std::clamp(percent, percents_[work], 100.0F);
     Draw();
 }
 
@@ -36,7 +37,7 @@ void ProgressBar::Draw()
         return;
     const auto sum = std::accumulate(percents_.begin(), percents_.end(), 0.0F);
     const int percent = static_cast<int>(sum / static_cast<float>(percents_.size()));
-    if (percent == shown_)
+    if (percent == shown_ || percent >= 100) // at the end there is nothing left to show
         return;
     shown_ = percent;
     const auto full = static_cast<std::size_t>(percent * kBarWidth / 100);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "base/Files.h"
+#include "cli/Commands.h"
 #include "platform/ConsoleHost.h"
+#include "shell/Session.h"
 
 #include <functional>
 #include <sstream>
@@ -33,5 +36,34 @@ public:
 private:
     std::ostringstream nowhere_;
 };
+
+/// Does a work that tells whether it was good, then prints its messages. Gives the exit status.
+template <class Work>
+int RunQuietly(const Streams& streams, Work work)
+{
+    QuietHost host;
+    Session session(host);
+    bool good = false;
+    try {
+        good = work(session);
+    } catch (const ProgramEnd&) {
+        good = false; // its message is there
+    } catch (const FileFailure& failure) {
+        host.ShowMessage(failure.what(), kAppTitle);
+    }
+    for (const std::string& message : host.Messages)
+        streams.Errors << message << '\n';
+    return good ? kGood : kFailed;
+}
+
+/// Reads a `main.sfx` that is what a command is about; one without a sound is told.
+inline bool LoadMainSFX(Session& session, const std::string& file)
+{
+    if (!ReadMainSFX(file, session.MainSFX, session.Report))
+        return false;
+    if (session.MainSFX.MainSFXSamples.empty())
+        session.Report.Message(file + " holds no sounds");
+    return !session.MainSFX.MainSFXSamples.empty();
+}
 
 } // namespace morlik::cli

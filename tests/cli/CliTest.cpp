@@ -13,6 +13,10 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#ifdef MORLIK_PNG
+#include <png.h>
+#endif
+
 namespace morlik::test
 {
 
@@ -129,10 +133,35 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
     EXPECT_EQ(text.Out, "");
     EXPECT_NE(text.Errors.find("bad.phd: not converted, or not wholly\n  MORLIK: Unknown"),
               std::string::npos);
-    EXPECT_NE(text.Errors.find("[####"), std::string::npos); // the bar of a terminal
-    EXPECT_EQ(RunCli({"convert", Levels[4], "-o", File("log.was"), "--log", File("log")}).Status,
-              0);
+    const auto logged =
+        RunCli({"convert", Levels[4], "-o", File("log.was"), "--log", File("log")}, true);
+    EXPECT_EQ(logged.Status, 0);
+    EXPECT_NE(logged.Errors.find("[####"), std::string::npos); // the bar of a terminal
     EXPECT_GT(ReadLines(File("log")).size(), 10U);
+}
+
+TEST_F(CliTest, TellsWhereSoundsAreMissing)
+{
+    const auto errors = [&](const Strings& choice) {
+        Strings words{"convert", Levels[2], "-o", File("a.was")};
+        words.insert(words.end(), choice.begin(), choice.end());
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 0);
+        EXPECT_EQ(RunCli({"check", File("a.was")}).Status, 0);
+        std::filesystem::remove_all(ToPath(File("a-Sounds")));
+        return ran.Errors;
+    };
+    EXPECT_EQ(errors({"--main-sfx", "auto"}), "");
+    EXPECT_NE(errors({}).find("see --main-sfx"), std::string::npos);
+    WriteWholeFile(File("main.sfx"), {}); // goes before MAIN.Sfx
+    const auto lacks = RunCli({"convert", Levels[2], "-o", File("a.was"), "--main-sfx", "auto"});
+    EXPECT_NE(lacks.Errors.find(" lacks "), std::string::npos) << lacks.Errors;
+    for (const Strings& words :
+         {Strings{"info", File("main.sfx")}, Strings{"sounds", File("main.sfx"), File("waves")}}) {
+        EXPECT_EQ(RunCli(words).Status, 1);
+        EXPECT_NE(RunCli(words).Errors.find("main.sfx holds no sounds"), std::string::npos);
+    }
+    EXPECT_FALSE(std::filesystem::exists(ToPath(File("waves"))));
 }
 
 TEST_F(CliTest, TellsWrongUseAndDoesNothing)
@@ -148,6 +177,7 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
              {"convert", Levels[0], File("L1level.tr4"), "-d", File("sets")},
              {"convert", Levels[0], Levels[1], "-d", File("sets"), "--log", File("log")},
              {"convert", Levels[0], "-o", File("a.was"), "--jobs", "0"},
+             {"convert", Levels[0], "-o", File("a")},
              {"convert", Levels[0], "-o", File("a.was"), "--log", Levels[0]},
              {"sheet", Levels[0], File("sheet.bmp")},
              {"sheet", File("level.tga"), File("level.tga")},
@@ -208,9 +238,14 @@ TEST_F(CliTest, ExportsSheetsAndSounds)
 #ifdef MORLIK_PNG
     EXPECT_EQ(png.Status, 0) << png.Errors;
     const auto file = ReadFile(File("a.PNG"));
-    ASSERT_GT(file.size(), 24U);
-    const auto heightAt = [&](std::size_t at) { return std::to_integer<unsigned>(file[at]); };
-    EXPECT_EQ((heightAt(22) * 256 + heightAt(23)) * 768, tga.size() - 18);
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    ASSERT_NE(png_image_begin_read_from_memory(&image, file.data(), file.size()), 0);
+    image.format = PNG_FORMAT_BGR;
+    std::vector<std::byte> rows(PNG_IMAGE_SIZE(image));
+    // A TGA file has its lowest row first.
+    ASSERT_NE(png_image_finish_read(&image, nullptr, rows.data(), -768, nullptr), 0);
+    EXPECT_TRUE(std::equal(rows.begin(), rows.end(), tga.begin() + 18, tga.end()));
 #else
     EXPECT_EQ(png.Status, 1);
 #endif

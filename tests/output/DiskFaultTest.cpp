@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 #include <map>
+#include <optional>
 
 #ifndef _WIN32
 #include <csignal>

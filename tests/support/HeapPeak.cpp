@@ -25,8 +25,8 @@ void* operator new(std::size_t size)
         throw std::bad_alloc();
     *reinterpret_cast<std::size_t*>(block) = size;
     const auto now = live += size;
-    if (now > most)
-        most = now;
+    for (auto before = most.load(); before < now && !most.compare_exchange_weak(before, now);)
+        ; // another thread came in between
     return block + kHead;
 }
 
