@@ -67,8 +67,7 @@ Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string
     for (fs::directory_iterator entry(ToPath(folder), fault), end; !fault && entry != end;
          entry.increment(fault))
         if (const auto name = FromPath(entry->path().filename()); !named.contains(name))
-            out.Add("No line of the list of sounds names the file ", name,
-                    "; it may be that of an earlier set");
+            out.Add("No line names ", name, ", maybe a file of an earlier set");
     return out.Take();
 }
 

@@ -159,7 +159,7 @@ TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
         EXPECT_EQ(found().substr(0, 16), "wav: Can't open ");
         EXPECT_EQ(with(wave), "");
         WriteWholeFile(folder + "/old.wav", wave);
-        EXPECT_NE(found().find("names the file old.wav"), std::string::npos);
+        EXPECT_NE(found().find("No line names old.wav"), std::string::npos);
         EXPECT_EQ(CheckSet(set.Base, game).Problems, Complaints());
 
         std::filesystem::remove_all(ToPath(folder));
