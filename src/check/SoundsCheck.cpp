@@ -65,16 +65,17 @@ Complaints CheckSam(const std::vector<std::string>& lines, const SfxFile& sfx, i
     Gatherer out;
     const auto sounds = SoundsOf(sfx);
     std::size_t samples = 0;
-    for (std::size_t i = 0; i < sounds.size(); ++i)
+    for (std::size_t i = 0; i < sounds.size(); ++i) {
+        const auto stem = "TR" + std::to_string(game) + " Sound " + std::to_string(sounds[i]) + "-";
         for (int v = 0; v < sfx.SoundDetails[i].NumSamples(); ++v, ++samples) {
             if (samples >= lines.size())
                 continue;
-            const auto expected = "TR" + std::to_string(game) + " Sound " +
-                                  std::to_string(sounds[i]) + "-" + std::to_string(v) + ".wav";
+            const auto expected = stem + std::to_string(v) + ".wav";
             if (lines[samples] != expected)
                 out.Add("Line ", samples + 1, " is \"", lines[samples], "\", not \"", expected,
                         '"');
         }
+    }
     if (lines.size() != samples)
         out.Add(lines.size(), " lines for ", samples, " samples");
     return out.Take();
