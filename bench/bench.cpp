@@ -218,7 +218,10 @@ void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::pat
                 if (isNew)
                     fs::remove_all(scratch / "sets");
                 command[3] = std::to_string(jobs);
-                times[jobs - 1].push_back(RunProcess(command).WallMilliseconds);
+                const Usage used = RunProcess(command);
+                if (!used.Good)
+                    throw std::runtime_error("The levels don't all convert");
+                times[jobs - 1].push_back(used.WallMilliseconds);
             }
         const double alone = Median(times[0]);
         const double both = Median(times[1]);
@@ -246,8 +249,8 @@ std::vector<std::string> StandardLevels(const fs::path& scratch)
 {
     using namespace morlik;
     std::vector<std::string> levels;
-    const fs::path samples = scratch.string() + "-samples";
-    fs::create_directories(samples);
+    const auto samples = scratch / "samples";
+    Empty(samples);
     const std::vector<std::pair<VersionCode, std::string>> games{{kTR1, "sample1.phd"},
                                                                  {kTR2, "sample2.tr2"},
                                                                  {kTR3, "sample3.tr2"},

@@ -3,6 +3,6 @@
 
 int main(int argc, char** argv)
 {
-    morlik::TakeSizeLimitAsError();
+    morlik::TakeFaultsAsErrors();
     return morlik::RunProgram(argc, argv);
 }

@@ -47,7 +47,8 @@ private:
 ///
 /// A file that is there already is written over and then cut, not emptied first: file systems
 /// that guard against lost files write an emptied one to the disk at once when it is closed, which
-/// takes longer than all other work on a level.
+/// takes longer than all other work on a level. The price: a process that is killed in between
+/// leaves the rest of the old content behind the new.
 class OutputFile : public ByteSink
 {
 public:
@@ -79,7 +80,7 @@ private:
     std::vector<std::byte> buffer_;
 };
 
-/// Creates the file at `path` with `bytes` as its content.
+/// Makes `bytes` the content of the file at `path`, which may exist.
 void WriteWholeFile(const std::string& path, std::span<const std::byte> bytes);
 
 } // namespace morlik

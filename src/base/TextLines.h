@@ -16,7 +16,8 @@ constexpr std::int16_t kEndLine = -1;
 class TextLines
 {
 public:
-    /// Creates the file, empty; a `FileFailure` if that can't be done.
+    /// Creates the file, or opens it to be replaced; a `FileFailure` if that can't be done. What an
+    /// old one held is gone with the first `Flush` or at the end.
     void Open(const std::string& path);
     bool IsOpen() const { return file_.has_value(); }
 

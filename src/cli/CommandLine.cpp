@@ -97,6 +97,15 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
         if (argument.starts_with('[') && argument.ends_with(']'))
             argument.insert(0, "./");
+    const auto isCalled = [&](const CLI::App* command) {
+        return command->get_name() == arguments[0];
+    };
+    if (!arguments.empty() && !arguments[0].starts_with('-') &&
+        app.get_subcommands(isCalled).empty()) {
+        streams.Errors << "There is no command " << arguments[0]
+                       << "\nRun with --help for more information.\n";
+        return kWrongUse;
+    }
     try {
         std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the back
         app.parse(std::move(arguments));

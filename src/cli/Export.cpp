@@ -3,11 +3,11 @@
 #include "base/Files.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
+#include "cli/MainSFX.h"
+#include "cli/Plan.h"
 #include "cli/QuietHost.h"
 #include "output/TGA_Mod.h"
 #include "shell/Sounds.h"
-
-#include <filesystem>
 
 #ifdef MORLIK_PNG
 #include <png.h>
@@ -46,14 +46,6 @@ bool SavePNG(const std::string& output, Session& session)
     return true;
 }
 
-#else
-
-bool SavePNG(const std::string&, Session& session)
-{
-    session.Report.Message("This build of the program can't write PNG files");
-    return false;
-}
-
 #endif
 
 } // namespace
@@ -65,15 +57,23 @@ int SaveSheet(const std::string& level, const std::string& output, const Streams
         streams.Errors << "The sheet must end in .tga or .png\n";
         return kWrongUse;
     }
-    std::error_code missing; // then it is no file that could be lost
-    if (std::filesystem::equivalent(ToPath(level), ToPath(output), missing)) {
+#ifndef MORLIK_PNG
+    if (png) {
+        streams.Errors << "This build of the program can't write PNG files\n";
+        return kWrongUse;
+    }
+#endif
+    if (IsSameFile(level, output)) {
         streams.Errors << "The sheet would replace the level\n";
         return kWrongUse;
     }
     return RunQuietly(streams, [&](Session& session) {
         LoadLevel(session, level);
-        return png ? SavePNG(output, session)
-                   : SaveTGA(output, session.Level, session.State, session.Report);
+#ifdef MORLIK_PNG
+        if (png)
+            return SavePNG(output, session);
+#endif
+        return SaveTGA(output, session.Level, session.State, session.Report);
     });
 }
 
@@ -81,8 +81,7 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
 {
     return RunQuietly(streams, [&](Session& session) {
         const auto base = FromPath(ToPath(folder) / ToPath(file).stem());
-        const bool isMainSFX = ToLower(FileTitle(file)) == "main.sfx";
-        if (isMainSFX) {
+        if (IsMainSFX(file)) {
             if (!LoadMainSFX(session, file))
                 return false;
         } else {
@@ -92,9 +91,8 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
                 return false;
             }
         }
-        std::error_code ignored; // what is wrong with it shows at the first file
-        std::filesystem::create_directories(ToPath(folder), ignored);
-        if (isMainSFX)
+        MakeFolder(ToPath(folder));
+        if (IsMainSFX(file))
             WriteMainSFXSounds(base, session.MainSFX);
         else
             WriteLevelSounds(base, session.Level, session.Report);

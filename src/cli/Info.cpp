@@ -3,6 +3,7 @@
 
 #include "base/Text.h"
 #include "cli/Commands.h"
+#include "cli/MainSFX.h"
 #include "cli/QuietHost.h"
 #include "convert/ConvertMeshes.h"
 #include "output/AnimDispatches.h"
@@ -106,7 +107,8 @@ Json DescribeLevel(const std::string& file, Session& session)
             {"textures used", CountUsedTextures(session, session.Report)},
             {"meshes", level.NumMeshPointers},
             {"animations", level.NumAnimations},
-            {"sprites", level.NumSpriteTextures},
+            // The reader of IV and V passes over them.
+            {"sprites", IsClassic(level.Version) ? Json(level.NumSpriteTextures) : Json()},
             {"sound details", level.NumSoundDetails},
             {"samples", samplesElsewhere ? level.NumSampleIndices : level.NumSamples},
             {"moveables", Moveables(session)},
@@ -144,11 +146,25 @@ Json DescribeProject(const std::string& file, Session& session)
             {"rooms", std::move(rooms)}};
 }
 
+/// A value for people. A name of a damaged file can't give orders to the terminal.
 std::string TextOf(const Json& value)
 {
     if (value.is_null())
         return "unknown";
-    return value.is_string() ? value.get<std::string>() : value.dump();
+    if (!value.is_string())
+        return value.dump();
+    auto text = value.get<std::string>();
+    std::replace_if(
+        text.begin(), text.end(),
+        [](unsigned char character) { return character < ' ' || character == 0x7f; }, '?');
+    return text;
+}
+
+/// Columns that a text in UTF-8 takes.
+std::size_t Width(const std::string& text)
+{
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](unsigned char byte) { return (byte & 0xc0U) != 0x80; }));
 }
 
 /// A table of objects that have the same members, one in a line.
@@ -161,13 +177,13 @@ void PrintTable(const std::string& name, const Json& table, std::ostream& out)
     for (const auto& [column, first] : table[0].items()) {
         widths[column] = column.size();
         for (const Json& row : table)
-            widths[column] = std::max(widths[column], TextOf(row[column]).size());
+            widths[column] = std::max(widths[column], Width(TextOf(row[column])));
     }
     const auto print = [&](const Json& row, bool isHead) {
         std::string line;
         for (const auto& [column, value] : row.items()) {
             const std::string text = isHead ? column : TextOf(value);
-            const std::string fill(widths[column] - text.size(), ' ');
+            const std::string fill(widths[column] - Width(text), ' ');
             line += "  " + (value.is_number() ? fill + text : text + fill);
         }
         out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
@@ -192,11 +208,10 @@ void PrintText(const Json& description, std::ostream& out)
 int Info(const std::string& file, bool json, const Streams& streams)
 {
     return RunQuietly(streams, [&](Session& session) {
-        const bool isMainSFX = ToLower(FileTitle(file)) == "main.sfx";
         const bool isProject = EndsWithNoCase(file, ".prj");
-        const Json description = isMainSFX   ? DescribeMainSFX(file, session)
-                                 : isProject ? DescribeProject(file, session)
-                                             : DescribeLevel(file, session);
+        const Json description = IsMainSFX(file) ? DescribeMainSFX(file, session)
+                                 : isProject     ? DescribeProject(file, session)
+                                                 : DescribeLevel(file, session);
         if (json)
             streams.Out << description.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
         else

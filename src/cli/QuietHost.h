@@ -1,10 +1,10 @@
 #pragma once
 
-#include "base/Files.h"
 #include "cli/Commands.h"
 #include "platform/ConsoleHost.h"
 #include "shell/Session.h"
 
+#include <exception>
 #include <functional>
 #include <sstream>
 #include <string>
@@ -33,37 +33,35 @@ public:
             OnProg(percent);
     }
 
+    /// Does a work that tells whether it was good. One that ends early was not; why is a message.
+    template <class Work>
+    bool Try(Work work)
+    {
+        try {
+            return work();
+        } catch (const ProgramEnd&) {
+            return false; // its message is there
+        } catch (const std::exception& failure) {
+            ShowMessage(failure.what(), kErrorTitle);
+            return false;
+        }
+    }
+
 private:
     std::ostringstream nowhere_;
 };
 
-/// Does a work that tells whether it was good, then prints its messages. Gives the exit status.
+/// Does the work of a command in a session of its own, then prints its messages. Gives the exit
+/// status.
 template <class Work>
 int RunQuietly(const Streams& streams, Work work)
 {
     QuietHost host;
     Session session(host);
-    bool good = false;
-    try {
-        good = work(session);
-    } catch (const ProgramEnd&) {
-        good = false; // its message is there
-    } catch (const FileFailure& failure) {
-        host.ShowMessage(failure.what(), kAppTitle);
-    }
+    const bool good = host.Try([&] { return work(session); });
     for (const std::string& message : host.Messages)
         streams.Errors << message << '\n';
     return good ? kGood : kFailed;
-}
-
-/// Reads a `main.sfx` that is what a command is about; one without a sound is told.
-inline bool LoadMainSFX(Session& session, const std::string& file)
-{
-    if (!ReadMainSFX(file, session.MainSFX, session.Report))
-        return false;
-    if (session.MainSFX.MainSFXSamples.empty())
-        session.Report.Message(file + " holds no sounds");
-    return !session.MainSFX.MainSFXSamples.empty();
 }
 
 } // namespace morlik::cli

@@ -9,7 +9,7 @@
 int main(int argc, char** argv)
 {
     using namespace morlik;
-    TakeSizeLimitAsError();
+    TakeFaultsAsErrors();
     const ConsoleTexts console;
     try {
         const int status = cli::RunCommandLine(Arguments(argc, argv),

@@ -26,9 +26,11 @@ std::string CommandLine(int argc, const char* const* argv);
 /// The arguments of the command line, each by itself, without the program's name.
 std::vector<std::string> Arguments(int argc, const char* const* argv);
 
-/// Lets a file that passes the size set for this user's files fail as any other fault of a disk
-/// does; else the system ends the process without a word. For the start of a main.
-void TakeSizeLimitAsError();
+/// For the start of a main. A file that passes the size set for this user's files, and a reader of
+/// the results that goes away, are faults of writing then; else the system ends the process in the
+/// middle of its work, without a word. Standard streams that the caller has closed stay unusable,
+/// but no other file takes their numbers and with them what is printed.
+void TakeFaultsAsErrors();
 
 /// Whether standard error is a terminal, and not a file or another program.
 bool ErrorsGoToATerminal();

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <fcntl.h>
 #include <iostream>
 #include <system_error>
 #include <unistd.h>
@@ -48,9 +49,13 @@ std::filesystem::path StateFolder()
     return home.is_absolute() ? home / ".local/state/morlik" : std::filesystem::path();
 }
 
-void TakeSizeLimitAsError()
+void TakeFaultsAsErrors()
 {
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) == -1) // open gives the least free number, which is this one
+            static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
 bool ErrorsGoToATerminal()

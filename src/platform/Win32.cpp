@@ -47,7 +47,7 @@ std::filesystem::path StateFolder()
     return local.empty() ? local : local / "Morlik";
 }
 
-void TakeSizeLimitAsError()
+void TakeFaultsAsErrors()
 {
     // a limit here is an error from the start
 }

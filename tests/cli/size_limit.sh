@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The real program at the system's limit for the size of files, and with results that can't be
-# written: a message and status 1, not a signal and not silence.
+# written or that nobody reads: a message and status 1, not a signal and not silence.
 # usage: size_limit.sh BIN_FOLDER
 set -euo pipefail
 work=$(mktemp -d)
@@ -9,6 +9,12 @@ trap 'rm -rf "$work"' EXIT
 status=0
 "$1/morlik-cli" info "$work/tr1.phd" >/dev/full 2>"$work/errors" || status=$?
 grep -q "Can't write the results" "$work/errors" && [ "$status" -eq 1 ]
+# Nobody who reads any more, then no streams at all, whose numbers no file of the set may take.
+{ "$1/morlik-cli" info "$work/tr1.phd" 2>"$work/errors" || echo $? >"$work/status"; } | true
+grep -q "Can't write the results" "$work/errors" && [ "$(<"$work/status")" -eq 1 ]
+"$1/morlik-cli" convert "$work/tr1.phd" "$work/tr4.tr4" -d "$work/sets" >/dev/null
+"$1/morlik-cli" convert "$work/tr1.phd" "$work/tr4.tr4" -d "$work/blind" <&- >&- 2>&- || status=$?
+[ "$status" -eq 1 ] && diff -r "$work/sets" "$work/blind"
 ulimit -f 100
 status=0
 "$1/morlik-cli" convert "$work/tr1.phd" -o "$work/set.was" 2>"$work/errors" || status=$?
