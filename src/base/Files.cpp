@@ -22,14 +22,14 @@ std::string LastReason()
 
 } // namespace
 
-FileBytes FileBytes::Load(const std::string& path)
+FileBytes FileBytes::Load(const std::string& path, std::size_t most)
 {
     std::error_code error;
     const auto size = std::filesystem::file_size(ToPath(path), error);
     if (error)
         // The condition has the same words on every system.
         throw FileFailure("open", path, error.default_error_condition().message());
-    if (size > kMostBytes)
+    if (size > most)
         throw FileFailure("open", path,
                           std::to_string(size) + " bytes are more than any such file has");
 

@@ -26,9 +26,9 @@ public:
 class FileBytes
 {
 public:
-    /// Reads the file at `path`. A file that can't be opened or is larger than `kMostBytes`, and
-    /// anything that is no plain file, is a `FileFailure`.
-    static FileBytes Load(const std::string& path);
+    /// Reads the file at `path`. A file that can't be opened or is larger than `most`, and anything
+    /// that is no plain file, is a `FileFailure`.
+    static FileBytes Load(const std::string& path, std::size_t most = kMostBytes);
 
     /// No input of this program comes near this size; it keeps a wrong pick from filling the
     /// memory.

@@ -11,22 +11,6 @@ namespace morlik::check
 namespace
 {
 
-/// What a walk may cost beyond the length of its table. Ranges that cover the same records again
-/// and again, as in no sound file, would take hours to follow.
-struct Budget
-{
-    std::size_t Left;
-
-    explicit Budget(std::size_t table) : Left(table + (std::size_t{1} << 22U)) {}
-
-    /// Tells whether some is left after these steps.
-    bool Spend(std::size_t steps)
-    {
-        Left -= std::min(Left, steps);
-        return Left != 0;
-    }
-};
-
 /// Tells whether a walk along the transitions and commands stays inside their tables.
 bool CheckRanges(WadCheck& check)
 {
@@ -47,48 +31,77 @@ bool CheckRanges(WadCheck& check)
     return check.Total() == before;
 }
 
-/// Animation behind the last one of a moveable: the first one of the next moveable that has any.
-std::size_t AnimationsEnd(const WadFile& wad, std::size_t moveable)
+/// The moveable of an animation, and its own animations.
+struct Owner
 {
-    for (std::size_t i = moveable + 1; i < wad.Moveables.size(); ++i)
-        if (wad.Moveables[i].Animation != -1)
-            return static_cast<std::size_t>(wad.Moveables[i].Animation);
-    return wad.Animations.size();
+    std::size_t Moveable = 0;
+    std::int64_t First = 0, End = 0;
+};
+
+/// The animations of a moveable are those from its first one to the first one of the next moveable
+/// that has any, so the first ones ascend and leave none out. Gives the owners of all animations,
+/// or none where that doesn't hold.
+std::vector<Owner> OwnersOf(WadCheck& check)
+{
+    std::vector<Owner> owners;
+    const auto size = static_cast<std::int64_t>(check.Wad.Animations.size());
+    const auto& moveables = check.Wad.Moveables;
+    const auto close = [&](std::int64_t end) {
+        if (owners.empty())
+            return;
+        owners.back().End = end;
+        owners.resize(static_cast<std::size_t>(end), owners.back());
+    };
+    for (std::size_t i = 0; i < moveables.size(); ++i) {
+        const std::int64_t first = moveables[i].Animation;
+        if (first == -1)
+            continue;
+        if (first < static_cast<std::int64_t>(owners.size()) || first >= size) {
+            check.Add("Moveable ", i, " has its first animation, ", first,
+                      ", not behind those of the moveables before");
+            return {};
+        }
+        if (owners.empty() && first != 0)
+            check.Add("Animations 0 to ", first - 1, " belong to no moveable");
+        if (owners.empty())
+            owners.resize(static_cast<std::size_t>(first), {i, 0, first});
+        close(first);
+        owners.push_back({i, first, size});
+    }
+    close(size);
+    return owners;
 }
 
 /// Transitions stay inside their moveable. Two moveables can share a dispatch: it was put right
 /// for each in turn, so the last that reaches it finds it inside.
-void CheckDispatches(WadCheck& check)
+void CheckDispatches(WadCheck& check, const std::vector<Owner>& owners)
 {
     const WadFile& wad = check.Wad;
     Budget budget(wad.StateChanges.size() + wad.AnimDispatches.size());
     std::vector<std::optional<std::size_t>> outsideOf(wad.AnimDispatches.size());
-    for (std::size_t m = 0; m < wad.Moveables.size(); ++m) {
-        const std::int64_t first = wad.Moveables[m].Animation;
-        if (first < 0)
-            continue;
-        const std::size_t end = std::min(AnimationsEnd(wad, m), wad.Animations.size());
-        for (auto a = static_cast<std::size_t>(first); a < end; ++a) {
-            const WadAnimation& animation = wad.Animations[a];
-            budget.Spend(1);
-            for (std::size_t s = 0; std::cmp_less(s, animation.NumStateChanges); ++s) {
-                const auto at = static_cast<std::size_t>(animation.StateChange) + s;
-                const WadStateChange& change = wad.StateChanges[at];
-                if (!budget.Spend(1 + static_cast<std::size_t>(change.NumAnimDispatches)))
-                    return check.Add("The state changes or dispatches overlap too often");
-                for (std::size_t d = 0; std::cmp_less(d, change.NumAnimDispatches); ++d) {
-                    const auto dispatch = static_cast<std::size_t>(change.AnimDispatch) + d;
-                    const std::int64_t next = wad.AnimDispatches[dispatch].NextAnimation;
-                    const bool inside = next >= first && next < static_cast<std::int64_t>(end);
-                    outsideOf[dispatch] = inside ? std::nullopt : std::optional(m);
-                }
+    for (std::size_t a = 0; a < owners.size(); ++a) {
+        const Owner& owner = owners[a];
+        for (int s = 0; s < wad.Animations[a].NumStateChanges; ++s) {
+            const auto at = static_cast<std::size_t>(wad.Animations[a].StateChange + s);
+            const WadStateChange& change = wad.StateChanges[at];
+            if (!budget.Spend(1 + static_cast<std::size_t>(change.NumAnimDispatches)))
+                return check.Add("The state changes or dispatches overlap too often");
+            for (int d = 0; d < change.NumAnimDispatches; ++d) {
+                const auto dispatch = static_cast<std::size_t>(change.AnimDispatch + d);
+                const std::int64_t next = wad.AnimDispatches[dispatch].NextAnimation;
+                const bool inside = next >= owner.First && next < owner.End;
+                outsideOf[dispatch] = inside ? std::nullopt : std::optional(owner.Moveable);
             }
         }
     }
-    for (std::size_t i = 0; i < outsideOf.size(); ++i)
+    for (std::size_t i = 0; i < outsideOf.size(); ++i) {
+        const WadAnimDispatch& dispatch = wad.AnimDispatches[i];
         if (outsideOf[i])
             check.Add("Dispatch ", i, " leads from moveable ", *outsideOf[i], " to animation ",
-                      wad.AnimDispatches[i].NextAnimation, " of another");
+                      dispatch.NextAnimation, " of another");
+        if (dispatch.Low < 0 || dispatch.Low > dispatch.High)
+            check.Add("Dispatch ", i, " holds from frame ", dispatch.Low, " to ", dispatch.High);
+    }
 }
 
 /// Words of the command at a word: its type and its operands. Type 1 is a shift by x, y and z, 2 a
@@ -123,45 +136,15 @@ void CheckCommands(WadCheck& check)
     }
 }
 
-/// The moveable of an animation, and its own animations.
-struct Owner
-{
-    const WadMoveable* Moveable = nullptr;
-    std::int64_t First = 0, End = 0;
-};
-
-/// An animation belongs to the moveable whose animations begin at it or last before it. That can
-/// be told only where the first animations of the moveables ascend; animations before all of them
-/// belong to none.
-std::vector<Owner> OwnersOf(const WadFile& wad)
-{
-    std::vector<Owner> owners(wad.Animations.size());
-    std::int64_t last = -1;
-    for (std::size_t m = 0; m < wad.Moveables.size(); ++m) {
-        const std::int64_t first = wad.Moveables[m].Animation;
-        if (first == -1)
-            continue;
-        if (first <= last || !Inside(first, 1, owners.size()))
-            return std::vector<Owner>(wad.Animations.size());
-        last = first;
-        const auto end = std::min(AnimationsEnd(wad, m), owners.size());
-        if (std::cmp_less(first, end))
-            std::fill(owners.begin() + first, owners.begin() + static_cast<std::ptrdiff_t>(end),
-                      Owner{&wad.Moveables[m], first, static_cast<std::int64_t>(end)});
-    }
-    return owners;
-}
-
 /// The animation that follows is one of the same moveable.
 void CheckSuccessors(WadCheck& check, const std::vector<Owner>& owners)
 {
     const auto& animations = check.Wad.Animations;
     for (std::size_t a = 0; a < animations.size(); ++a) {
         const std::int64_t next = animations[a].NextAnimation;
-        const Owner& owner = owners[a];
         if (!Inside(next, 1, animations.size()))
             check.Add("Animation ", a, " is followed by ", next, " of ", animations.size());
-        else if (owner.Moveable != nullptr && (next < owner.First || next >= owner.End))
+        else if (a < owners.size() && (next < owners[a].First || next >= owners[a].End))
             check.Add("Animation ", a, " is followed by ", next, " of another moveable");
     }
 }
@@ -192,65 +175,69 @@ const char* FrameFault(const WadCheck& check, std::size_t start, std::size_t end
     return nullptr;
 }
 
-/// The frames of animation `a` run to those of the next one. A frame size of 0 (which game 1 never
-/// keeps) means no frames, and frames that begin behind the next ones have no known count.
-void CheckFramesOf(WadCheck& check, std::size_t a, const WadMoveable& owner, Budget& budget)
+/// Where the frames of animation `a` end: where those of the next one begin. In bytes.
+std::int64_t FramesEnd(const WadFile& wad, std::size_t a)
 {
-    const auto& animations = check.Wad.Animations;
-    const std::size_t size = animations[a].FrameSize;
-    const auto start = static_cast<std::size_t>(animations[a].FrameOffset) / 2;
-    const std::size_t end = a + 1 == animations.size()
-                                ? check.Wad.Frames.size()
-                                : static_cast<std::size_t>(animations[a + 1].FrameOffset) / 2;
-    if (check.Game == 1 && end > start && std::cmp_not_equal(size, 10 + 2 * owner.NumMeshes))
-        return check.Add("Animation ", a, " has frames of ", size, " words for ", owner.NumMeshes,
-                         " meshes");
-    for (std::size_t at = start; size != 0 && at + size <= end; at += size) {
-        if (!budget.Spend(size))
-            return;
-        if (const char* fault = FrameFault(check, at, at + size, owner.NumMeshes))
-            return check.Add("The frame of animation ", a, " at word ", at, " ", fault);
-    }
+    return a + 1 == wad.Animations.size() ? static_cast<std::int64_t>(wad.Frames.size() * 2)
+                                          : std::int64_t{wad.Animations[a + 1].FrameOffset};
 }
 
-/// Frames from `FrameStart` to `FrameEnd`, one for each `FrameRate` of them.
-bool HasItsFrames(const WadAnimation& animation, std::size_t words)
+/// Whole frames of `FrameSize` words, one for each `FrameRate` of those from `FrameStart` to
+/// `FrameEnd`; there may be some more. An animation without frames has the size 0 (which game 1
+/// never keeps).
+void CheckExtent(WadCheck& check, std::size_t a)
 {
-    const std::int64_t last = std::int64_t{animation.FrameEnd} - animation.FrameStart;
-    const std::int64_t count = last < 0 ? 0 : last / std::max<int>(animation.FrameRate, 1) + 1;
-    return Inside(animation.FrameOffset / 2, count * animation.FrameSize, words);
+    const WadAnimation& animation = check.Wad.Animations[a];
+    const std::int64_t start = animation.FrameOffset;
+    const std::int64_t bytes = FramesEnd(check.Wad, a) - start;
+    const std::int64_t frame = 2 * std::int64_t{animation.FrameSize};
+    const int last = animation.FrameEnd - animation.FrameStart;
+    if (animation.FrameRate == 0 || animation.FrameStart < 0 || last < 0)
+        check.Add("Animation ", a, " runs from frame ", animation.FrameStart, " to ",
+                  animation.FrameEnd, " in steps of ", int{animation.FrameRate});
+    else if (start < 0 || start % 2 != 0 || bytes < 0)
+        check.Add("Animation ", a, " has its frames at ", start, ", the next ones at ",
+                  start + bytes);
+    else if (bytes != 0 && (frame == 0 || bytes % frame != 0))
+        check.Add("Animation ", a, " has frames of ", int{animation.FrameSize}, " words in ",
+                  bytes / 2, " words");
+    else if (frame != 0 && bytes / frame <= last / animation.FrameRate)
+        check.Add("Animation ", a, " has ", bytes / frame, " frames for ",
+                  last / animation.FrameRate + 1);
 }
 
 void CheckFrames(WadCheck& check, const std::vector<Owner>& owners)
 {
     const WadFile& wad = check.Wad;
     const std::size_t before = check.Total();
-    for (std::size_t a = 0; a < wad.Animations.size(); ++a) {
-        const WadAnimation& animation = wad.Animations[a];
-        const std::int64_t at = animation.FrameOffset;
-        if (at % 2 != 0 || (at != 0 && !Inside(at - 1, 1, wad.Frames.size() * 2)))
-            check.Add("Animation ", a, " has its frames at ", at);
-        else if (!HasItsFrames(animation, wad.Frames.size()))
-            check.Add("Animation ", a, " runs from frame ", animation.FrameStart, " to ",
-                      animation.FrameEnd, ", past the last one of the file");
-    }
+    for (std::size_t a = 0; a < wad.Animations.size(); ++a)
+        CheckExtent(check, a);
     if (check.Total() != before)
         return;
-    Budget budget(wad.Frames.size());
-    for (std::size_t a = 0; a < owners.size(); ++a)
-        if (owners[a].Moveable != nullptr)
-            CheckFramesOf(check, a, *owners[a].Moveable, budget);
-    if (!budget.Spend(1))
-        check.Add("The frames of the animations overlap too often");
+    for (std::size_t a = 0; a < owners.size(); ++a) {
+        const std::size_t size = wad.Animations[a].FrameSize;
+        const int meshes = wad.Moveables[owners[a].Moveable].NumMeshes;
+        const auto end = static_cast<std::size_t>(FramesEnd(wad, a)) / 2;
+        auto at = static_cast<std::size_t>(wad.Animations[a].FrameOffset) / 2;
+        if (check.Game == 1 && at != end && std::cmp_not_equal(size, 10 + 2 * meshes)) {
+            check.Add("Animation ", a, " has frames of ", size, " words for ", meshes, " meshes");
+            continue;
+        }
+        const char* fault = nullptr;
+        for (; at < end && fault == nullptr; at += size)
+            fault = FrameFault(check, at, at + size, meshes);
+        if (fault != nullptr)
+            check.Add("The frame of animation ", a, " at word ", at - size, " ", fault);
+    }
 }
 
 } // namespace
 
 void CheckAnimations(WadCheck& check)
 {
-    const auto owners = OwnersOf(check.Wad);
+    const auto owners = OwnersOf(check);
     if (CheckRanges(check)) {
-        CheckDispatches(check);
+        CheckDispatches(check, owners);
         CheckCommands(check);
     }
     CheckSuccessors(check, owners);

@@ -13,21 +13,31 @@ namespace
 
 constexpr std::uint32_t kVersion = 129;
 constexpr std::size_t kMoveableBytes = 18;
-/// Limits of what is held in memory: a record or a line takes more of it than of the file.
-constexpr std::size_t kMostMeshes = std::size_t{1} << 20U;
-constexpr std::size_t kMostLines = std::size_t{1} << 20U;
+/// Limits of what is held in memory: more than any set has.
+constexpr std::size_t kMostBytes = std::size_t{128} << 20U;
+constexpr std::size_t kMostListBytes = std::size_t{4} << 20U;
+constexpr std::size_t kMostLines = std::size_t{1} << 16U;
 
 static_assert(sizeof(WadTexture) == 8 && sizeof(WadAnimation) == 40 && sizeof(WadStaticMesh) == 32);
 static_assert(sizeof(WadStateChange) == 6 && sizeof(WadAnimDispatch) == 8);
 static_assert(sizeof(SwdSpriteTexture) == 16 && sizeof(SwdSpriteSequence) == 8);
 static_assert(sizeof(SfxSoundDetail) == 8);
 
-/// A table behind its u32 count.
+/// A level that counts less than nothing has its count in the set too.
+std::int64_t Count(ByteReader& reader)
+{
+    const auto count = reader.Read<std::int32_t>();
+    if (count < 0)
+        reader.Fail("a count of " + std::to_string(count));
+    return count;
+}
+
+/// A table behind its count.
 template <class Record>
 std::vector<Record> Counted(ByteReader& reader, const char* section, std::int64_t perCount = 1)
 {
     reader.Section(section);
-    return reader.Table<Record>(perCount * std::int64_t{reader.Read<std::uint32_t>()});
+    return reader.Table<Record>(perCount * Count(reader));
 }
 
 /// A list behind its i16 count, as inside a mesh record.
@@ -40,9 +50,9 @@ std::vector<Record> ShortCounted(ByteReader& reader)
 std::vector<WadMoveable> Moveables(ByteReader& reader)
 {
     reader.Section("moveables");
-    const auto count = reader.Read<std::uint32_t>();
+    const std::int64_t count = Count(reader);
     ByteReader records(reader.TakeTable(count, kMoveableBytes));
-    std::vector<WadMoveable> moveables(count);
+    std::vector<WadMoveable> moveables(static_cast<std::size_t>(count));
     for (WadMoveable& moveable : moveables) {
         moveable.ObjectID = records.Read<std::int32_t>();
         moveable.NumMeshes = records.Read<std::int16_t>();
@@ -131,23 +141,20 @@ WadFile ReadWad(std::span<const std::byte> bytes)
 
 WadFile ReadWad(const std::string& path)
 {
-    return ReadWad(FileBytes::Load(path).Bytes());
+    return ReadWad(FileBytes::Load(path, kMostBytes).Bytes());
 }
 
-std::map<std::size_t, WadMeshRecord> WadMeshes(const WadFile& wad)
+void ForEachWadMesh(const WadFile& wad,
+                    const std::function<void(std::size_t, const WadMeshRecord&)>& visit)
 {
-    std::map<std::size_t, WadMeshRecord> meshes;
     ByteReader reader(wad.MeshData);
     while (reader.Left() != 0) {
         const std::size_t offset = reader.Position();
-        if (meshes.size() == kMostMeshes)
-            reader.Fail("more mesh records than any object set has");
-        meshes.emplace(offset, ReadMesh(reader));
+        visit(offset, ReadMesh(reader));
         if (reader.Position() % 4 != 0 && reader.Read<std::int16_t>() != 0)
             reader.Fail("the bytes that fill up the record at " + std::to_string(offset) +
                         " are not zero");
     }
-    return meshes;
 }
 
 WadMeshRecord WadMeshOf(const WadFile& wad, std::size_t mesh)
@@ -186,7 +193,7 @@ SfxFile ReadSfx(std::span<const std::byte> bytes)
 
 std::vector<std::byte> ReadFile(const std::string& path)
 {
-    const auto file = FileBytes::Load(path);
+    const auto file = FileBytes::Load(path, kMostBytes);
     return {file.Bytes().begin(), file.Bytes().end()};
 }
 
@@ -215,7 +222,7 @@ std::vector<std::string> ReadLines(std::span<const std::byte> bytes)
 
 std::vector<std::string> ReadLines(const std::string& path)
 {
-    return ReadLines(FileBytes::Load(path).Bytes());
+    return ReadLines(FileBytes::Load(path, kMostListBytes).Bytes());
 }
 
 } // namespace morlik::check

@@ -5,7 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -116,9 +116,11 @@ struct WadMeshRecord
 WadFile ReadWad(std::span<const std::byte> bytes);
 WadFile ReadWad(const std::string& path);
 
-/// The mesh records as they stand back to back, each filled up to a multiple of 4 bytes, by their
-/// offsets. Throws `ReadFailure` if the walk doesn't end exactly at the end of the mesh data.
-std::map<std::size_t, WadMeshRecord> WadMeshes(const WadFile& wad);
+/// Hands over the mesh records as they stand back to back, each filled up to a multiple of 4 bytes,
+/// with their offsets. Throws `ReadFailure` if the walk doesn't end exactly at the end of the mesh
+/// data.
+void ForEachWadMesh(const WadFile& wad,
+                    const std::function<void(std::size_t offset, const WadMeshRecord&)>& visit);
 
 /// The record that a mesh number's pointer leads to; `ReadFailure` if there is none.
 WadMeshRecord WadMeshOf(const WadFile& wad, std::size_t mesh);
@@ -166,7 +168,7 @@ struct SfxFile
 
 SfxFile ReadSfx(std::span<const std::byte> bytes);
 
-/// A whole file; `FileFailure` if it can't be read.
+/// A whole file; `FileFailure` if it can't be read or is larger than any file of a set.
 std::vector<std::byte> ReadFile(const std::string& path);
 
 /// Lines of a text without their ends; `ReadFailure` unless every line ends in CR LF and neither

@@ -3,6 +3,7 @@
 #include "check/WadCheck.h"
 
 #include <algorithm>
+#include <ostream>
 #include <set>
 
 namespace morlik::check
@@ -14,6 +15,9 @@ namespace
 constexpr std::size_t kPaletteTextures = 258;
 constexpr std::size_t kMostLevelTextures = 2047;
 constexpr std::size_t kMostStaticMeshes = 60;
+/// IDs of objects lie below these in all games.
+constexpr std::size_t kMoveableIDs = 501;
+constexpr std::size_t kStaticIDs = 90;
 
 /// Squares of 4 by 4 pixels, 64 to a row: the 256 colours, one black, and one that is transparent
 /// (magenta) where the game has such a colour. The rest of the tile is black.
@@ -68,65 +72,82 @@ void CheckTextures(WadCheck& check)
     for (std::size_t i = 0; i < check.ColourBase; ++i) {
         const WadTexture& texture = wad.Textures[i];
         used.insert(texture.Tile);
+        if (texture.Tile < 0 || texture.Tile >= tiles)
+            check.Add("Texture ", i, " lies on tile ", texture.Tile, " of ", tiles);
         if (texture.X + texture.Width > 255 || texture.Y + texture.Height > 255)
             check.Add("Texture ", i, " leaves its tile");
     }
     if (used.empty() ? tiles != 0 : *used.begin() != 0 || *used.rbegin() != tiles - 1)
-        check.Add("The textures don't take up the ", tiles, " tiles from the first to the last");
+        check.Add("The textures don't reach from the first to the last of the ", tiles, " tiles");
+}
+
+/// Where a face stands, for the start of a complaint.
+struct FacePlace
+{
+    std::size_t Face, Mesh;
+};
+
+std::ostream& operator<<(std::ostream& out, const FacePlace& place)
+{
+    return out << "Face " << place.Face << " of the mesh at " << place.Mesh;
 }
 
 /// Triangles of games 1 to 3 keep their flips at 0; all other textures have 0xff. A colour square
-/// is neither turned nor mirrored.
-void CheckFace(WadCheck& check, const WadMeshFace& face, const std::string& name)
+/// is neither turned nor mirrored. `used` tells which textures a face had before.
+void CheckFace(WadCheck& check, const WadMeshFace& face, const FacePlace& place,
+               std::vector<bool>& used)
 {
     const auto number = static_cast<std::size_t>(face.TextureNumber());
     if (number >= check.Wad.Textures.size())
-        return check.Add(name, " has texture ", number, " of ", check.Wad.Textures.size());
+        return check.Add(place, " has texture ", number, " of ", check.Wad.Textures.size());
     const bool coloured = number >= check.ColourBase;
     const int flip = face.Type == 8 && check.Paletted() && !coloured ? 0 : 0xff;
     const WadTexture& texture = check.Wad.Textures[number];
-    if (texture.FlipX != flip || texture.FlipY != flip)
-        check.Add(name, " has texture ", number, " with flips of the other kind");
+    if (!used[number] && (texture.FlipX != flip || texture.FlipY != flip))
+        check.Add(place, " has texture ", number, " with flips of the other kind");
+    used[number] = true;
     if (coloured && face.Texture != face.TextureNumber())
-        check.Add(name, " turns a colour square");
+        check.Add(place, " turns a colour square");
     if (check.Paletted() && face.Flags != 0 && (face.Flags != 1 || coloured))
-        check.Add(name, " has the flags ", face.Flags);
+        check.Add(place, " has the flags ", face.Flags);
 }
 
 /// Each record has a pointer, and the pointers meet the records in their order, repeats aside.
+void CheckMeshPointers(WadCheck& check, const std::vector<std::size_t>& records)
+{
+    auto next = records.begin();
+    for (std::size_t i = 0; i < check.Wad.MeshPointers.size(); ++i) {
+        const std::size_t pointer = check.Wad.MeshPointers[i];
+        const auto met = std::lower_bound(records.begin(), records.end(), pointer);
+        if (met == records.end() || *met != pointer || met > next)
+            check.Add("Mesh pointer ", i, " leads to ", pointer, ", not to the next record");
+        if (met >= next && met != records.end())
+            next = met + 1;
+    }
+    if (next != records.end())
+        check.Add("The mesh record at ", *next, " has no pointer in its turn");
+}
+
 /// Textures that no face uses are left out of the file.
 void CheckMeshes(WadCheck& check)
 {
-    const auto meshes = WadMeshes(check.Wad);
-    auto next = meshes.begin();
-    for (std::size_t i = 0; i < check.Wad.MeshPointers.size(); ++i) {
-        const std::size_t pointer = check.Wad.MeshPointers[i];
-        if (next != meshes.end() && pointer == next->first)
-            ++next;
-        else if (!meshes.contains(pointer) || (next != meshes.end() && pointer > next->first))
-            check.Add("Mesh pointer ", i, " leads to ", pointer, ", not to the next record");
-    }
-    if (next != meshes.end())
-        check.Add("The mesh record at ", next->first, " has no pointer in its turn");
-
+    std::vector<std::size_t> records;
     std::vector<bool> used(check.Wad.Textures.size());
-    for (const auto& [offset, mesh] : meshes) {
+    ForEachWadMesh(check.Wad, [&](std::size_t offset, const WadMeshRecord& mesh) {
+        records.push_back(offset);
         if (mesh.Normals.size() + mesh.Lights.size() != mesh.Vertices.size())
             check.Add("The mesh at ", offset, " has ", mesh.Vertices.size(), " vertices and ",
                       mesh.Normals.size() + mesh.Lights.size(), " normals or lights");
         for (std::size_t i = 0; i < mesh.Faces.size(); ++i) {
             const WadMeshFace& face = mesh.Faces[i];
-            const auto name =
-                "Face " + std::to_string(i) + " of the mesh at " + std::to_string(offset);
             for (const std::int16_t vertex : face.Vertices)
                 if (!Inside(vertex, 1, mesh.Vertices.size()))
-                    check.Add(name, " has vertex ", vertex, " of ", mesh.Vertices.size());
-            CheckFace(check, face, name);
-            if (const auto number = static_cast<std::size_t>(face.TextureNumber());
-                number < used.size())
-                used[number] = true;
+                    check.Add(FacePlace{i, offset}, " has vertex ", vertex, " of ",
+                              mesh.Vertices.size());
+            CheckFace(check, face, {i, offset}, used);
         }
-    }
+    });
+    CheckMeshPointers(check, records);
     for (std::size_t i = 0; i < check.ColourBase; ++i)
         if (!used[i])
             check.Add("No face uses texture ", i);
@@ -135,57 +156,89 @@ void CheckMeshes(WadCheck& check)
 /// The tree of n meshes has n - 1 nodes of four words: flags and an offset. Flag 1 takes the
 /// position from the stack, then flag 2 puts it there. There are levels whose first node takes from
 /// the stack, which holds nothing yet; the trees go to the set as they are, so that is let pass.
-void CheckMeshTree(WadCheck& check, const WadMoveable& moveable, const std::string& name)
+void CheckMeshTree(WadCheck& check, std::size_t i, Budget& budget)
 {
-    const std::int64_t words = (std::int64_t{moveable.NumMeshes} - 1) * 4;
-    if (words <= 0)
-        return;
-    if (!Inside(moveable.MeshTree, words, check.Wad.MeshTrees.size()))
-        return check.Add(name, " has its mesh tree outside the mesh trees");
+    const WadMoveable& moveable = check.Wad.Moveables[i];
+    const std::int64_t words = std::max(std::int64_t{moveable.NumMeshes} - 1, std::int64_t{0}) * 4;
+    if (moveable.MeshTree < 0 || moveable.MeshTree % 4 != 0 ||
+        !Inside(moveable.MeshTree, words, check.Wad.MeshTrees.size()))
+        return check.Add("Moveable ", i, " has its mesh tree at word ", moveable.MeshTree, " of ",
+                         check.Wad.MeshTrees.size());
     int depth = 0;
-    for (std::int64_t i = 0; i < words; i += 4) {
-        const auto flags = check.Wad.MeshTrees[static_cast<std::size_t>(moveable.MeshTree + i)];
+    for (std::int64_t word = 0; word < words; word += 4) {
+        if (!budget.Spend(1))
+            return;
+        const auto flags = check.Wad.MeshTrees[static_cast<std::size_t>(moveable.MeshTree + word)];
         if ((flags & ~3) != 0)
-            check.Add(name, " has the flags ", flags, " at mesh ", i / 4 + 1);
-        if ((flags & 1) != 0 && i > 0 && --depth < 0)
-            return check.Add(name, " takes from the empty stack at mesh ", i / 4 + 1);
+            return check.Add("Moveable ", i, " has the flags ", flags, " at mesh ", word / 4 + 1);
+        if ((flags & 1) != 0 && word > 0 && --depth < 0)
+            return check.Add("Moveable ", i, " takes from the empty stack at mesh ", word / 4 + 1);
         depth += (flags & 2) / 2;
     }
 }
 
-/// Each object has an ID of its own, in game 5 its number. What a moveable without animations holds
-/// as its `FrameOffset` means nothing.
-void CheckObjects(WadCheck& check)
+/// An ID of its own for each object, below `end`; in game 5 its number.
+class ObjectIDs
+{
+public:
+    ObjectIDs(WadCheck& check, const char* kind, std::size_t end)
+        : check_(check), kind_(kind), taken_(end)
+    {
+    }
+
+    void Check(std::size_t i, std::int32_t id)
+    {
+        if (!Inside(id, 1, taken_.size()))
+            return check_.Add(kind_, i, " has the ID ", id, ", which no game has");
+        if (check_.Game == 5 && id != static_cast<std::int64_t>(i))
+            check_.Add(kind_, i, " has the ID ", id);
+        if (taken_[static_cast<std::size_t>(id)])
+            check_.Add(kind_, i, " has the ID of another, ", id);
+        taken_[static_cast<std::size_t>(id)] = true;
+    }
+
+private:
+    WadCheck& check_;
+    const char* kind_;
+    std::vector<bool> taken_;
+};
+
+void CheckMoveables(WadCheck& check)
 {
     const WadFile& wad = check.Wad;
-    const auto checkID = [&](const char* kind, std::size_t i, std::int32_t id,
-                             std::set<std::int32_t>& ids) {
-        if (check.Game == 5 && id != static_cast<std::int64_t>(i))
-            check.Add(kind, i, " has the ID ", id);
-        if (!ids.insert(id).second)
-            check.Add(kind, i, " has the ID of another, ", id);
-    };
-    std::set<std::int32_t> moveables;
-    std::set<std::int32_t> statics;
+    ObjectIDs ids(check, "Moveable ", kMoveableIDs);
+    Budget budget(wad.MeshTrees.size());
     for (std::size_t i = 0; i < wad.Moveables.size(); ++i) {
         const WadMoveable& moveable = wad.Moveables[i];
-        const auto name = "Moveable " + std::to_string(i);
-        checkID("Moveable ", i, moveable.ObjectID, moveables);
-        if (!Inside(moveable.StartingMesh, moveable.NumMeshes, wad.MeshPointers.size()))
-            check.Add(name, " has its meshes outside the mesh pointers");
-        CheckMeshTree(check, moveable, name);
+        ids.Check(i, moveable.ObjectID);
+        if (moveable.NumMeshes == 0 ||
+            !Inside(moveable.StartingMesh, moveable.NumMeshes, wad.MeshPointers.size()))
+            check.Add("Moveable ", i, " has ", moveable.NumMeshes, " meshes from ",
+                      moveable.StartingMesh, " on, of ", wad.MeshPointers.size());
+        CheckMeshTree(check, i, budget);
+        // Without an animation, the offset of its frames means nothing.
         if (moveable.Animation == -1)
             continue;
         if (!Inside(moveable.Animation, 1, wad.Animations.size()))
-            check.Add(name, " has animation ", moveable.Animation, " of ", wad.Animations.size());
-        if (moveable.FrameOffset % 2 != 0 ||
-            !Inside(moveable.FrameOffset, 1, wad.Frames.size() * 2))
-            check.Add(name, " has its frames at ", moveable.FrameOffset);
+            check.Add("Moveable ", i, " has animation ", moveable.Animation, " of ",
+                      wad.Animations.size());
+        else if (const auto& first = wad.Animations[static_cast<std::size_t>(moveable.Animation)];
+                 moveable.FrameOffset != first.FrameOffset)
+            check.Add("Moveable ", i, " has its frames at ", moveable.FrameOffset,
+                      ", its first animation at ", first.FrameOffset);
     }
+    if (!budget.Spend(1))
+        check.Add("The mesh trees overlap too often");
+}
+
+void CheckStaticMeshes(WadCheck& check)
+{
+    const WadFile& wad = check.Wad;
     if (wad.StaticMeshes.size() > kMostStaticMeshes)
         check.Add(wad.StaticMeshes.size(), " static meshes are more than the editor takes");
+    ObjectIDs ids(check, "Static mesh ", kStaticIDs);
     for (std::size_t i = 0; i < wad.StaticMeshes.size(); ++i) {
-        checkID("Static mesh ", i, wad.StaticMeshes[i].ObjectID, statics);
+        ids.Check(i, wad.StaticMeshes[i].ObjectID);
         if (!Inside(wad.StaticMeshes[i].Mesh, 1, wad.MeshPointers.size()))
             check.Add("Static mesh ", i, " has mesh ", wad.StaticMeshes[i].Mesh);
     }
@@ -202,7 +255,8 @@ Complaints CheckWad(const WadFile& wad, int game)
     } catch (const ReadFailure& failure) {
         check.Add("The mesh data can't be walked: ", failure.what());
     }
-    CheckObjects(check);
+    CheckMoveables(check);
+    CheckStaticMeshes(check);
     CheckAnimations(check);
     return check.Take();
 }

@@ -46,10 +46,11 @@ private:
     std::size_t total_ = 0;
 };
 
-/// Every pointer, index and range of a WAD file, the palette tile of games 1 to 3, the walk along
-/// transitions and commands, and the form of the frames. What the games' own levels bring along and
-/// the conversion keeps (a transition to a frame that its animation doesn't have, a moveable's
-/// frames where it has no animation) is let pass.
+/// Every pointer, index and range of a WAD file, the palette tile of games 1 to 3, the transitions
+/// and commands, and a walk along all frames. Passed over is what the games' own levels bring along
+/// and the conversion keeps: transitions to a frame number that their animation doesn't have, and
+/// sounds and frames that commands name. Where the animations don't follow their moveables, which
+/// is told, nothing is compared with the moveables.
 Complaints CheckWad(const WadFile& wad, int game);
 
 /// One line for each object: a name, a source path and a name, which is the same one for static

@@ -3,6 +3,7 @@
 #include "check/ObjectSetCheck.h"
 #include "check/WadCheck.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -61,13 +62,16 @@ private:
 /// WAV files that no line names: no fault, since nothing looks at them.
 Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string>& lines)
 {
-    Gatherer out;
     const std::set<std::string> named(lines.begin(), lines.end());
+    std::set<std::string> unnamed;
     std::error_code fault; // as above: the lines have told it
     for (fs::directory_iterator entry(ToPath(folder), fault), end; !fault && entry != end;
          entry.increment(fault))
         if (const auto name = FromPath(entry->path().filename()); !named.contains(name))
-            out.Add("No line names ", name, ", maybe a file of an earlier set");
+            unnamed.insert(name);
+    Gatherer out;
+    for (const std::string& name : unnamed)
+        out.Add("No line names ", Quoted(name), ", maybe a file of an earlier set");
     return out.Take();
 }
 
@@ -99,7 +103,7 @@ Complaints CheckWas(const std::vector<std::string>& lines, const WadFile* wad, i
         const auto names = lines[i].find(root);
         const auto path = lines[i].rfind('\\');
         if (names == std::string::npos || path <= names + root.size())
-            out.Add("Line ", i + 1, " has no source path");
+            out.Add("Line ", i + 1, " has no source path of game ", game);
         else if ((i >= moveables || game == 4) &&
                  lines[i].substr(0, names) != lines[i].substr(path + 1))
             out.Add("Line ", i + 1, " has two names for one object");
@@ -112,15 +116,18 @@ Complaints CheckSwd(const SwdFile& swd)
     Gatherer out;
     if (swd.Pixels.size() % kSetTileBytes != 0)
         out.Add(swd.Pixels.size(), " tile bytes are no whole tiles");
+    // The last tile holds the palette.
+    const std::size_t tiles = std::max(swd.Pixels.size() / kSetTileBytes, std::size_t{1}) - 1;
     for (std::size_t i = 0; i < swd.SpriteTextures.size(); ++i) {
         const SwdSpriteTexture& sprite = swd.SpriteTextures[i];
-        if (!Inside(sprite.Tile, 1, swd.Pixels.size() / kSetTileBytes))
-            out.Add("Sprite texture ", i, " lies on tile ", sprite.Tile);
+        if (!Inside(sprite.Tile, 1, tiles))
+            out.Add("Sprite texture ", i, " lies on tile ", sprite.Tile, " of ", tiles);
         if (sprite.X + sprite.Width / 256 > 255 || sprite.Y + sprite.Height / 256 > 255)
             out.Add("Sprite texture ", i, " leaves its tile");
     }
     for (std::size_t i = 0; i < swd.SpriteSequences.size(); ++i)
         if (const SwdSpriteSequence& sequence = swd.SpriteSequences[i];
+            sequence.NegatedCount == 0 ||
             !Inside(sequence.FirstTexture, -sequence.NegatedCount, swd.SpriteTextures.size()))
             out.Add("Sprite sequence ", i, " has ", -sequence.NegatedCount, " textures from ",
                     sequence.FirstTexture, " on, of ", swd.SpriteTextures.size());

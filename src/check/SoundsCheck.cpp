@@ -4,7 +4,9 @@
 #include "check/WadCheck.h"
 
 #include <array>
+#include <filesystem>
 #include <set>
+#include <system_error>
 
 namespace morlik::check
 {
@@ -72,8 +74,8 @@ Complaints CheckSam(const std::vector<std::string>& lines, const SfxFile& sfx, i
                 continue;
             const auto expected = stem + std::to_string(v) + ".wav";
             if (lines[samples] != expected)
-                out.Add("Line ", samples + 1, " is \"", lines[samples], "\", not \"", expected,
-                        '"');
+                out.Add("Line ", samples + 1, " is ", Quoted(lines[samples]), ", not ",
+                        Quoted(expected));
         }
     }
     if (lines.size() != samples)
@@ -84,14 +86,23 @@ Complaints CheckSam(const std::vector<std::string>& lines, const SfxFile& sfx, i
 Complaints CheckWaves(const std::string& folder, const std::vector<std::string>& lines, int game)
 {
     Gatherer out;
-    for (const std::string& name : std::set(lines.begin(), lines.end()))
+    for (const std::string& name : std::set(lines.begin(), lines.end())) {
+        const auto path = ToPath(folder) / ToPath(name);
+        std::error_code fault;
+        // A name with a path in it leads elsewhere.
+        if (name.find_first_of("/\\") != std::string::npos ||
+            !std::filesystem::is_regular_file(path, fault)) {
+            out.Add("There is no file ", Quoted(name));
+            continue;
+        }
         try {
-            const auto file = FileBytes::Load(FromPath(ToPath(folder) / ToPath(name)));
-            if (const char* fault = WaveFault(file.Bytes(), game))
-                out.Add(name, fault);
+            const auto file = FileBytes::Load(FromPath(path));
+            if (const char* wrong = WaveFault(file.Bytes(), game))
+                out.Add(name, wrong);
         } catch (const FileFailure& failure) {
             out.Add(failure.what());
         }
+    }
     return out.Take();
 }
 

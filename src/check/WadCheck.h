@@ -3,6 +3,9 @@
 #include "check/ObjectSet.h"
 #include "check/ObjectSetCheck.h"
 
+#include <algorithm>
+#include <string>
+
 namespace morlik::check
 {
 
@@ -19,12 +22,40 @@ struct WadCheck : Gatherer
     bool Paletted() const { return Game <= 3; }
 };
 
+/// What a walk may cost beyond the length of its table. Ranges that cover the same records again
+/// and again, as in no sound file, would take hours to follow.
+struct Budget
+{
+    std::size_t Left;
+
+    explicit Budget(std::size_t table) : Left(table + (std::size_t{1} << 22U)) {}
+
+    /// Tells whether some is left after these steps.
+    bool Spend(std::size_t steps)
+    {
+        Left -= std::min(Left, steps);
+        return Left != 0;
+    }
+};
+
 /// Whether `count` elements from `first` on lie in a table of `size`. None lie anywhere.
 inline bool Inside(std::int64_t first, std::int64_t count, std::size_t size)
 {
     if (count <= 0)
         return count == 0;
     return first >= 0 && first + count <= static_cast<std::int64_t>(size);
+}
+
+/// The beginning of a text of a damaged file, in double quotes, fit for a terminal.
+inline std::string Quoted(std::string text)
+{
+    constexpr std::size_t kMostShown = 60;
+    if (text.size() > kMostShown)
+        text.replace(kMostShown, std::string::npos, "...");
+    std::replace_if(
+        text.begin(), text.end(),
+        [](unsigned char letter) { return letter < ' ' || letter == 0x7f; }, '?');
+    return '"' + text + '"';
 }
 
 /// Animations with their state changes, dispatches, commands and frames.

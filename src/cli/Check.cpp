@@ -1,10 +1,11 @@
 // morlik-cli check: an object set, read back.
 
+#include "base/Files.h"
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "cli/Commands.h"
 
-#include <filesystem>
+#include <algorithm>
 
 namespace morlik::cli
 {
@@ -12,23 +13,17 @@ namespace morlik::cli
 namespace
 {
 
-/// The game that the source paths of a list name, ":Z:\TOMB4\..."; 0 where no line does, or where
-/// the list can't be read, which the check itself tells.
+/// The game that the first source path of a list names, ":Z:\TOMB4\..."; 0 where there is none.
+/// Looks at the bytes, whatever else may be wrong with them.
 int GameOf(const std::string& list)
 {
     static constexpr std::string_view kRoot = ":Z:\\TOMB";
-    try {
-        for (const std::string& line : check::ReadLines(list)) {
-            const auto at = line.find(kRoot);
-            if (at == std::string::npos || at + kRoot.size() >= line.size())
-                continue;
-            if (const int game = line[at + kRoot.size()] - '0'; game >= 1 && game <= 5)
-                return game;
-        }
-    } catch (const std::runtime_error&) {
-        return 0;
-    }
-    return 0;
+    const auto bytes = check::ReadFile(list);
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const auto at = text.find(kRoot);
+    const int game =
+        at < text.size() - std::min(text.size(), kRoot.size()) ? text[at + kRoot.size()] - '0' : 0;
+    return game >= 1 && game <= 5 ? game : 0;
 }
 
 } // namespace
@@ -39,17 +34,20 @@ int Check(const std::string& set, int game, const Streams& streams)
         streams.Errors << "The set is named by its list, which ends in .was\n";
         return kWrongUse;
     }
-    std::error_code fault;
-    if (game == 0 && !std::filesystem::is_regular_file(ToPath(set), fault)) {
-        streams.Errors << "There is no list " << set << '\n';
-        return kFailed;
-    }
-    const int known = game != 0 ? game : GameOf(set);
-    if (known == 0) {
+    // A list is written with small letters, also where the set was named with others.
+    const auto base = set.substr(0, set.size() - 4);
+    if (game == 0)
+        try {
+            game = GameOf(base + ".was");
+        } catch (const FileFailure& failure) {
+            streams.Errors << failure.what() << '\n';
+            return kFailed;
+        }
+    if (game == 0) {
         streams.Errors << set << " does not tell the game; say it with --game N\n";
         return kFailed;
     }
-    const auto report = check::CheckSet(set.substr(0, set.size() - 4), known);
+    const auto report = check::CheckSet(base, game);
     for (const std::string& extension : report.Missing)
         streams.Out << "missing: the " << extension << " file\n";
     for (const std::string& problem : report.Problems)
