@@ -213,7 +213,7 @@ void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::pat
                 command.size() - 6);
     for (const bool isNew : {true, false}) {
         std::array<std::vector<double>, 2> times;
-        for (int run = 0; run < runs; ++run)
+        for (int run = 0; run < runs; ++run) {
             for (const std::size_t jobs : {1U, 2U}) {
                 if (isNew)
                     fs::remove_all(scratch / "sets");
@@ -223,6 +223,7 @@ void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::pat
                     throw std::runtime_error("The levels don't all convert");
                 times[jobs - 1].push_back(used.WallMilliseconds);
             }
+        }
         const double alone = Median(times[0]);
         const double both = Median(times[1]);
         std::printf("%-28s %8.1f  %8.1f  %13.2f\n",

@@ -81,13 +81,13 @@ void CheckDispatches(WadCheck& check, const std::vector<Owner>& owners)
     std::vector<std::optional<std::size_t>> outsideOf(wad.AnimDispatches.size());
     for (std::size_t a = 0; a < owners.size(); ++a) {
         const Owner& owner = owners[a];
-        for (int s = 0; s < wad.Animations[a].NumStateChanges; ++s) {
-            const auto at = static_cast<std::size_t>(wad.Animations[a].StateChange + s);
+        for (std::size_t s = 0; std::cmp_less(s, wad.Animations[a].NumStateChanges); ++s) {
+            const auto at = static_cast<std::size_t>(wad.Animations[a].StateChange) + s;
             const WadStateChange& change = wad.StateChanges[at];
             if (!budget.Spend(1 + static_cast<std::size_t>(change.NumAnimDispatches)))
                 return check.Add("The state changes or dispatches overlap too often");
-            for (int d = 0; d < change.NumAnimDispatches; ++d) {
-                const auto dispatch = static_cast<std::size_t>(change.AnimDispatch + d);
+            for (std::size_t d = 0; std::cmp_less(d, change.NumAnimDispatches); ++d) {
+                const auto dispatch = static_cast<std::size_t>(change.AnimDispatch) + d;
                 const std::int64_t next = wad.AnimDispatches[dispatch].NextAnimation;
                 const bool inside = next >= owner.First && next < owner.End;
                 outsideOf[dispatch] = inside ? std::nullopt : std::optional(owner.Moveable);
