@@ -24,6 +24,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace
@@ -215,8 +216,10 @@ void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::pat
         std::array<std::vector<double>, 2> times;
         for (int run = 0; run < runs; ++run) {
             for (const std::size_t jobs : {1U, 2U}) {
-                if (isNew)
+                if (isNew) {
                     fs::remove_all(scratch / "sets");
+                    sync(); // else the disk still gives up the old files while the new ones come
+                }
                 command[3] = std::to_string(jobs);
                 const Usage used = RunProcess(command);
                 if (!used.Good)
