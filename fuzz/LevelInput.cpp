@@ -67,7 +67,7 @@ Bytes InputOf(const samples::LevelContent& level)
     Bytes input{NameByte(level.Game)};
     for (const std::byte byte : file)
         input.push_back(std::to_integer<std::uint8_t>(byte));
-    if (samples::IsOlderGame(level.Game)) {
+    if (IsOlderGame(level.Game)) {
         const auto from =
             input.begin() + static_cast<std::ptrdiff_t>(kNameBytes + TileCountAt(level.Game) + 4);
         const auto tiles = level.Tiles8.size() / kTilePixels;
@@ -108,7 +108,7 @@ std::string Run::WriteLevel(std::span<const std::uint8_t> input) const
     const auto at = TileCountAt(game);
     const std::size_t tiles = WordAt(file, at);
     const std::string name = std::string("level") + kEndings[input[0] % kEndings.size()];
-    if (!samples::IsOlderGame(game) || tiles > kMostLeftOut || at + 4 > file.size())
+    if (!IsOlderGame(game) || tiles > kMostLeftOut || at + 4 > file.size())
         return Write(name, file);
     Bytes whole(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(at + 4));
     whole.resize(whole.size() + BytesOfTiles(game, tiles));

@@ -56,7 +56,7 @@ private:
 
 public:
     ConsoleHost Console;
-    Session Project{Console};
+    Session Program{Console};
 };
 
 } // namespace morlik::fuzz

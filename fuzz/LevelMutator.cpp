@@ -191,7 +191,7 @@ std::size_t MutateLevel(std::uint8_t* data, std::size_t size, std::size_t most, 
     const std::size_t room = most - kNameBytes;
     const Bytes before(file, data + size);
     const auto streams =
-        samples::IsOlderGame(game) ? std::vector<CountedTable>{} : FindStreams(before, game);
+        IsOlderGame(game) ? std::vector<CountedTable>{} : FindStreams(before, game);
     const bool around = seed % kChangesOfStreams == 0;
     if (game == kTR4 && streams.size() == 4 && !around)
         return kNameBytes + Store(WithChangedBlock(before, streams.back(), room, seed), file, room);

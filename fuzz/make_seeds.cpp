@@ -47,7 +47,7 @@ private:
 samples::LevelContent FullLevel(VersionCode game)
 {
     auto level = samples::MakeRichLevel(game);
-    if (!samples::IsOlderGame(game)) {
+    if (!IsOlderGame(game)) {
         level.Tiles32.resize(kTileSide);
         level.Tiles16.resize(kTileSide);
     }
@@ -82,8 +82,8 @@ void WriteSets(const Seeds& seeds)
     for (const VersionCode code : {kTR1, kTR2, kTR3, kTR4, kTR5}) {
         fuzz::Run run;
         run.Try([&] {
-            LoadLevel(run.Project, run.WriteLevel(fuzz::InputOf(samples::MakeSmallestLevel(code))));
-            SaveLevel(run.Project, run.File("set.was"));
+            LoadLevel(run.Program, run.WriteLevel(fuzz::InputOf(samples::MakeSmallestLevel(code))));
+            SaveLevel(run.Program, run.File("set.was"));
         });
         const auto put = [&](int kind, const std::vector<std::string>& extensions) {
             std::vector<std::byte> input{static_cast<std::byte>(kind)};

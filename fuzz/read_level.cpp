@@ -6,6 +6,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     morlik::fuzz::Run run;
     const auto level = run.WriteLevel({data, size});
-    run.Try([&] { morlik::LoadLevel(run.Project, level); });
+    run.Try([&] { morlik::LoadLevel(run.Program, level); });
     return 0;
 }

@@ -7,6 +7,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     morlik::fuzz::Run run;
     const auto path = run.Write(morlik::kCatalogueName, {data, size});
-    run.Try([&] { morlik::LoadObjectIDs(path, run.Project.Names, run.Project.Report); });
+    run.Try([&] { morlik::LoadObjectIDs(path, run.Program.Names, run.Program.Report); });
     return 0;
 }

@@ -7,6 +7,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     morlik::fuzz::Run run;
     const auto path = run.Write("project.prj", {data, size});
-    run.Try([&] { morlik::ReadPRJ(path, run.Project.State, run.Project.Report); });
+    run.Try([&] { morlik::ReadPRJ(path, run.Program.State.LevelIsLoaded, run.Program.Report); });
     return 0;
 }

@@ -9,8 +9,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     morlik::fuzz::Run run;
     const auto path = run.Write("main.sfx", {data, size});
-    auto& sounds = run.Project.MainSFX;
-    run.Try([&] { morlik::ReadMainSFX(path, sounds, run.Project.Report); });
+    auto& sounds = run.Program.MainSFX;
+    run.Try([&] { morlik::ReadMainSFX(path, sounds, run.Program.Report); });
     std::size_t bytes = 0;
     for (const auto& sample : sounds.MainSFXSamples)
         bytes += sample.size();

@@ -18,8 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Run run;
     WriteWholeFile(run.File("block.tr4"), file);
     run.Try([&] {
-        LoadLevel(run.Project, run.File("block.tr4"));
-        SaveLevel(run.Project, run.File("set.was"));
+        LoadLevel(run.Program, run.File("block.tr4"));
+        SaveLevel(run.Program, run.File("set.was"));
     });
     return 0;
 }

@@ -7,8 +7,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     morlik::fuzz::Run run;
     const auto level = run.WriteLevel({data, size});
     run.Try([&] {
-        morlik::LoadLevel(run.Project, level);
-        morlik::SaveLevel(run.Project, run.File("set.was"));
+        morlik::LoadLevel(run.Program, level);
+        morlik::SaveLevel(run.Program, run.File("set.was"));
     });
     return 0;
 }

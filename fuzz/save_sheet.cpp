@@ -1,16 +1,15 @@
 // Reads levels of all games and saves their texture sheets.
 
 #include "fuzz/LevelInput.h"
-#include "output/TGA_Mod.h"
+#include "picture/TGA_Mod.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     morlik::fuzz::Run run;
     const auto level = run.WriteLevel({data, size});
     run.Try([&] {
-        morlik::LoadLevel(run.Project, level);
-        morlik::SaveTGA(run.File("sheet.tga"), run.Project.Level, run.Project.State,
-                        run.Project.Report);
+        morlik::LoadLevel(run.Program, level);
+        morlik::SaveTGA(run.File("sheet.tga"), run.Program.Level, run.Program.Report);
     });
     return 0;
 }

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string whole(data, data + size);
     std::string key = whole;
     auto root = morlik::RootKey{};
-    morlik::SplitKeyPath(key, root, run.Project.Report);
+    morlik::SplitKeyPath(key, root, run.Program.Report);
     if (!whole.ends_with(key))
         std::abort();
     return 0;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "level/LevelData.h"
-#include "level/TR_Main.h"
+#include "level/TrMainState.h"
 
 #include <array>
 #include <cstddef>
@@ -11,11 +11,6 @@
 namespace morlik::samples
 {
 
-/// Tomb Raider I, I Gold, II and III.
-constexpr bool IsOlderGame(VersionCode game)
-{
-    return game != kTR4 && game != kTR5;
-}
 constexpr bool IsFirstGame(VersionCode game)
 {
     return game == kTR1 || game == kTR1Gold;
@@ -55,6 +50,18 @@ struct MeshContent
     std::vector<MeshFace> ColouredRectangles; ///< Tomb Raider I to III only, like the next
     std::vector<MeshFace> ColouredTriangles;
 };
+
+/// Vertex of a room, in room coordinates. Tomb Raider I has the first four fields.
+struct RoomVertex
+{
+    std::int16_t X = 0;
+    std::int16_t Y = 0;
+    std::int16_t Z = 0;
+    std::int16_t Lighting1 = 0;
+    std::int16_t Attributes = 0;
+    std::int16_t Lighting2 = 0;
+};
+static_assert(sizeof(RoomVertex) == 12);
 
 struct RoomSprite
 {

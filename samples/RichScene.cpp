@@ -226,35 +226,21 @@ void AddRooms(LevelContent& level, const RichTextures& textures)
     level.Rooms = {std::move(yard), std::move(hall)};
 }
 
-/// A sprite texture: place and size in the tile, then the edges in the world.
 SpriteTexture SpriteOf(Art art)
 {
     const TextureBox box = BoxOf(art);
-    ByteWriter rest;
-    rest.Put(narrow<std::uint8_t>(box.X));
-    rest.Put(narrow<std::uint8_t>(box.Y));
-    rest.Put(narrow<std::uint16_t>((box.Width - 1) * 256 + 255)); // 8.8 fixed point
-    rest.Put(narrow<std::uint16_t>((box.Height - 1) * 256 + 255));
-    rest.Put(narrow<std::int16_t>(-box.Width * 4));
-    rest.Put(narrow<std::int16_t>(-box.Height * 8));
-    rest.Put(narrow<std::int16_t>(box.Width * 4));
-    rest.Put(std::int16_t{0});
-    SpriteTexture sprite;
-    sprite.Tile = box.Tile;
-    std::copy(rest.Bytes().begin(), rest.Bytes().end(), sprite.Rest.begin());
-    return sprite;
+    return {.Tile = box.Tile,
+            .X = narrow<std::uint8_t>(box.X),
+            .Y = narrow<std::uint8_t>(box.Y),
+            .Width = narrow<std::uint16_t>((box.Width - 1) * 256 + 255),
+            .Height = narrow<std::uint16_t>((box.Height - 1) * 256 + 255),
+            .Sides = {Word(-box.Width * 4), Word(-box.Height * 8), Word(box.Width * 4), 0}};
 }
 
-/// `count` sprites from `first` on; the count is kept negated.
+/// `count` sprites from `first` on.
 SpriteSequence SequenceOf(std::int32_t objectID, std::int16_t count, std::int16_t first)
 {
-    ByteWriter raw;
-    raw.Put(objectID);
-    raw.Put(static_cast<std::int16_t>(-count));
-    raw.Put(first);
-    SpriteSequence sequence;
-    std::copy(raw.Bytes().begin(), raw.Bytes().end(), sequence.Raw.begin());
-    return sequence;
+    return {.ObjectID = objectID, .NegatedCount = Word(-count), .FirstTexture = first};
 }
 
 } // namespace

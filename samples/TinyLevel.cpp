@@ -13,17 +13,11 @@ namespace
 
 std::uint32_t FirstWordOf(VersionCode game)
 {
-    switch (game) {
-    case kTR2:
-        return 0x2d;
-    case kTR3:
-        return 0xff180038;
-    case kTR4:
-    case kTR5:
+    if (!IsOlderGame(game))
         return 0x00345254; // "TR4": the two are told apart by the file name
-    default:
+    if (IsFirstGame(game))
         return 0x20;
-    }
+    return game == kTR2 ? 0x2d : 0xff180038;
 }
 
 /// One square facing the viewer.

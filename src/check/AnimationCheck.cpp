@@ -14,17 +14,17 @@ namespace
 /// Tells whether a walk along the transitions and commands stays inside their tables.
 bool CheckRanges(WadCheck& check)
 {
-    const WadFile& wad = check.Wad;
+    const ObjectSet& wad = check.Wad;
     const std::size_t before = check.Total();
     for (std::size_t i = 0; i < wad.Animations.size(); ++i) {
-        const WadAnimation& animation = wad.Animations[i];
+        const Animation& animation = wad.Animations[i];
         if (!Inside(animation.StateChange, animation.NumStateChanges, wad.StateChanges.size()))
             check.Add("Animation ", i, " has its state changes outside their table");
         if (!Inside(animation.AnimCommand, animation.NumAnimCommands, wad.AnimCommands.size()))
             check.Add("Animation ", i, " has its commands outside their table");
     }
     for (std::size_t i = 0; i < wad.StateChanges.size(); ++i) {
-        const WadStateChange& change = wad.StateChanges[i];
+        const StateChange& change = wad.StateChanges[i];
         if (!Inside(change.AnimDispatch, change.NumAnimDispatches, wad.AnimDispatches.size()))
             check.Add("State change ", i, " has its dispatches outside their table");
     }
@@ -76,14 +76,14 @@ std::vector<Owner> OwnersOf(WadCheck& check)
 /// for each in turn, so the last that reaches it finds it inside.
 void CheckDispatches(WadCheck& check, const std::vector<Owner>& owners)
 {
-    const WadFile& wad = check.Wad;
+    const ObjectSet& wad = check.Wad;
     Budget budget(wad.StateChanges.size() + wad.AnimDispatches.size());
     std::vector<std::optional<std::size_t>> outsideOf(wad.AnimDispatches.size());
     for (std::size_t a = 0; a < owners.size(); ++a) {
         const Owner& owner = owners[a];
         for (std::size_t s = 0; std::cmp_less(s, wad.Animations[a].NumStateChanges); ++s) {
             const auto at = static_cast<std::size_t>(wad.Animations[a].StateChange) + s;
-            const WadStateChange& change = wad.StateChanges[at];
+            const StateChange& change = wad.StateChanges[at];
             if (!budget.Spend(1 + static_cast<std::size_t>(change.NumAnimDispatches)))
                 return check.Add("The state changes or dispatches overlap too often");
             for (std::size_t d = 0; std::cmp_less(d, change.NumAnimDispatches); ++d) {
@@ -95,7 +95,7 @@ void CheckDispatches(WadCheck& check, const std::vector<Owner>& owners)
         }
     }
     for (std::size_t i = 0; i < outsideOf.size(); ++i) {
-        const WadAnimDispatch& dispatch = wad.AnimDispatches[i];
+        const AnimDispatch& dispatch = wad.AnimDispatches[i];
         if (outsideOf[i])
             check.Add("Dispatch ", i, " leads from moveable ", *outsideOf[i], " to animation ",
                       dispatch.NextAnimation, " of another");
@@ -162,7 +162,7 @@ const char* FrameFault(const WadCheck& check, std::size_t start, std::size_t end
         const unsigned word = static_cast<std::uint16_t>(frames[at]);
         isPair = (word & 0xc000U) == 0;
         // The conversion drops bits 12 and 13, and its factor of 4 leaves the lowest two clear.
-        if (check.Paletted() && !isPair && (word & 0x3003U) != 0)
+        if (check.HasPalette() && !isPair && (word & 0x3003U) != 0)
             return "has an angle of 10 bits";
         at += isPair ? 2 : 1;
     }
@@ -170,13 +170,13 @@ const char* FrameFault(const WadCheck& check, std::size_t start, std::size_t end
         return "is too short for its rotations";
     // The pairs of game 1 have moved up by the word of their count. The last word stayed, so it
     // repeats the first one of the last pair (unless that was an angle to rescale).
-    if (check.Game == 1 && isPair && frames[end - 1] != frames[end - 3])
+    if (check.Wad.Game == kTR1 && isPair && frames[end - 1] != frames[end - 3])
         return "doesn't have the form of a rebuilt frame";
     return nullptr;
 }
 
 /// Where the frames of animation `a` end: where those of the next one begin. In bytes.
-std::int64_t FramesEnd(const WadFile& wad, std::size_t a)
+std::int64_t FramesEnd(const ObjectSet& wad, std::size_t a)
 {
     return a + 1 == wad.Animations.size() ? static_cast<std::int64_t>(wad.Frames.size() * 2)
                                           : std::int64_t{wad.Animations[a + 1].FrameOffset};
@@ -187,7 +187,7 @@ std::int64_t FramesEnd(const WadFile& wad, std::size_t a)
 /// never keeps).
 void CheckExtent(WadCheck& check, std::size_t a)
 {
-    const WadAnimation& animation = check.Wad.Animations[a];
+    const Animation& animation = check.Wad.Animations[a];
     const std::int64_t start = animation.FrameOffset;
     const std::int64_t bytes = FramesEnd(check.Wad, a) - start;
     const std::int64_t frame = 2 * std::int64_t{animation.FrameSize};
@@ -208,7 +208,7 @@ void CheckExtent(WadCheck& check, std::size_t a)
 
 void CheckFrames(WadCheck& check, const std::vector<Owner>& owners)
 {
-    const WadFile& wad = check.Wad;
+    const ObjectSet& wad = check.Wad;
     const std::size_t before = check.Total();
     for (std::size_t a = 0; a < wad.Animations.size(); ++a)
         CheckExtent(check, a);
@@ -219,7 +219,7 @@ void CheckFrames(WadCheck& check, const std::vector<Owner>& owners)
         const int meshes = wad.Moveables[owners[a].Moveable].NumMeshes;
         const auto end = static_cast<std::size_t>(FramesEnd(wad, a)) / 2;
         auto at = static_cast<std::size_t>(wad.Animations[a].FrameOffset) / 2;
-        if (check.Game == 1 && at != end && std::cmp_not_equal(size, 10 + 2 * meshes)) {
+        if (check.Wad.Game == kTR1 && at != end && std::cmp_not_equal(size, 10 + 2 * meshes)) {
             check.Add("Animation ", a, " has frames of ", size, " words for ", meshes, " meshes");
             continue;
         }

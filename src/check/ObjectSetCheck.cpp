@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <ostream>
 #include <set>
+#include <utility>
 
 namespace morlik::check
 {
@@ -12,7 +13,6 @@ namespace morlik::check
 namespace
 {
 
-constexpr std::size_t kPaletteTextures = 258;
 constexpr std::size_t kMostLevelTextures = 2047;
 constexpr std::size_t kMostStaticMeshes = 60;
 /// IDs of objects lie below these in all games.
@@ -23,28 +23,32 @@ constexpr std::size_t kStaticIDs = 90;
 /// (magenta) where the game has such a colour. The rest of the tile is black.
 void CheckPaletteTile(WadCheck& check)
 {
-    const std::size_t tile = check.Wad.Pixels.size() / kSetTileBytes - 1;
-    const std::span pixels =
-        std::span(check.Wad.Pixels).subspan(tile * kSetTileBytes, kSetTileBytes);
-    std::vector<std::uint8_t> wanted(kSetTileBytes);
-    for (std::size_t i = 0; i < kPaletteTextures; ++i) {
-        const WadTexture square{static_cast<std::uint8_t>(i % 64 * 4),
-                                static_cast<std::uint8_t>(i / 64 * 4),
-                                static_cast<std::int16_t>(tile),
-                                0xff,
-                                3,
-                                0xff,
-                                3};
+    constexpr std::size_t kPixel = kPixelBytes;
+    const std::int64_t tile = check.Wad.Tiles.Count() - 1;
+    std::vector<std::byte> pixels(kTileBytes);
+    for (std::int64_t row = 0; row < kTileSide; ++row)
+        check.Wad.Tiles.CopyRow(tile * kTileSide + row,
+                                &pixels[static_cast<std::size_t>(row) * kRowBytes]);
+    std::vector<std::byte> wanted(kTileBytes);
+    for (std::size_t i = 0; i < kNumPaletteTextures; ++i) {
+        const TextInfo square{static_cast<std::uint8_t>(i % 64 * 4),
+                              static_cast<std::uint8_t>(i / 64 * 4),
+                              static_cast<std::int16_t>(tile),
+                              0xff,
+                              3,
+                              0xff,
+                              3};
         if (check.Wad.Textures[check.ColourBase + i] != square)
             check.Add("Texture ", check.ColourBase + i, " is not palette square ", i);
-        const std::size_t corner = (square.Y * std::size_t{256} + square.X) * 3;
-        std::array<std::uint8_t, 3> colour{};
+        const std::size_t corner = square.Y * std::size_t{kRowBytes} + square.X * kPixel;
+        std::array<std::byte, kPixel> colour{};
         if (i < 256)
-            std::copy_n(pixels.begin() + static_cast<std::ptrdiff_t>(corner), 3, colour.begin());
-        else if (i == 257 && check.Game != 1)
-            colour = {255, 0, 255};
+            std::copy_n(pixels.begin() + static_cast<std::ptrdiff_t>(corner), kPixel,
+                        colour.begin());
+        else if (i == 257 && check.Wad.Game != kTR1)
+            colour = {std::byte{255}, std::byte{0}, std::byte{255}};
         for (std::size_t byte = 0; byte < 48; ++byte)
-            wanted[corner + byte / 12 * 768 + byte % 12] = colour[byte % 3];
+            wanted[corner + byte / 12 * kRowBytes + byte % 12] = colour[byte % kPixel];
     }
     const auto wrong = std::mismatch(wanted.begin(), wanted.end(), pixels.begin()).first;
     if (wrong != wanted.end())
@@ -55,14 +59,13 @@ void CheckPaletteTile(WadCheck& check)
 /// the palette tile behind it. So both ends are in use.
 void CheckTextures(WadCheck& check)
 {
-    const WadFile& wad = check.Wad;
-    if (wad.Pixels.size() % kSetTileBytes != 0)
-        check.Add(wad.Pixels.size(), " tile bytes are no whole tiles");
-    auto tiles = static_cast<std::int64_t>(wad.Pixels.size() / kSetTileBytes);
-    if (check.Paletted()) {
-        if (wad.Textures.size() < kPaletteTextures || tiles == 0)
+    const ObjectSet& wad = check.Wad;
+    if (wad.Tiles.NumBytes() % kTileBytes != 0)
+        check.Add(wad.Tiles.NumBytes(), " tile bytes are no whole tiles");
+    auto tiles = wad.Tiles.Count();
+    if (check.HasPalette()) {
+        if (wad.Textures.size() < kNumPaletteTextures || tiles == 0)
             return check.Add("The palette is missing");
-        check.ColourBase -= kPaletteTextures;
         CheckPaletteTile(check);
         --tiles;
     }
@@ -70,7 +73,7 @@ void CheckTextures(WadCheck& check)
         check.Add(check.ColourBase, " textures are more than the editor takes");
     std::set<std::int64_t> used;
     for (std::size_t i = 0; i < check.ColourBase; ++i) {
-        const WadTexture& texture = wad.Textures[i];
+        const TextInfo& texture = wad.Textures[i];
         used.insert(texture.Tile);
         if (texture.Tile < 0 || texture.Tile >= tiles)
             check.Add("Texture ", i, " lies on tile ", texture.Tile, " of ", tiles);
@@ -94,21 +97,21 @@ std::ostream& operator<<(std::ostream& out, const FacePlace& place)
 
 /// Triangles of games 1 to 3 keep their flips at 0; all other textures have 0xff. A colour square
 /// is neither turned nor mirrored. `used` tells which textures a face had before.
-void CheckFace(WadCheck& check, const WadMeshFace& face, const FacePlace& place,
+void CheckFace(WadCheck& check, const WadFace& face, const FacePlace& place,
                std::vector<bool>& used)
 {
-    const auto number = static_cast<std::size_t>(face.TextureNumber());
+    const auto number = face.TextureNumber();
     if (number >= check.Wad.Textures.size())
         return check.Add(place, " has texture ", number, " of ", check.Wad.Textures.size());
     const bool coloured = number >= check.ColourBase;
-    const int flip = face.Type == 8 && check.Paletted() && !coloured ? 0 : 0xff;
-    const WadTexture& texture = check.Wad.Textures[number];
+    const int flip = face.Type == kFaceTriangle && check.HasPalette() && !coloured ? 0 : 0xff;
+    const TextInfo& texture = check.Wad.Textures[number];
     if (!used[number] && (texture.FlipX != flip || texture.FlipY != flip))
         check.Add(place, " has texture ", number, " with flips of the other kind");
     used[number] = true;
-    if (coloured && face.Texture != face.TextureNumber())
+    if (coloured && std::cmp_not_equal(face.Texture, number))
         check.Add(place, " turns a colour square");
-    if (check.Paletted() && face.Flags != 0 && (face.Flags != 1 || coloured))
+    if (check.HasPalette() && face.Flags != 0 && (face.Flags != 1 || coloured))
         check.Add(place, " has the flags ", face.Flags);
 }
 
@@ -116,8 +119,9 @@ void CheckFace(WadCheck& check, const WadMeshFace& face, const FacePlace& place,
 void CheckMeshPointers(WadCheck& check, const std::vector<std::size_t>& records)
 {
     auto next = records.begin();
-    for (std::size_t i = 0; i < check.Wad.MeshPointers.size(); ++i) {
-        const std::size_t pointer = check.Wad.MeshPointers[i];
+    for (std::size_t i = 0; i < check.Wad.Meshes.MeshPointers.size(); ++i) {
+        const auto pointer =
+            static_cast<std::size_t>(static_cast<std::uint32_t>(check.Wad.Meshes.MeshPointers[i]));
         const auto met = std::lower_bound(records.begin(), records.end(), pointer);
         if (met == records.end() || *met != pointer || met > next)
             check.Add("Mesh pointer ", i, " leads to ", pointer, ", not to the next record");
@@ -133,14 +137,14 @@ void CheckMeshes(WadCheck& check)
 {
     std::vector<std::size_t> records;
     std::vector<bool> used(check.Wad.Textures.size());
-    ForEachWadMesh(check.Wad, [&](std::size_t offset, const WadMeshRecord& mesh) {
+    ForEachWadMesh(check.Wad.Meshes, [&](std::size_t offset, const WadMesh& mesh) {
         records.push_back(offset);
         if (mesh.Normals.size() + mesh.Lights.size() != mesh.Vertices.size())
             check.Add("The mesh at ", offset, " has ", mesh.Vertices.size(), " vertices and ",
                       mesh.Normals.size() + mesh.Lights.size(), " normals or lights");
         for (std::size_t i = 0; i < mesh.Faces.size(); ++i) {
-            const WadMeshFace& face = mesh.Faces[i];
-            for (const std::int16_t vertex : face.Vertices)
+            const WadFace& face = mesh.Faces[i];
+            for (const std::int16_t vertex : std::span(face.Vertices).first(face.NumVertices()))
                 if (!Inside(vertex, 1, mesh.Vertices.size()))
                     check.Add(FacePlace{i, offset}, " has vertex ", vertex, " of ",
                               mesh.Vertices.size());
@@ -158,7 +162,7 @@ void CheckMeshes(WadCheck& check)
 /// the stack, which holds nothing yet; the trees go to the set as they are, so that is let pass.
 void CheckMeshTree(WadCheck& check, std::size_t i, Budget& budget)
 {
-    const WadMoveable& moveable = check.Wad.Moveables[i];
+    const Moveable& moveable = check.Wad.Moveables[i];
     const std::int64_t words = std::max(std::int64_t{moveable.NumMeshes} - 1, std::int64_t{0}) * 4;
     if (moveable.MeshTree < 0 || moveable.MeshTree % 4 != 0 ||
         !Inside(moveable.MeshTree, words, check.Wad.MeshTrees.size()))
@@ -190,7 +194,7 @@ public:
     {
         if (!Inside(id, 1, taken_.size()))
             return check_.Add(kind_, i, " has the ID ", id, ", which no game has");
-        if (check_.Game == 5 && id != static_cast<std::int64_t>(i))
+        if (check_.Wad.Game == kTR5 && id != static_cast<std::int64_t>(i))
             check_.Add(kind_, i, " has the ID ", id);
         if (taken_[static_cast<std::size_t>(id)])
             check_.Add(kind_, i, " has the ID of another, ", id);
@@ -205,16 +209,16 @@ private:
 
 void CheckMoveables(WadCheck& check)
 {
-    const WadFile& wad = check.Wad;
+    const ObjectSet& wad = check.Wad;
     ObjectIDs ids(check, "Moveable ", kMoveableIDs);
     Budget budget(wad.MeshTrees.size());
     for (std::size_t i = 0; i < wad.Moveables.size(); ++i) {
-        const WadMoveable& moveable = wad.Moveables[i];
+        const Moveable& moveable = wad.Moveables[i];
         ids.Check(i, moveable.ObjectID);
         if (moveable.NumMeshes == 0 ||
-            !Inside(moveable.StartingMesh, moveable.NumMeshes, wad.MeshPointers.size()))
+            !Inside(moveable.StartingMesh, moveable.NumMeshes, wad.Meshes.MeshPointers.size()))
             check.Add("Moveable ", i, " has ", moveable.NumMeshes, " meshes from ",
-                      moveable.StartingMesh, " on, of ", wad.MeshPointers.size());
+                      moveable.StartingMesh, " on, of ", wad.Meshes.MeshPointers.size());
         CheckMeshTree(check, i, budget);
         // Without an animation, the offset of its frames means nothing.
         if (moveable.Animation == -1)
@@ -233,22 +237,22 @@ void CheckMoveables(WadCheck& check)
 
 void CheckStaticMeshes(WadCheck& check)
 {
-    const WadFile& wad = check.Wad;
+    const ObjectSet& wad = check.Wad;
     if (wad.StaticMeshes.size() > kMostStaticMeshes)
         check.Add(wad.StaticMeshes.size(), " static meshes are more than the editor takes");
     ObjectIDs ids(check, "Static mesh ", kStaticIDs);
     for (std::size_t i = 0; i < wad.StaticMeshes.size(); ++i) {
         ids.Check(i, wad.StaticMeshes[i].ObjectID);
-        if (!Inside(wad.StaticMeshes[i].Mesh, 1, wad.MeshPointers.size()))
+        if (!Inside(wad.StaticMeshes[i].Mesh, 1, wad.Meshes.MeshPointers.size()))
             check.Add("Static mesh ", i, " has mesh ", wad.StaticMeshes[i].Mesh);
     }
 }
 
 } // namespace
 
-Complaints CheckWad(const WadFile& wad, int game)
+Complaints CheckWad(const ObjectSet& set)
 {
-    WadCheck check(wad, game);
+    WadCheck check(set);
     CheckTextures(check);
     try {
         CheckMeshes(check);

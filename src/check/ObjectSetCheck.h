@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/ObjectSet.h"
+#include "set/ObjectSet.h"
 
 #include <sstream>
 #include <string>
@@ -8,7 +8,7 @@
 #include <vector>
 
 /// Checks that hold for every object set, whatever level it was made from. Each returns its
-/// complaints as sentences; an empty list is a good file. `game` is 1 to 5.
+/// complaints as sentences; an empty list is a good file.
 namespace morlik::check
 {
 
@@ -46,30 +46,32 @@ private:
     std::size_t total_ = 0;
 };
 
-/// Every pointer, index and range of a WAD file, the palette tile of games 1 to 3, the transitions
-/// and commands, and a walk along all frames. Passed over is what the games' own levels bring along
-/// and the conversion keeps: transitions to a frame number that their animation doesn't have, and
-/// sounds and frames that commands name. Where the animations don't follow their moveables, which
-/// is told, nothing is compared with the moveables.
-Complaints CheckWad(const WadFile& wad, int game);
+/// Every pointer, index and range of a WAD file, the palette tile of the older games, the
+/// transitions and commands, and a walk along all frames. Passed over is what the games' own levels
+/// bring along and the conversion keeps: transitions to a frame number that their animation doesn't
+/// have, and sounds and frames that commands name. Where the animations don't follow their
+/// moveables, which is told, nothing is compared with the moveables.
+Complaints CheckWad(const ObjectSet& set);
 
 /// One line for each object: a name, a source path and a name, which is the same one for static
-/// meshes and in game 4. Names may be empty, as those of unknown objects are. Without a `wad` there
-/// are no objects to count and nothing is said of the number of lines.
-Complaints CheckWas(const std::vector<std::string>& lines, const WadFile* wad, int game);
+/// meshes and in Tomb Raider IV. Names may be empty, as those of unknown objects are. Without a
+/// `wad`, the set with its objects, nothing is said of the number of lines.
+Complaints CheckWas(const std::vector<std::string>& lines, const ObjectSet* wad, VersionCode game);
 
 /// Whole tiles, every sprite inside one of them, every sequence inside the sprites.
-Complaints CheckSwd(const SwdFile& swd);
+Complaints CheckSwd(const SpriteTables& sprites);
 
 /// The sound map leads into the details, those into the sample indices.
-Complaints CheckSfx(const SfxFile& sfx);
+Complaints CheckSfx(const SoundTables& sounds);
 
-/// A line for each sample of each detail. Games 4 and 5 take ready-made tables, whose list is not
-/// compared.
-Complaints CheckSam(const std::vector<std::string>& lines, const SfxFile& sfx, int game);
+/// A line for each sample of each detail. Tomb Raider IV and V take ready-made tables, whose list
+/// is not compared.
+Complaints CheckSam(const std::vector<std::string>& lines, const SoundTables& sounds,
+                    VersionCode game);
 
 /// A WAV file for each line, of the size that its header tells.
-Complaints CheckWaves(const std::string& folder, const std::vector<std::string>& lines, int game);
+Complaints CheckWaves(const std::string& folder, const std::vector<std::string>& lines,
+                      VersionCode game);
 
 struct SetReport
 {
@@ -83,6 +85,6 @@ struct SetReport
 
 /// All files of a set, by the path of the set less its extension; one that can't be read is a
 /// complaint, and what needs it isn't compared.
-SetReport CheckSet(const std::string& setBase, int game);
+SetReport CheckSet(const std::string& setBase, VersionCode game);
 
 } // namespace morlik::check

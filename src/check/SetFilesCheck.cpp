@@ -2,6 +2,11 @@
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "check/WadCheck.h"
+#include "set/ReadSet.h"
+#include "set/Sounds.h"
+#include "set/Swd.h"
+#include "set/Wad.h"
+#include "set/Was.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -47,6 +52,19 @@ public:
         }
     }
 
+    /// Reads a file into its part of the set; gives whether that could be done.
+    template <class ReadInto>
+    bool Read(const std::string& extension, ObjectSet& set, const ReadInto& read)
+    {
+        return Load(extension,
+                    [&](const std::string& path) {
+                        const auto file = LoadSetFile(path);
+                        read(file->Bytes(), file, set);
+                        return true;
+                    })
+            .has_value();
+    }
+
     void Add(const std::string& file, const Complaints& complaints)
     {
         for (const std::string& complaint : complaints)
@@ -78,10 +96,10 @@ Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string
 /// The folder of the WAV files. That of games 2 and 3 is there if the set was saved with a
 /// `main.sfx`.
 void CheckSoundFolder(SetCheck& check, const std::string& folder,
-                      const std::vector<std::string>& lines, int game)
+                      const std::vector<std::string>& lines, VersionCode game)
 {
     const bool isThere = Exists(folder);
-    if (isThere || game == 1)
+    if (isThere || game == kTR1)
         check.Add("wav", CheckWaves(folder, lines, game));
     else if (!lines.empty())
         check.Report.Notes.push_back("There are no WAV files: the set was saved without main.sfx");
@@ -91,69 +109,72 @@ void CheckSoundFolder(SetCheck& check, const std::string& folder,
 
 } // namespace
 
-Complaints CheckWas(const std::vector<std::string>& lines, const WadFile* wad, int game)
+Complaints CheckWas(const std::vector<std::string>& lines, const ObjectSet* wad, VersionCode game)
 {
     Gatherer out;
     const std::size_t moveables = wad != nullptr ? wad->Moveables.size() : lines.size();
     if (wad != nullptr && lines.size() != moveables + wad->StaticMeshes.size())
         out.Add(lines.size(), " lines for ", moveables, " moveables and ", wad->StaticMeshes.size(),
                 " static meshes");
-    const std::string root = ":Z:\\TOMB" + std::to_string(game) + "\\";
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        const auto names = lines[i].find(root);
-        const auto path = lines[i].rfind('\\');
-        if (names == std::string::npos || path <= names + root.size())
-            out.Add("Line ", i + 1, " has no source path of game ", game);
-        else if ((i >= moveables || game == 4) &&
-                 lines[i].substr(0, names) != lines[i].substr(path + 1))
+        const auto line = CutWasLine(lines[i], game);
+        if (!line)
+            out.Add("Line ", i + 1, " has no source path of game ", NumberOf(game));
+        else if ((i >= moveables || game == kTR4) && line->Names.EditorName != line->Names.GameName)
             out.Add("Line ", i + 1, " has two names for one object");
     }
     return out.Take();
 }
 
-Complaints CheckSwd(const SwdFile& swd)
+Complaints CheckSwd(const SpriteTables& sprites)
 {
     Gatherer out;
-    if (swd.Pixels.size() % kSetTileBytes != 0)
-        out.Add(swd.Pixels.size(), " tile bytes are no whole tiles");
+    if (sprites.Tiles.NumBytes() % kTileBytes != 0)
+        out.Add(sprites.Tiles.NumBytes(), " tile bytes are no whole tiles");
     // The last tile holds the palette.
-    const std::size_t tiles = std::max(swd.Pixels.size() / kSetTileBytes, std::size_t{1}) - 1;
-    for (std::size_t i = 0; i < swd.SpriteTextures.size(); ++i) {
-        const SwdSpriteTexture& sprite = swd.SpriteTextures[i];
+    const auto tiles =
+        static_cast<std::size_t>(std::max<std::int64_t>(sprites.Tiles.Count(), 1) - 1);
+    for (std::size_t i = 0; i < sprites.SpriteTextures.size(); ++i) {
+        const SpriteTexture& sprite = sprites.SpriteTextures[i];
         if (!Inside(sprite.Tile, 1, tiles))
             out.Add("Sprite texture ", i, " lies on tile ", sprite.Tile, " of ", tiles);
         if (sprite.X + sprite.Width / 256 > 255 || sprite.Y + sprite.Height / 256 > 255)
             out.Add("Sprite texture ", i, " leaves its tile");
     }
-    for (std::size_t i = 0; i < swd.SpriteSequences.size(); ++i)
-        if (const SwdSpriteSequence& sequence = swd.SpriteSequences[i];
+    for (std::size_t i = 0; i < sprites.SpriteSequences.size(); ++i)
+        if (const SpriteSequence& sequence = sprites.SpriteSequences[i];
             sequence.NegatedCount == 0 ||
-            !Inside(sequence.FirstTexture, -sequence.NegatedCount, swd.SpriteTextures.size()))
+            !Inside(sequence.FirstTexture, -sequence.NegatedCount, sprites.SpriteTextures.size()))
             out.Add("Sprite sequence ", i, " has ", -sequence.NegatedCount, " textures from ",
-                    sequence.FirstTexture, " on, of ", swd.SpriteTextures.size());
+                    sequence.FirstTexture, " on, of ", sprites.SpriteTextures.size());
     return out.Take();
 }
 
-SetReport CheckSet(const std::string& setBase, int game)
+SetReport CheckSet(const std::string& setBase, VersionCode game)
 {
     SetCheck check(setBase);
-    const auto readLines = [](const std::string& path) { return ReadLines(path); };
-    const auto wad = check.Load(".wad", [](const std::string& path) { return ReadWad(path); });
-    if (wad)
-        check.Add("wad", CheckWad(*wad, game));
+    ObjectSet set;
+    set.Game = game;
+    const auto readLines = [](const std::string& path) {
+        return ReadLines(LoadListFile(path)->Bytes());
+    };
+    const bool hasWad = check.Read(".wad", set, ReadWad);
+    if (hasWad)
+        check.Add("wad", CheckWad(set));
     if (const auto lines = check.Load(".was", readLines))
-        check.Add("was", CheckWas(*lines, wad ? &*wad : nullptr, game));
-    if (const auto swd =
-            check.Load(".swd", [](const std::string& path) { return ReadSwd(ReadFile(path)); }))
-        check.Add("swd", CheckSwd(*swd));
-    const auto sfx =
-        check.Load(".sfx", [](const std::string& path) { return ReadSfx(ReadFile(path)); });
-    if (sfx)
-        check.Add("sfx", CheckSfx(*sfx));
+        check.Add("was", CheckWas(*lines, hasWad ? &set : nullptr, game));
+    if (check.Read(".swd", set, ReadSwd))
+        check.Add("swd", CheckSwd(*set.Sprites));
+    const auto readTables = [](std::span<const std::byte> bytes, const auto&, ObjectSet& into) {
+        ReadSfx(bytes, into);
+    };
+    const bool hasSfx = check.Read(".sfx", set, readTables);
+    if (hasSfx)
+        check.Add("sfx", CheckSfx(*set.Sounds));
     const auto sounds = check.Load(".sam", readLines);
-    if (sounds && sfx)
-        check.Add("sam", CheckSam(*sounds, *sfx, game));
-    if (sounds && game <= 3)
+    if (sounds && hasSfx)
+        check.Add("sam", CheckSam(*sounds, *set.Sounds, game));
+    if (sounds && IsOlderGame(game))
         CheckSoundFolder(check, setBase + "-Sounds", *sounds, game);
     return std::move(check.Report);
 }

@@ -1,8 +1,10 @@
 #include "base/Files.h"
+#include "base/SampleLookup.h"
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "check/WadCheck.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <set>
@@ -14,21 +16,11 @@ namespace morlik::check
 namespace
 {
 
-/// The sounds that name the files of the details: of each the last one that leads to it, or 0.
-std::vector<std::size_t> SoundsOf(const SfxFile& sfx)
-{
-    std::vector<std::size_t> sounds(sfx.SoundDetails.size());
-    for (std::size_t i = 0; i < sfx.SoundMap.size(); ++i)
-        if (Inside(sfx.SoundMap[i], 1, sounds.size()))
-            sounds[static_cast<std::size_t>(sfx.SoundMap[i])] = i;
-    return sounds;
-}
-
 /// What is wrong with a WAV file: game 1 cuts its samples by the length in the RIFF header, games 2
 /// and 3 by the length of the data behind the header of 44 bytes. Null for a good one.
-const char* WaveFault(std::span<const std::byte> bytes, int game)
+const char* WaveFault(std::span<const std::byte> bytes, VersionCode game)
 {
-    const std::size_t header = game == 1 ? 8 : 44;
+    const std::size_t header = game == kTR1 ? 8 : 44;
     if (bytes.size() <= header)
         return " holds no sound";
     ByteReader reader(bytes);
@@ -42,48 +34,45 @@ const char* WaveFault(std::span<const std::byte> bytes, int game)
 
 } // namespace
 
-Complaints CheckSfx(const SfxFile& sfx)
+Complaints CheckSfx(const SoundTables& sounds)
 {
     Gatherer out;
-    for (std::size_t i = 0; i < sfx.SoundMap.size(); ++i)
-        if (sfx.SoundMap[i] != -1 && !Inside(sfx.SoundMap[i], 1, sfx.SoundDetails.size()))
-            out.Add("Sound ", i, " has sound detail ", sfx.SoundMap[i], " of ",
-                    sfx.SoundDetails.size());
-    for (std::size_t i = 0; i < sfx.SoundDetails.size(); ++i)
-        if (const SfxSoundDetail& detail = sfx.SoundDetails[i];
-            !Inside(detail.Sample, detail.NumSamples(), sfx.SampleIndices.size()))
+    for (std::size_t i = 0; i < sounds.SoundMap.size(); ++i)
+        if (sounds.SoundMap[i] != -1 && !Inside(sounds.SoundMap[i], 1, sounds.SoundDetails.size()))
+            out.Add("Sound ", i, " has sound detail ", sounds.SoundMap[i], " of ",
+                    sounds.SoundDetails.size());
+    for (std::size_t i = 0; i < sounds.SoundDetails.size(); ++i)
+        if (const SoundDetail& detail = sounds.SoundDetails[i];
+            !Inside(detail.Sample, detail.NumSamples(), sounds.SampleIndices.size()))
             out.Add("Sound detail ", i, " has ", detail.NumSamples(), " samples from ",
-                    detail.Sample, " on, of ", sfx.SampleIndices.size());
-    for (std::size_t i = 0; i < sfx.SampleIndices.size(); ++i)
-        if (sfx.SampleIndices[i] < 0)
-            out.Add("Sample index ", i, " is ", sfx.SampleIndices[i]);
+                    detail.Sample, " on, of ", sounds.SampleIndices.size());
+    for (std::size_t i = 0; i < sounds.SampleIndices.size(); ++i)
+        if (sounds.SampleIndices[i] < 0)
+            out.Add("Sample index ", i, " is ", sounds.SampleIndices[i]);
     return out.Take();
 }
 
-Complaints CheckSam(const std::vector<std::string>& lines, const SfxFile& sfx, int game)
+Complaints CheckSam(const std::vector<std::string>& lines, const SoundTables& sounds,
+                    VersionCode game)
 {
-    if (game > 3)
+    if (!IsOlderGame(game))
         return {};
     Gatherer out;
-    const auto sounds = SoundsOf(sfx);
-    std::size_t samples = 0;
-    for (std::size_t i = 0; i < sounds.size(); ++i) {
-        const auto stem = "TR" + std::to_string(game) + " Sound " + std::to_string(sounds[i]) + "-";
-        for (int v = 0; v < sfx.SoundDetails[i].NumSamples(); ++v, ++samples) {
-            if (samples >= lines.size())
-                continue;
-            const auto expected = stem + std::to_string(v) + ".wav";
-            if (lines[samples] != expected)
-                out.Add("Line ", samples + 1, " is ", Quoted(lines[samples]), ", not ",
-                        Quoted(expected));
-        }
+    const auto stem = "TR" + DigitsOf(game) + " Sound ";
+    const auto uses = ListSamples(sounds.SoundMap, sounds.SoundDetails, SlotRule::LastOr0);
+    for (std::size_t i = 0; i < std::min(uses.size(), lines.size()); ++i) {
+        const auto expected =
+            stem + std::to_string(uses[i].Slot) + "-" + std::to_string(uses[i].Index) + ".wav";
+        if (lines[i] != expected)
+            out.Add("Line ", i + 1, " is ", Quoted(lines[i]), ", not ", Quoted(expected));
     }
-    if (lines.size() != samples)
-        out.Add(lines.size(), " lines for ", samples, " samples");
+    if (lines.size() != uses.size())
+        out.Add(lines.size(), " lines for ", uses.size(), " samples");
     return out.Take();
 }
 
-Complaints CheckWaves(const std::string& folder, const std::vector<std::string>& lines, int game)
+Complaints CheckWaves(const std::string& folder, const std::vector<std::string>& lines,
+                      VersionCode game)
 {
     Gatherer out;
     for (const std::string& name : std::set(lines.begin(), lines.end())) {

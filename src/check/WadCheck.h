@@ -1,7 +1,7 @@
 #pragma once
 
-#include "check/ObjectSet.h"
 #include "check/ObjectSetCheck.h"
+#include "set/ObjectSet.h"
 
 #include <algorithm>
 #include <string>
@@ -12,18 +12,16 @@ namespace morlik::check
 /// The check of one WAD file while it goes on.
 struct WadCheck : Gatherer
 {
-    WadCheck(const WadFile& wad, int game) : Wad(wad), Game(game) {}
+    explicit WadCheck(const ObjectSet& set) : Wad(set) {}
 
-    const WadFile& Wad;
-    int Game;
-    /// Textures that stand before the palette squares; so the number of the first square.
-    std::size_t ColourBase = Wad.Textures.size();
+    const ObjectSet& Wad;
+    std::size_t ColourBase = Wad.ColourBase();
 
-    bool Paletted() const { return Game <= 3; }
+    bool HasPalette() const { return IsOlderGame(Wad.Game); }
 };
 
 /// What a walk may cost beyond the length of its table. Ranges that cover the same records again
-/// and again, as in no sound file, would take hours to follow.
+/// and again, as in no intact file, would take hours to follow.
 struct Budget
 {
     std::size_t Left;

@@ -4,8 +4,8 @@
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "cli/Commands.h"
-
-#include <algorithm>
+#include "set/ReadSet.h"
+#include "set/Was.h"
 
 namespace morlik::cli
 {
@@ -13,22 +13,17 @@ namespace morlik::cli
 namespace
 {
 
-/// The game that the first source path of a list names, ":Z:\TOMB4\..."; 0 where there is none.
-/// Looks at the bytes, whatever else may be wrong with them.
-int GameOf(const std::string& list)
+/// The game that a list tells.
+VersionCode GameOfList(const std::string& list)
 {
-    static constexpr std::string_view kRoot = ":Z:\\TOMB";
-    const auto bytes = check::ReadFile(list);
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    const auto at = text.find(kRoot);
-    const int game =
-        at < text.size() - std::min(text.size(), kRoot.size()) ? text[at + kRoot.size()] - '0' : 0;
-    return game >= 1 && game <= 5 ? game : 0;
+    const auto file = LoadListFile(list);
+    const auto bytes = file->Bytes();
+    return GameOfWas({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 } // namespace
 
-int Check(const std::string& set, int game, const Streams& streams)
+int Check(const std::string& set, int number, const Streams& streams)
 {
     if (!EndsWithNoCase(set, ".was")) {
         streams.Errors << "The set is named by its list, which ends in .was\n";
@@ -36,14 +31,15 @@ int Check(const std::string& set, int game, const Streams& streams)
     }
     // A list is written with small letters, also where the set was named with others.
     const auto base = set.substr(0, set.size() - 4);
-    if (game == 0)
+    VersionCode game = GameOf(number);
+    if (game == kNoLevel)
         try {
-            game = GameOf(base + ".was");
+            game = GameOfList(base + ".was");
         } catch (const FileFailure& failure) {
             streams.Errors << failure.what() << '\n';
             return kFailed;
         }
-    if (game == 0) {
+    if (game == kNoLevel) {
         streams.Errors << set << " does not tell the game; say it with --game N\n";
         return kFailed;
     }

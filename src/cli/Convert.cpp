@@ -29,7 +29,7 @@ struct Outcome
 {
     bool IsDone = false;
     bool Complete = false;
-    std::int32_t Game = 0; ///< 1 to 5; 0 where the level could not be read
+    VersionCode Game = kNoLevel; ///< as long as the level could not be read
     std::vector<std::string> Messages;
     PhaseTimes Times;
 };
@@ -118,7 +118,7 @@ nlohmann::ordered_json ToJson(const Job& job, const Outcome& outcome, bool timin
 {
     nlohmann::ordered_json json{{"level", job.Level},
                                 {"set", job.Set},
-                                {"game", outcome.Game},
+                                {"game", NumberOf(outcome.Game)},
                                 {"complete", outcome.Complete},
                                 {"messages", outcome.Messages}};
     if (timings)

@@ -6,7 +6,7 @@
 #include "cli/MainSFX.h"
 #include "cli/QuietHost.h"
 #include "convert/ConvertMeshes.h"
-#include "output/AnimDispatches.h"
+#include "convert/UsedTextures.h"
 #include "shell/ObjectID_Mod.h"
 #include "shell/Sounds.h"
 
@@ -42,15 +42,16 @@ std::string FromLatin1(std::string_view text)
 /// Textures that an object set of the level takes; null where its meshes can't be converted.
 Json CountUsedTextures(const Session& session, Reporter& report)
 {
-    std::int32_t used = 0;
-    std::vector<std::int32_t> numbers(session.Level.TextInfos.size(), -1);
     try {
-        if (ConvertMeshes(session.Level, session.State, used, numbers, report))
-            return used;
+        const auto textures = NumberTextures(session.Level, report);
+        if (!textures)
+            return nullptr;
+        std::vector<std::string> info;
+        ConvertMeshes(session.Level, *textures, false, info, report);
+        return textures->InOrder.size();
     } catch (const ProgramEnd&) {
         return nullptr;
     }
-    return nullptr;
 }
 
 Json Moveables(const Session& session)
@@ -64,7 +65,7 @@ Json Moveables(const Session& session)
             {{"id", moveable.ObjectID},
              {"name", FromLatin1(session.Names.Moveable(level.Version, moveable.ObjectID))},
              {"meshes", moveable.NumMeshes},
-             {"animations", moves ? CountAnimations(level, i) : 0}});
+             {"animations", moves ? CountAnimations(level.Moveables, level.NumAnimations, i) : 0}});
     }
     return list;
 }
@@ -81,12 +82,8 @@ Json Statics(const Session& session)
 Json Sounds(const LevelData& level)
 {
     Json list = Json::array();
-    for (const SoundEntry& entry : LevelSounds(level)) {
-        const auto sample = static_cast<std::size_t>(entry.Sample);
-        const bool exists = entry.Sample >= 0 && sample < level.Samples.size();
-        list.push_back({{"name", entry.Text.substr(0, entry.Text.find(" ("))},
-                        {"bytes", exists ? level.Samples[sample].Size() : 0}});
-    }
+    for (const SoundEntry& entry : LevelSounds(level))
+        list.push_back({{"name", entry.Name}, {"bytes", entry.Size}});
     return list;
 }
 
@@ -96,19 +93,18 @@ Json DescribeLevel(const std::string& file, Session& session)
     LoadObjectIDs("", session.Names, session.Report);
     LoadLevel(session, file);
     const LevelData& level = session.Level;
-    constexpr std::int32_t kBytesOfTile = 256 * 256 * 3;
-    const bool samplesElsewhere = level.Version == kTR2 || level.Version == kTR3;
+    const bool samplesElsewhere = HasMainSFX(level.Version);
     return {{"file", file},
-            {"game",
-             std::string("Tomb Raider ") + kNumerals.at(static_cast<std::size_t>(level.Version))},
+            {"game", std::string("Tomb Raider ") +
+                         kNumerals.at(static_cast<std::size_t>(NumberOf(level.Version)))},
             {"rooms", session.State.RoomCount},
-            {"tiles", level.TileBytes / kBytesOfTile},
+            {"tiles", level.TileBytes / kTileBytes},
             {"textures", level.NumTextInfo},
             {"textures used", CountUsedTextures(session, session.Report)},
             {"meshes", level.NumMeshPointers},
             {"animations", level.NumAnimations},
             // The reader of IV and V passes over them.
-            {"sprites", IsClassic(level.Version) ? Json(level.NumSpriteTextures) : Json()},
+            {"sprites", IsOlderGame(level.Version) ? Json(level.NumSpriteTextures) : Json()},
             {"sound details", level.NumSoundDetails},
             {"samples", samplesElsewhere ? level.NumSampleIndices : level.NumSamples},
             {"moveables", Moveables(session)},
@@ -128,7 +124,7 @@ Json DescribeMainSFX(const std::string& file, Session& session)
 
 Json DescribeProject(const std::string& file, Session& session)
 {
-    const PRJData project = ReadPRJ(file, session.State, session.Report);
+    const PRJData project = ReadPRJ(file, session.State.LevelIsLoaded, session.Report);
     if (project.Rooms.empty())
         throw ProgramEnd("no project");
     Json rooms = Json::array();

@@ -73,7 +73,7 @@ bool LoadMainSFX(Session& session, const std::string& file)
 std::string NoteOnSounds(const Session& session, const std::string& mainSFX, bool wasLookedFor)
 {
     const auto& indices = session.Level.SampleIndices;
-    if (session.Level.Version != kTR2 && session.Level.Version != kTR3)
+    if (!HasMainSFX(session.Level.Version))
         return {};
     if (mainSFX.empty())
         return wasLookedFor ? "No WAV files: there is no main.sfx beside the level or above it"

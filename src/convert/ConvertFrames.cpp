@@ -35,11 +35,11 @@ std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor)
 class FrameConversion
 {
 public:
-    FrameConversion(LevelData& level, const ObjectNames& names, Reporter& report)
-        : level_(level),
+    FrameConversion(ObjectSet& set, const ObjectNames& names, Reporter& report)
+        : set_(set),
           names_(names),
           report_(report),
-          numWords_(static_cast<std::int64_t>(level.Frames.size())),
+          numWords_(static_cast<std::int64_t>(set.Frames.size())),
           stepsLeft_(kSpareSteps + kStepsPerWord * numWords_)
     {
         TakeOwner(0);
@@ -47,9 +47,9 @@ public:
 
     void Run()
     {
-        for (std::size_t a = 0; a < level_.Animations.size() && stepsLeft_ > 0; ++a) {
+        for (std::size_t a = 0; a < set_.Animations.size() && stepsLeft_ > 0; ++a) {
             FindOwner(a);
-            if (level_.Version == kTR1)
+            if (set_.Game == kTR1)
                 Rebuild(a);
             Rescale(a);
         }
@@ -61,13 +61,13 @@ public:
     }
 
 private:
-    const Moveable& Owner() const { return level_.Moveables[owner_]; }
+    const Moveable& Owner() const { return set_.Moveables[owner_]; }
 
     void TakeOwner(std::size_t owner)
     {
         owner_ = owner;
         next_ = owner + 1;
-        while (next_ < level_.Moveables.size() && level_.Moveables[next_].Animation == -1)
+        while (next_ < set_.Moveables.size() && set_.Moveables[next_].Animation == -1)
             ++next_;
     }
 
@@ -75,11 +75,11 @@ private:
     /// animations of the next moveable that has any begin.
     void FindOwner(std::size_t a)
     {
-        if (owner_ + 1 == level_.Moveables.size())
+        if (owner_ + 1 == set_.Moveables.size())
             return;
         TellFault();
-        if (next_ < level_.Moveables.size() &&
-            level_.Moveables[next_].Animation <= static_cast<std::int64_t>(a))
+        if (next_ < set_.Moveables.size() &&
+            set_.Moveables[next_].Animation <= static_cast<std::int64_t>(a))
             TakeOwner(next_);
     }
 
@@ -92,20 +92,20 @@ private:
 
     const std::string& OwnerName() const { return names_.Moveable(kTR1, Owner().ObjectID); }
 
-    std::int64_t FirstWord(std::size_t a) const { return level_.Animations[a].FrameOffset / 2; }
+    std::int64_t FirstWord(std::size_t a) const { return set_.Animations[a].FrameOffset / 2; }
 
     bool Inside(std::int64_t word) const { return word >= 0 && word < numWords_; }
 
-    std::int16_t& Frame(std::int64_t word) { return level_.Frames[static_cast<std::size_t>(word)]; }
+    std::int16_t& Frame(std::int64_t word) { return set_.Frames[static_cast<std::size_t>(word)]; }
 
     /// Number of frames; those of the last animation run to the end.
     std::int64_t CountFrames(std::size_t a) const
     {
-        const Animation& animation = level_.Animations[a];
-        if (a + 1 == level_.Animations.size())
+        const Animation& animation = set_.Animations[a];
+        if (a + 1 == set_.Animations.size())
             return RoundedQuotient(numWords_ - FirstWord(a), animation.FrameSize);
         const std::int64_t bytes =
-            std::int64_t{level_.Animations[a + 1].FrameOffset} - animation.FrameOffset;
+            std::int64_t{set_.Animations[a + 1].FrameOffset} - animation.FrameOffset;
         return RoundedQuotient(bytes, 2 * std::int64_t{animation.FrameSize});
     }
 
@@ -118,7 +118,7 @@ private:
             const auto values = Frame(first + kHeaderWords);
             const auto size = std::int64_t{values} * 2 + kHeaderWords + 1;
             if (size >= 0 && size <= 0xff)
-                level_.Animations[a].FrameSize = static_cast<std::uint8_t>(size);
+                set_.Animations[a].FrameSize = static_cast<std::uint8_t>(size);
             if (values != Owner().NumMeshes)
                 ReportMismatch(a);
         }
@@ -145,7 +145,7 @@ private:
     /// Makes the 10-bit angles of one-word rotations 12 bits wide.
     void Rescale(std::size_t a)
     {
-        const std::int64_t size = level_.Animations[a].FrameSize;
+        const std::int64_t size = set_.Animations[a].FrameSize;
         auto start = FirstWord(a) + kHeaderWords;
         for (auto frames = CountFrames(a); frames > 0 && Spend(start); --frames, start += size) {
             auto word = start;
@@ -183,7 +183,7 @@ private:
     /// Takes one step. None is left to take behind the frames' end, or when the steps are used up.
     bool Spend(std::int64_t word) { return word < numWords_ && --stepsLeft_ > 0; }
 
-    LevelData& level_;
+    ObjectSet& set_;
     const ObjectNames& names_;
     Reporter& report_;
     std::int64_t numWords_;
@@ -195,13 +195,12 @@ private:
 
 } // namespace
 
-void ConvertFrames(LevelData& level, const ObjectNames& names, Reporter& report)
+void ConvertFrames(ObjectSet& set, const ObjectNames& names, Reporter& report)
 {
-    if (!IsClassic(level.Version) || level.FramesConverted || level.Moveables.empty())
+    if (!IsOlderGame(set.Game) || set.Moveables.empty())
         return;
-    level.FramesConverted = true;
     report.LogLine("Converting frames");
-    FrameConversion(level, names, report).Run();
+    FrameConversion(set, names, report).Run();
 }
 
 } // namespace morlik

@@ -1,8 +1,9 @@
 #include "convert/ConvertMeshes.h"
 
 #include "convert/Faces.h"
+#include "convert/Horizon.h"
 
-#include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 namespace morlik
@@ -10,10 +11,6 @@ namespace morlik
 
 namespace
 {
-
-/// Texture numbers of triangles share their word with a corner code in the top bits, and the
-/// colour squares follow behind; from this count on the numbers no longer fit.
-constexpr std::size_t kMostTextures = 2048;
 
 constexpr std::int32_t kHorizonTR2 = 254;
 constexpr std::int32_t kHorizonTR3 = 355;
@@ -32,40 +29,17 @@ std::int32_t FindHorizon(const LevelData& level)
     return mesh;
 }
 
-void CheckTextureCount(std::size_t count, Reporter& report)
-{
-    const auto number = std::to_string(count);
-    if (count >= kMostTextures) {
-        report.LogLine("ERROR! To many textures used (" + number + ")");
-        report.Stop("To many object textures in level - can't continue!");
-    }
-    report.LogLine(number + " TextInfos found");
-}
-
-/// The sign of a rectangle's texture number mirrors it, and 0 has none: a mirrored first texture
-/// would lie the wrong way. Levels of the games' own tools keep the order of their textures all
-/// the same; in others a texture that nothing mirrors takes the number 0.
-void KeepSignOfFirst(std::vector<std::int32_t>& used, const TrMainState& state)
-{
-    std::vector<bool> mirrored(state.TextureFlip.size());
-    for (std::size_t i = 0; i < state.TextureFlip.size(); ++i)
-        if (state.TextureFlip[i] == -1)
-            mirrored[static_cast<std::size_t>(state.TextureRemap[i])] = true;
-    const auto plain = std::find_if(used.begin(), used.end(), [&](std::int32_t index) {
-        return !mirrored[static_cast<std::size_t>(index)];
-    });
-    if (plain != used.end())
-        std::rotate(used.begin(), plain, plain + 1);
-}
-
 /// Converts the meshes in the order of the pointer table; one that stands in it again gets the
 /// pointer of its first copy.
 class MeshConversion
 {
 public:
-    MeshConversion(const LevelData& level, const FaceTables& tables, Reporter& report)
+    MeshConversion(const LevelData& level, const FaceTables& tables, bool updateHorizon,
+                   std::vector<std::string>& info, Reporter& report)
         : level_(level),
           tables_(tables),
+          updateHorizon_(updateHorizon),
+          info_(info),
           horizon_(FindHorizon(level)),
           budget_(level.MeshData.size()),
           report_(report)
@@ -76,9 +50,9 @@ public:
     {
         set_.MeshPointers.reserve(level_.MeshPointers.size());
         // Records are a little larger than what they are made of.
-        set_.MeshData.Reserve(level_.MeshData.size() + level_.MeshData.size() / 2);
+        set_.MeshData.reserve(level_.MeshData.size() + level_.MeshData.size() / 2);
         for (std::size_t i = 0; i < level_.MeshPointers.size(); ++i) {
-            const auto position = 2 * set_.NumMeshWords;
+            const auto position = static_cast<std::int32_t>(set_.MeshData.size());
             const auto [seen, isNew] = seenMeshes_.try_emplace(level_.MeshPointers[i], position);
             if (!isNew) {
                 AppendMeshPointer(set_, seen->second);
@@ -97,17 +71,19 @@ private:
     void Store(std::size_t number)
     {
         auto raw =
-            ReadRawMesh(level_.MeshData, level_.MeshPointers[number], IsClassic(level_.Version));
+            ReadRawMesh(level_.MeshData, level_.MeshPointers[number], IsOlderGame(level_.Version));
         budget_.Spend(raw.SourceBytes);
-        const bool isHorizon = static_cast<std::int32_t>(number) == horizon_;
-        const auto mesh = ConvertRawMesh(std::move(raw), tables_, isHorizon, report_);
-        const auto padding = WadMeshSize(mesh) % 4 == 0 ? 0 : 2;
-        AppendWadMesh(set_, mesh, padding, report_);
+        std::optional<HorizonUpdate> horizon;
+        if (static_cast<std::int32_t>(number) == horizon_)
+            horizon.emplace(level_, tables_.Textures.ColourBase(), updateHorizon_, info_);
+        AppendWadMesh(set_, ConvertRawMesh(std::move(raw), tables_, horizon, report_), report_);
     }
 
     const LevelData& level_;
     const FaceTables& tables_;
-    std::int32_t horizon_;
+    bool updateHorizon_;
+    std::vector<std::string>& info_;
+    std::int32_t horizon_; ///< its mesh number
     /// Offset of the stored record by offset in the level's mesh data. An array as long as the data
     /// would be looked up faster, but it has to be cleared before, and most of it is never read.
     std::unordered_map<std::int32_t, std::int32_t> seenMeshes_;
@@ -118,21 +94,11 @@ private:
 
 } // namespace
 
-std::optional<WadMeshSet> ConvertMeshes(const LevelData& level, const TrMainState& state,
-                                        std::int32_t& numWadTextures,
-                                        std::vector<std::int32_t>& textureNumbers, Reporter& report)
+WadMeshSet ConvertMeshes(const LevelData& level, const UsedTextures& textures, bool updateHorizon,
+                         std::vector<std::string>& info, Reporter& report)
 {
-    report.LogLine("Converting Meshes");
-    auto used = CountTextInfos(level, state, report);
-    if (!used)
-        return std::nullopt;
-    CheckTextureCount(used->size(), report);
-    if (state.Fractional)
-        KeepSignOfFirst(*used, state);
-    for (const auto index : *used)
-        textureNumbers[static_cast<std::size_t>(index)] = numWadTextures++;
-    const FaceTables tables{level.Version, state, textureNumbers, numWadTextures};
-    return MeshConversion(level, tables, report).Run();
+    const FaceTables tables{level, textures};
+    return MeshConversion(level, tables, updateHorizon, info, report).Run();
 }
 
 } // namespace morlik

@@ -1,6 +1,5 @@
 #include "base/Narrow.h"
 #include "convert/Faces.h"
-#include "convert/Horizon.h"
 
 #include <algorithm>
 
@@ -17,11 +16,15 @@ constexpr std::int16_t kBlendAttribute = 2;
 class FaceBuilder
 {
 public:
-    FaceBuilder(const RawMesh& raw, const FaceTables& tables, bool isHorizon, Reporter& report)
-        : raw_(raw), tables_(tables), report_(report)
+    FaceBuilder(const RawMesh& raw, const FaceTables& tables, std::optional<HorizonUpdate>& horizon,
+                Reporter& report)
+        : raw_(raw),
+          textures_(tables.Level.Textures),
+          version_(tables.Level.Version),
+          used_(tables.Textures),
+          horizon_(horizon),
+          report_(report)
     {
-        if (isHorizon)
-            horizon_.emplace(tables.Version, tables.State, tables.ColourBase, report);
     }
 
     std::vector<WadFace> Build()
@@ -52,20 +55,18 @@ public:
 private:
     void AddRectangle(const RawFace& face)
     {
-        const auto texture = static_cast<std::uint16_t>(face.Texture);
-        const auto flip = tables_.State.TextureFlip[texture];
-        if (flip != 1 && flip != -1)
+        const LevelTexture& texture = TextureOf(face);
+        if (texture.TextureFlip != 1 && texture.TextureFlip != -1)
             report_.Stop("Triangle texture used on rectangle!");
-        Add(kFaceRectangle, Turned<4>(face), flip * Number(texture), Flags(face));
+        Add(kFaceRectangle, Turned<4>(face), texture.TextureFlip * Number(texture), Flags(face));
     }
 
     void AddTriangle(const RawFace& face)
     {
-        const auto texture = static_cast<std::uint16_t>(face.Texture);
-        const auto flip = tables_.State.TextureFlip[texture];
-        if (flip == 1 || flip == -1)
+        const LevelTexture& texture = TextureOf(face);
+        if (texture.TextureFlip == 1 || texture.TextureFlip == -1)
             report_.Stop("Rectangle texture used on triangle!");
-        Add(kFaceTriangle, Turned<3>(face), flip + Number(texture), Flags(face));
+        Add(kFaceTriangle, Turned<3>(face), texture.TextureFlip + Number(texture), Flags(face));
     }
 
     WadFace& Add(std::int16_t type, const RawFace& face, std::int32_t texture, std::int16_t flags)
@@ -77,26 +78,27 @@ private:
     template <std::size_t Corners>
     RawFace Turned(const RawFace& face) const
     {
-        const auto texture = static_cast<std::uint16_t>(face.Texture);
         RawFace turned = face;
-        std::rotate(turned.Vertices.begin(),
-                    turned.Vertices.begin() + tables_.State.TextureTurn[texture],
+        std::rotate(turned.Vertices.begin(), turned.Vertices.begin() + TextureOf(face).TextureTurn,
                     turned.Vertices.begin() + Corners);
         return turned;
     }
 
-    std::int32_t Number(std::uint16_t texture) const
+    const LevelTexture& TextureOf(const RawFace& face) const
     {
-        const auto shared = static_cast<std::size_t>(tables_.State.TextureRemap[texture]);
-        return tables_.TextureNumbers[shared];
+        return textures_[static_cast<std::uint16_t>(face.Texture)];
+    }
+
+    std::int32_t Number(const LevelTexture& texture) const
+    {
+        return used_.TextureNumbers[static_cast<std::size_t>(texture.TextureRemap)];
     }
 
     std::int16_t Flags(const RawFace& face) const
     {
-        if (!IsClassic(tables_.Version))
+        if (!IsOlderGame(version_))
             return face.Attribute;
-        const auto texture = static_cast<std::uint16_t>(face.Texture);
-        return tables_.State.ObjectTextures[texture].Attribute == kBlendAttribute ? 1 : 0;
+        return TextureOf(face).Attribute == kBlendAttribute ? 1 : 0;
     }
 
     /// Tomb Raider I has its palette index in the low byte of the colour word; the high byte of
@@ -104,22 +106,25 @@ private:
     std::int32_t Colour(const RawFace& face) const
     {
         const auto word = static_cast<std::uint16_t>(face.Texture);
-        return tables_.ColourBase + (tables_.Version == kTR1 ? word & 0xff : word >> 8);
+        return used_.ColourBase() + (version_ == kTR1 ? word & 0xff : word >> 8);
     }
 
     const RawMesh& raw_;
-    const FaceTables& tables_;
+    const std::vector<LevelTexture>& textures_;
+    VersionCode version_;
+    const UsedTextures& used_;
+    std::optional<HorizonUpdate>& horizon_;
     Reporter& report_;
-    std::optional<HorizonUpdate> horizon_;
     std::vector<WadFace> faces_;
 };
 
 } // namespace
 
-WadMesh ConvertRawMesh(RawMesh mesh, const FaceTables& tables, bool isHorizon, Reporter& report)
+WadMesh ConvertRawMesh(RawMesh mesh, const FaceTables& tables,
+                       std::optional<HorizonUpdate>& horizon, Reporter& report)
 {
     WadMesh wad;
-    wad.Faces = FaceBuilder(mesh, tables, isHorizon, report).Build();
+    wad.Faces = FaceBuilder(mesh, tables, horizon, report).Build();
     wad.Centre = mesh.Centre;
     wad.Radius = mesh.Radius;
     wad.Vertices = std::move(mesh.Vertices);

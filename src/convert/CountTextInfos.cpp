@@ -11,13 +11,12 @@ namespace
 class Census
 {
 public:
-    Census(const LevelData& level, const TrMainState& state)
+    explicit Census(const LevelData& level)
         : level_(level),
-          state_(state),
-          classic_(IsClassic(level.Version)),
+          isOlderGame_(IsOlderGame(level.Version)),
           walked_(level.MeshData.size()),
           budget_(level.MeshData.size()),
-          used_(level.TextInfos.size())
+          used_(level.Textures.size())
     {
     }
 
@@ -54,27 +53,35 @@ public:
     }
 
 private:
+    /// Face by face, so that of two faults in one mesh the first one is told.
     bool MarkFaces(ByteReader& reader, std::size_t corners)
     {
-        const auto size = TexturedFaceWords(corners, classic_) * sizeof(std::int16_t);
-        ByteReader faces(reader.TakeTable(reader.Read<std::int16_t>(), size));
-        while (faces.Left() != 0) {
-            ByteReader face(faces.Take(size));
-            face.Skip(corners * sizeof(std::int16_t));
-            const auto texture = face.Read<std::uint16_t>();
-            if (texture >= state_.TextureRemap.size())
+        const auto count = reader.Read<std::int16_t>();
+        if (count < 0)
+            reader.Fail("a count of " + std::to_string(count));
+        for (std::int16_t i = 0; i < count; ++i) {
+            reader.Skip(corners * sizeof(std::int16_t));
+            if (!Mark(reader.Read<std::uint16_t>()))
                 return false;
-            const auto shared = static_cast<std::size_t>(state_.TextureRemap[texture]);
-            if (shared >= used_.size())
-                return false;
-            used_[shared] = true;
+            if (!isOlderGame_)
+                reader.Skip(sizeof(std::int16_t)); // attribute
         }
         return true;
     }
 
+    bool Mark(std::uint16_t texture)
+    {
+        if (texture >= level_.Textures.size())
+            return false;
+        const auto shared = static_cast<std::size_t>(level_.Textures[texture].TextureRemap);
+        if (shared >= used_.size())
+            return false;
+        used_[shared] = true;
+        return true;
+    }
+
     const LevelData& level_;
-    const TrMainState& state_;
-    bool classic_;
+    bool isOlderGame_;
     std::vector<bool> walked_; ///< by offset in the mesh data
     MeshBudget budget_;
     std::vector<bool> used_; ///< by texture index
@@ -82,10 +89,9 @@ private:
 
 } // namespace
 
-std::optional<std::vector<std::int32_t>> CountTextInfos(const LevelData& level,
-                                                        const TrMainState& state, Reporter& report)
+std::optional<std::vector<std::int32_t>> CountTextInfos(const LevelData& level, Reporter& report)
 {
-    Census census(level, state);
+    Census census(level);
     for (std::size_t i = 0; i < level.MeshPointers.size(); ++i) {
         try {
             if (const char* kind = census.Walk(level.MeshPointers[i])) {

@@ -33,23 +33,15 @@ bool AnyAbove(const RawMesh& mesh, const RawFace& face, std::size_t corners)
     return AnyY(mesh, face, corners, [](std::int16_t y) { return y < 0; });
 }
 
-void WriteHead(Reporter& report)
-{
-    report.InfoLine("Horizon information");
-    report.InfoLine("-------------------");
-    report.InfoLine("This WAS has a horizon included.");
-}
-
 } // namespace
 
-HorizonUpdate::HorizonUpdate(std::int32_t version, const TrMainState& state,
-                             std::int32_t colourBase, Reporter& report)
-    : version_(version),
-      state_(state),
+HorizonUpdate::HorizonUpdate(const LevelData& level, std::int32_t colourBase, bool skyFix,
+                             std::vector<std::string>& info)
+    : level_(level),
       black_(Word(colourBase + kBlackSquare)),
       magenta_(Word(colourBase + kMagentaSquare)),
-      skyFix_(report.TheHost().SkyFix()),
-      report_(report)
+      skyFix_(skyFix),
+      info_(info)
 {
 }
 
@@ -62,11 +54,11 @@ void HorizonUpdate::Rectangle(const RawMesh& mesh, const RawFace& raw, WadFace& 
 void HorizonUpdate::Triangle(const RawMesh& mesh, const RawFace& raw, WadFace& face)
 {
     // The part below the horizon line turns black in Tomb Raider III, ticked box or not.
-    if (version_ == kTR3 && AnyY(mesh, raw, 3, [](std::int16_t y) { return y > 0; }))
+    if (level_.Version == kTR3 && AnyY(mesh, raw, 3, [](std::int16_t y) { return y > 0; }))
         face.Texture = black_;
     if (!skyFix_ || face.Texture == black_)
         return;
-    const Colour8& colour = state_.Palette16[static_cast<std::uint16_t>(raw.Texture) >> 8U];
+    const Colour8& colour = level_.Palette16[static_cast<std::uint16_t>(raw.Texture) >> 8U];
     const bool bright = colour.R != 0 && colour.G != 0 && colour.B != 0;
     if (bright || AnyAbove(mesh, raw, 3))
         face.Texture = magenta_;
@@ -78,18 +70,26 @@ void HorizonUpdate::Finish()
 {
     if (textWritten_)
         return;
-    WriteHead(report_);
-    report_.InfoLine("The horizon is NOT updates for cloud support");
+    WriteHead();
+    info_.emplace_back("The horizon is NOT updates for cloud support"); // known to users as it is
+}
+
+void HorizonUpdate::WriteHead()
+{
+    info_.emplace_back("Horizon information");
+    info_.emplace_back("-------------------");
+    info_.emplace_back("This WAS has a horizon included.");
 }
 
 void HorizonUpdate::WriteCloudText(const Colour8& colour)
 {
     textWritten_ = true;
-    WriteHead(report_);
-    report_.InfoLine("The horizon has support for clouds");
-    report_.InfoLine("To enable clouds with the color from the horizon, paste this in the script:");
-    report_.InfoLine("Layer1=" + std::to_string(colour.R) + "," + std::to_string(colour.G) + "," +
-                     std::to_string(colour.B));
+    WriteHead();
+    info_.emplace_back("The horizon has support for clouds");
+    info_.emplace_back(
+        "To enable clouds with the color from the horizon, paste this in the script:");
+    info_.push_back("Layer1=" + std::to_string(colour.R) + "," + std::to_string(colour.G) + "," +
+                    std::to_string(colour.B));
 }
 
 } // namespace morlik

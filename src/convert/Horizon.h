@@ -1,9 +1,11 @@
 #pragma once
 
-#include "base/Reporter.h"
 #include "convert/RawMesh.h"
-#include "convert/WadMesh.h"
-#include "level/TR_Main.h"
+#include "level/LevelData.h"
+#include "set/WadMesh.h"
+
+#include <string>
+#include <vector>
 
 namespace morlik
 {
@@ -14,9 +16,10 @@ namespace morlik
 class HorizonUpdate
 {
 public:
-    /// For one mesh. `colourBase` is the texture number of the first colour square.
-    HorizonUpdate(std::int32_t version, const TrMainState& state, std::int32_t colourBase,
-                  Reporter& report);
+    /// For one mesh. `colourBase` is the texture number of the first colour square; without
+    /// `skyFix` hardly anything is repainted. What was done goes to `info`, line by line.
+    HorizonUpdate(const LevelData& level, std::int32_t colourBase, bool skyFix,
+                  std::vector<std::string>& info);
 
     /// Repaints a coloured face just built from `raw`. A vertex index outside `mesh` is a
     /// `ReadFailure`.
@@ -27,15 +30,15 @@ public:
     void Finish();
 
 private:
+    void WriteHead();
     void WriteCloudText(const Colour8& colour);
 
-    std::int32_t version_;
-    const TrMainState& state_;
+    const LevelData& level_;
     std::int16_t black_;
     std::int16_t magenta_;
     bool skyFix_;
     bool textWritten_ = false;
-    Reporter& report_;
+    std::vector<std::string>& info_;
 };
 
 } // namespace morlik

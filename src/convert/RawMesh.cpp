@@ -30,7 +30,7 @@ std::vector<RawFace> ReadFaces(ByteReader& reader, std::size_t words)
 
 } // namespace
 
-RawMesh ReadRawMesh(std::span<const std::byte> meshData, std::int32_t offset, bool classic)
+RawMesh ReadRawMesh(std::span<const std::byte> meshData, std::int32_t offset, bool isOlderGame)
 {
     RawMesh mesh;
     ByteReader reader(meshData);
@@ -45,9 +45,9 @@ RawMesh ReadRawMesh(std::span<const std::byte> meshData, std::int32_t offset, bo
         mesh.Normals = reader.Table<Vertex>(mesh.NumNormals);
     else
         mesh.Lights = reader.Table<std::int16_t>(-std::int64_t{mesh.NumNormals});
-    mesh.Rectangles = ReadFaces<4>(reader, TexturedFaceWords(4, classic));
-    mesh.Triangles = ReadFaces<3>(reader, TexturedFaceWords(3, classic));
-    if (classic) {
+    mesh.Rectangles = ReadFaces<4>(reader, TexturedFaceWords(4, isOlderGame));
+    mesh.Triangles = ReadFaces<3>(reader, TexturedFaceWords(3, isOlderGame));
+    if (isOlderGame) {
         mesh.ColouredRectangles = ReadFaces<4>(reader, 5);
         mesh.ColouredTriangles = ReadFaces<3>(reader, 4);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Bytes.h"
+#include "base/Records.h"
 
 #include <array>
 #include <cstdint>
@@ -9,15 +10,6 @@
 
 namespace morlik
 {
-
-/// A point or a direction, in world units or as a normal.
-struct Vertex
-{
-    std::int16_t X = 0;
-    std::int16_t Y = 0; ///< grows downward
-    std::int16_t Z = 0;
-};
-static_assert(sizeof(Vertex) == 6);
 
 /// A face of a level's mesh; a triangle uses the first three vertices.
 struct RawFace
@@ -55,12 +47,12 @@ constexpr std::size_t kMeshHeadBytes = 10;
 
 /// Words of a textured face of `corners` corners: vertices, texture and, outside Tomb Raider I to
 /// III, the attribute.
-constexpr std::size_t TexturedFaceWords(std::size_t corners, bool classic)
+constexpr std::size_t TexturedFaceWords(std::size_t corners, bool isOlderGame)
 {
-    return corners + (classic ? 1 : 2);
+    return corners + (isOlderGame ? 1 : 2);
 }
 
-/// Meshes of a sound level stand side by side. Damaged ones that all cover the same bytes would
+/// Meshes of an intact level stand side by side. Damaged ones that all cover the same bytes would
 /// multiply the work and the output without bounds, so their sum is limited.
 class MeshBudget
 {
@@ -80,8 +72,8 @@ private:
     std::size_t left_;
 };
 
-/// The mesh at byte `offset` of the level's `meshData`; `classic` for Tomb Raider I to III.
+/// The mesh at byte `offset` of the level's `meshData`; `isOlderGame` for Tomb Raider I to III.
 /// `ReadFailure` for an offset outside the data, a negative count or a mesh that runs past the end.
-RawMesh ReadRawMesh(std::span<const std::byte> meshData, std::int32_t offset, bool classic);
+RawMesh ReadRawMesh(std::span<const std::byte> meshData, std::int32_t offset, bool isOlderGame);
 
 } // namespace morlik

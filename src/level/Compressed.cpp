@@ -34,21 +34,21 @@ using TextureSizeFields = FieldList<&ObjectTextureTR45::Width, &ObjectTextureTR4
 static_assert(TextureHeadFields::kBytes == 22 && TextureSizeFields::kBytes == 8);
 
 std::vector<ObjectTextureTR45> ReadRecords(std::span<const std::byte> bytes,
-                                           const TextureRecord& form)
+                                           const TextureRecordLayout& layout)
 {
-    std::vector<ObjectTextureTR45> textures(bytes.size() / form.Bytes());
+    std::vector<ObjectTextureTR45> textures(bytes.size() / layout.Bytes());
     ByteReader records(bytes);
     for (ObjectTextureTR45& texture : textures) {
         TextureHeadFields::Read(records, texture);
-        records.Skip(form.Gap);
+        records.Skip(layout.Gap);
         TextureSizeFields::Read(records, texture);
-        records.Skip(form.Tail);
+        records.Skip(layout.Tail);
     }
     return textures;
 }
 
-/// Inflates a sound stream into a target with room for all of it, about twice as fast as zlib, and
-/// gives the size. All others are left to zlib, for what it makes of damaged ones is what the
+/// Inflates an intact stream into a target with room for all of it, about twice as fast as zlib,
+/// and gives the size. All others are left to zlib, for what it makes of damaged ones is what the
 /// levels of the users were always read as.
 bool InflateFast([[maybe_unused]] std::span<const std::byte> stream,
                  [[maybe_unused]] std::span<std::byte> target, [[maybe_unused]] std::size_t& size)
@@ -110,12 +110,15 @@ void ReadTileBlocks(LevelReading& reading)
     const auto stream = TakeBlock(reader, sizes);
     level.TileBytes = narrow<std::int32_t>(std::int64_t{sizes.Inflated} * 3 / kPixelBytes32);
     const auto pixels = (sizes.Inflated + kPixelBytes32 - 1) / kPixelBytes32;
-    level.Tiles32.resize(static_cast<std::size_t>(pixels));
-    level.Tiles32.back() = 0; // it may be there in part only
-    Inflate(stream,
-            std::as_writable_bytes(std::span(level.Tiles32))
-                .first(static_cast<std::size_t>(sizes.Inflated)),
-            reading.Report.Times);
+    const auto tiles =
+        std::make_shared<UninitialisedVector<std::uint32_t>>(static_cast<std::size_t>(pixels));
+    tiles->back() = 0; // it may be there in part only
+    Inflate(
+        stream,
+        std::as_writable_bytes(std::span(*tiles)).first(static_cast<std::size_t>(sizes.Inflated)),
+        reading.Report.Times);
+    level.Tiles32 = *tiles;
+    level.InflatedTiles = tiles;
     SkipBlock(reader);
     SkipBlock(reader);
 }
@@ -131,21 +134,21 @@ void SkipScenery(ByteReader& reader)
     SkipTable(reader, "animated textures", 2);
 }
 
-void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecord> forms)
+void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecordLayout> layouts)
 {
     ByteReader& reader = reading.Reader;
     reader.Section("object textures");
     reading.Level.NumTextInfo = ReadCount(reader, CountRule::Positive);
-    const auto records = reader.TakeTable(reading.Level.NumTextInfo, forms[0].Bytes());
+    const auto records = reader.TakeTable(reading.Level.NumTextInfo, layouts[0].Bytes());
     auto& textures = reading.State.ObjectTexturesTR45;
-    textures = ReadRecords(records, forms[0]);
-    for (const TextureRecord& other : forms.subspan(1)) {
+    textures = ReadRecords(records, layouts[0]);
+    for (const TextureRecordLayout& other : layouts.subspan(1)) {
         auto moved = ReadRecords(records, other);
         if (!HasClassicSizes(textures) && (HasClassicSizes(moved) || HasFloatSizes(moved)))
             textures = std::move(moved);
     }
-    TakeForm(FormOf(textures), reading.State, reading.Report);
-    if (reading.State.Fractional)
+    TakeForm(FormOf(textures), reading.Level, reading.Report);
+    if (reading.Level.HasFractions)
         ConvertFractional(reading.Level, reading.State, reading.Report);
     else
         ConvertTR5TextInfo(reading.Level, reading.State, reading.Report);

@@ -34,8 +34,9 @@ void ReadTileBlocks(LevelReading& reading);
 /// Sprites, cameras, flyby cameras, sound sources, boxes, animated textures.
 void SkipScenery(ByteReader& reader);
 
-/// Form of an object texture in the file: 22 bytes, unused ones, width and height, unused ones.
-struct TextureRecord
+/// How the fields of an object texture stand in the file: 22 bytes, unused ones, width and height,
+/// unused ones.
+struct TextureRecordLayout
 {
     std::size_t Gap;
     std::size_t Tail;
@@ -43,9 +44,9 @@ struct TextureRecord
     std::size_t Bytes() const { return 22 + Gap + 8 + Tail; }
 };
 
-/// Object textures, which are converted too. The first of the forms, all of one size, is taken
+/// Object textures, which are converted too. The first of the layouts, all of one size, is taken
 /// unless the sizes make sense in another one alone.
-void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecord> forms);
+void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecordLayout> layouts);
 
 /// Items, AI objects and demo data.
 void SkipItemsTR45(ByteReader& reader);

@@ -1,8 +1,8 @@
 #include "level/ConvertFractional.h"
 
+#include "level/Orientation.h"
 #include "level/SharedBoxes.h"
 #include "level/TextureCorners.h"
-#include "level/TextureLayout.h"
 
 namespace morlik
 {
@@ -13,61 +13,60 @@ namespace
 constexpr std::uint8_t kFlipMark = 0xff;
 
 /// Places one texture on its box; gives whether its shape had to be simplified.
-bool Place(const std::array<TextureCorner, 4>& corners, bool triangle, std::size_t i,
-           LevelData& level, TrMainState& state)
+bool Place(const std::array<TextureCorner, 4>& corners, bool triangle, LevelTexture& made)
 {
     const auto used = std::span<const TextureCorner>(corners).first(triangle ? 3 : 4);
     const PixelBox box = BoxOf(used);
-    const TextureLayout layout = LayoutOf(used, box);
-    TextInfo& info = level.TextInfos[i];
-    info.X = box.Left;
-    info.Y = box.Top;
-    info.Width = static_cast<std::uint8_t>(box.Right - box.Left);
-    info.Height = static_cast<std::uint8_t>(box.Bottom - box.Top);
-    state.TextureFlip[i] = layout.Code;
-    state.TextureTurn[i] = layout.Turn;
-    return layout.Simplified;
+    const Orientation orientation = OrientationOf(used, box);
+    made.Info.X = box.Left;
+    made.Info.Y = box.Top;
+    made.Info.Width = static_cast<std::uint8_t>(box.Right - box.Left);
+    made.Info.Height = static_cast<std::uint8_t>(box.Bottom - box.Top);
+    made.TextureFlip = orientation.Code;
+    made.TextureTurn = orientation.Turn;
+    return orientation.Simplified;
 }
 
 /// Tomb Raider I to III: every texture stands for itself.
-std::size_t ConvertClassicGame(LevelData& level, TrMainState& state)
+std::size_t ConvertTR123(LevelData& level, const TrMainState& state)
 {
     std::size_t simplified = 0;
-    for (std::size_t i = 0; i < state.ObjectTextures.size(); ++i) {
-        const ObjectTexture& texture = state.ObjectTextures[i];
+    for (const ObjectTexture& texture : state.ObjectTextures) {
+        const auto number = static_cast<std::int32_t>(level.Textures.size());
         const bool triangle = IsTriangle(texture);
-        simplified += Place(texture.Corners, triangle, i, level, state) ? 1U : 0U;
-        TextInfo& info = level.TextInfos[i];
-        info.FlipX = info.FlipY = triangle ? 0 : kFlipMark;
-        info.Tile = texture.Tile;
-        state.TextureRemap[i] = static_cast<std::int32_t>(i);
+        LevelTexture& made = level.Textures.emplace_back();
+        simplified += Place(texture.Corners, triangle, made) ? 1U : 0U;
+        made.Info.FlipX = made.Info.FlipY = triangle ? 0 : kFlipMark;
+        made.Info.Tile = texture.Tile;
+        made.Attribute = texture.Attribute;
+        made.TextureRemap = number;
     }
     return simplified;
 }
 
-std::size_t ConvertTR45(LevelData& level, TrMainState& state, Reporter& report)
+std::size_t ConvertTR45(LevelData& level, const TrMainState& state, Reporter& report)
 {
     std::size_t simplified = 0;
     SharedBoxes boxes(level, report);
-    for (std::size_t i = 0; i < state.ObjectTexturesTR45.size(); ++i) {
-        const ObjectTextureTR45& texture = state.ObjectTexturesTR45[i];
-        simplified += Place(texture.Corners, IsTriangle(texture), i, level, state) ? 1U : 0U;
-        TextInfo& info = level.TextInfos[i];
-        info.FlipX = info.FlipY = kFlipMark;
-        info.Tile = TileOf(texture);
-        state.TextureRemap[i] = boxes.FirstWith(info, static_cast<std::int32_t>(i));
+    for (const ObjectTextureTR45& texture : state.ObjectTexturesTR45) {
+        const auto number = static_cast<std::int32_t>(level.Textures.size());
+        LevelTexture& made = level.Textures.emplace_back();
+        simplified += Place(texture.Corners, IsTriangle(texture), made) ? 1U : 0U;
+        made.Info.FlipX = made.Info.FlipY = kFlipMark;
+        made.Info.Tile = TileOf(texture);
+        made.Attribute = texture.Attribute;
+        made.TextureRemap = boxes.FirstWith(made.Info, number);
     }
     return simplified;
 }
 
 } // namespace
 
-void ConvertFractional(LevelData& level, TrMainState& state, Reporter& report)
+void ConvertFractional(LevelData& level, const TrMainState& state, Reporter& report)
 {
-    StartTextures(level, state);
-    const bool tr45 = state.LevelVersion >= kTR4 && state.LevelVersion != kTR1Gold;
-    const auto simplified =
-        tr45 ? ConvertTR45(level, state, report) : ConvertClassicGame(level, state);
+    level.Textures.reserve(static_cast<std::size_t>(level.NumTextInfo));
+    const auto simplified = IsOlderGame(state.LevelVersion) ? ConvertTR123(level, state)
+                                                            : ConvertTR45(level, state, report);
     if (simplified != 0)
         report.LogLine(std::to_string(simplified) + " textures simplified");
 }

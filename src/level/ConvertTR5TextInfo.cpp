@@ -55,18 +55,20 @@ std::int32_t TriangleCode(const ObjectTextureTR45& texture)
 
 } // namespace
 
-void ConvertTR5TextInfo(LevelData& level, TrMainState& state, Reporter& report)
+void ConvertTR5TextInfo(LevelData& level, const TrMainState& state, Reporter& report)
 {
-    StartTextures(level, state);
     SharedBoxes boxes(level, report);
-    for (std::size_t i = 0; i < level.TextInfos.size(); ++i) {
-        const ObjectTextureTR45& texture = state.ObjectTexturesTR45[i];
-        level.TextInfos[i] = BoxOf(texture);
-        state.TextureRemap[i] = boxes.FirstWith(level.TextInfos[i], static_cast<std::int32_t>(i));
+    level.Textures.reserve(state.ObjectTexturesTR45.size());
+    for (const ObjectTextureTR45& texture : state.ObjectTexturesTR45) {
+        const auto number = static_cast<std::int32_t>(level.Textures.size());
+        LevelTexture& made = level.Textures.emplace_back();
+        made.Info = BoxOf(texture);
+        made.Attribute = texture.Attribute;
+        made.TextureRemap = boxes.FirstWith(made.Info, number);
         if (IsTriangle(texture))
-            state.TextureFlip[i] = TriangleCode(texture);
+            made.TextureFlip = TriangleCode(texture);
         else
-            state.TextureFlip[i] = IsEven(texture.Corners[0].XPixel) ? 1 : -1;
+            made.TextureFlip = IsEven(texture.Corners[0].XPixel) ? 1 : -1;
     }
 }
 

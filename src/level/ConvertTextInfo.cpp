@@ -3,7 +3,6 @@
 #include "level/TextureCorners.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace morlik
 {
@@ -85,20 +84,21 @@ void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t
 
 } // namespace
 
-void ConvertTextInfo(LevelData& level, TrMainState& state, Reporter& report)
+void ConvertTextInfo(LevelData& level, const TrMainState& state, Reporter& report)
 {
-    StartTextures(level, state);
-    std::iota(state.TextureRemap.begin(), state.TextureRemap.end(), 0);
-    for (std::size_t i = 0; i < level.TextInfos.size(); ++i) {
-        const ObjectTexture& texture = state.ObjectTextures[i];
-        TextInfo& info = level.TextInfos[i];
+    level.Textures.reserve(state.ObjectTextures.size());
+    for (const ObjectTexture& texture : state.ObjectTextures) {
+        const auto number = static_cast<std::int32_t>(level.Textures.size());
+        LevelTexture& made = level.Textures.emplace_back();
+        made.Attribute = texture.Attribute;
+        made.TextureRemap = number;
         if (IsTriangle(texture))
-            ConvertTriangle(texture, info, state.TextureFlip[i]);
+            ConvertTriangle(texture, made.Info, made.TextureFlip);
         else
-            ConvertRectangle(texture, info, state.TextureFlip[i],
-                             "ConvertTextInfo -> Error reading texture" + std::to_string(i),
+            ConvertRectangle(texture, made.Info, made.TextureFlip,
+                             "ConvertTextInfo -> Error reading texture" + std::to_string(number),
                              report);
-        info.Tile = texture.Tile;
+        made.Info.Tile = texture.Tile;
     }
 }
 

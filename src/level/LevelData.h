@@ -1,7 +1,10 @@
 #pragma once
 
 #include "base/Files.h"
+#include "base/Records.h"
+#include "base/SampleLookup.h"
 #include "base/Uninitialised.h"
+#include "base/VersionCode.h"
 
 #include <array>
 #include <cstddef>
@@ -13,58 +16,41 @@
 namespace morlik
 {
 
-/// The one switch between games, as `LevelVersion` and `LevelData::Version` hold it.
-enum VersionCode : std::int16_t
+/// Palette entry of Tomb Raider I to III levels: red, green, blue, each 0 to 63.
+struct Colour6
 {
-    kTR1 = 1,
-    kTR2 = 2,
-    kTR3 = 3,
-    kTR4 = 4,
-    kTR5 = 5,
-    kMainSFXVersion = 12, ///< no level: a `main.sfx` is loaded
-    kTR1Gold = 15,        ///< becomes 1 right after the load
-    kTR5Demo = 51,        ///< a file named "...del.trc", only while it is read
+    std::uint8_t R = 0;
+    std::uint8_t G = 0;
+    std::uint8_t B = 0;
+};
+static_assert(sizeof(Colour6) == 3);
+
+/// Entry of the 16-bit palette of Tomb Raider II and III: red, green, blue, each 0 to 255.
+struct Colour8
+{
+    std::uint8_t R = 0;
+    std::uint8_t G = 0;
+    std::uint8_t B = 0;
+    std::uint8_t Unused = 0;
+};
+static_assert(sizeof(Colour8) == 4);
+
+/// An object texture in the editor's form.
+struct LevelTexture
+{
+    TextInfo Info; ///< its box in its tile
+    std::int16_t Attribute = 0;
+    /// Corner code: 1 or -1 (mirrored) for a rectangle; for a triangle one of 0, 0x2000, ...
+    /// 0xe000, the corner that it starts from and its direction.
+    std::int32_t TextureFlip = 0;
+    /// By how many places the vertices of a face with the texture are turned before its code holds;
+    /// 0 but in levels of newer compilers.
+    std::int32_t TextureTurn = 0;
+    /// Number of the object texture that stands for it: its own, or the first with the same box.
+    std::int32_t TextureRemap = 0;
 };
 
-/// Whether the game is Tomb Raider I, II or III: palettes, coloured faces and sprites of its own.
-constexpr bool IsClassic(std::int32_t version)
-{
-    return version >= kTR1 && version <= kTR3;
-}
-
-/// Tiles are squares of 256 by 256 pixels, one below the other as rows of 256 pixels: line y of
-/// tile t is row 256 t + y.
-constexpr std::int32_t kTileSide = 256;
-constexpr std::int32_t kTilePixels = kTileSide * kTileSide;
-/// Bytes of a tile at 3 bytes a pixel, the unit of `TileBytes`.
-constexpr std::int32_t kTileBytes = kTilePixels * 3;
-
-/// A texture as the object set stores it, 8 bytes: a box in a tile.
-struct TextInfo
-{
-    std::uint8_t X = 0;      ///< left pixel column in the tile
-    std::uint8_t Y = 0;      ///< top pixel row in the tile
-    std::int16_t Tile = 0;   ///< tile number, counted over the whole level
-    std::uint8_t FlipX = 0;  ///< 0xff, but 0 for triangles of Tomb Raider I to III
-    std::uint8_t Width = 0;  ///< last pixel column less first
-    std::uint8_t FlipY = 0;  ///< as `FlipX`
-    std::uint8_t Height = 0; ///< last pixel row less first
-};
-static_assert(sizeof(TextInfo) == 8);
-
-/// Vertex of a room, in room coordinates. Tomb Raider I fills the first four fields.
-struct RoomVertex
-{
-    std::int16_t X = 0;
-    std::int16_t Y = 0;
-    std::int16_t Z = 0;
-    std::int16_t Lighting1 = 0;
-    std::int16_t Attributes = 0;
-    std::int16_t Lighting2 = 0;
-};
-static_assert(sizeof(RoomVertex) == 12);
-
-/// Face of a room with `Corners` corners: indices into `Room::Vertices`, then the number of an
+/// Face of a room with `Corners` corners: numbers of the room's vertices, then the number of an
 /// object texture (bit 15 is a flag of the game).
 template <std::size_t Corners>
 struct RoomFace
@@ -76,115 +62,15 @@ using RoomRectangle = RoomFace<4>;
 using RoomTriangle = RoomFace<3>;
 static_assert(sizeof(RoomRectangle) == 10 && sizeof(RoomTriangle) == 8);
 
-/// A room of Tomb Raider I to III, as far as its faces need it. Its sprites, portals, sectors,
-/// lights, ambient light and static meshes are passed over by the reader: nothing works with them.
+/// A room of Tomb Raider I to III: its faces, which tell the tiles of the texture sheet. All else
+/// is passed over by the reader: nothing works with it.
 struct Room
 {
-    std::int32_t X = 0; ///< position of the room in the world, in world units
-    std::int32_t Z = 0;
-    std::int32_t YBottom = 0;
-    std::int32_t YTop = 0;
-    std::int32_t NumDataWords = 0; ///< the file's size of the geometry in 16-bit words; not used
-    std::vector<RoomVertex> Vertices;
     std::vector<RoomRectangle> Rectangles;
     std::vector<RoomTriangle> Triangles;
-    std::int16_t AlternateRoom = 0; ///< the room that takes its place when flipped, -1 for none
-    std::int16_t Flags = 0;
 };
 
-/// One animation; 40 bytes in memory and in the object set, 32 in Tomb Raider I to III levels,
-/// which have no lateral fields.
-struct Animation
-{
-    std::int32_t FrameOffset = 0;  ///< byte offset of the first frame in `Frames`
-    std::uint8_t FrameRate = 0;    ///< ticks between two frames
-    std::uint8_t FrameSize = 0;    ///< size of a frame in 16-bit words
-    std::int16_t State = 0;        ///< state of the object while it runs
-    std::int32_t Speed = 0;        ///< 16.16 fixed point
-    std::int32_t Accel = 0;        ///< 16.16 fixed point
-    std::int32_t LateralSpeed = 0; ///< Tomb Raider IV and V; 0 in the others
-    std::int32_t LateralAccel = 0; ///< Tomb Raider IV and V; 0 in the others
-    std::int16_t FrameStart = 0;   ///< first frame number
-    std::int16_t FrameEnd = 0;     ///< last frame number
-    std::int16_t NextAnimation = 0;
-    std::int16_t NextFrame = 0;
-    std::int16_t NumStateChanges = 0;
-    std::int16_t StateChange = 0; ///< index of the first of them in `StateChanges`
-    std::int16_t NumAnimCommands = 0;
-    std::int16_t AnimCommand = 0; ///< index of the first word of them in `AnimCommands`
-};
-static_assert(sizeof(Animation) == 40);
-
-/// The dispatches that apply when the object wants to change to a state.
-struct StateChange
-{
-    std::int16_t StateID = 0;
-    std::int16_t NumAnimDispatches = 0;
-    std::int16_t AnimDispatch = 0; ///< index of the first of them in `AnimDispatches`
-};
-static_assert(sizeof(StateChange) == 6);
-
-/// Between the frames `Low` and `High` go on with `NextFrame` of `NextAnimation`.
-struct AnimDispatch
-{
-    std::int16_t Low = 0;
-    std::int16_t High = 0;
-    std::int16_t NextAnimation = 0;
-    std::int16_t NextFrame = 0;
-};
-static_assert(sizeof(AnimDispatch) == 8);
-
-/// A moveable object; 18 bytes in every file but Tomb Raider V levels, which add two unused bytes.
-struct Moveable
-{
-    std::int32_t ObjectID = 0;
-    std::int16_t NumMeshes = 0;
-    std::int16_t StartingMesh = 0; ///< index of the first of its meshes in `MeshPointers`
-    std::int32_t MeshTree = 0;     ///< index of its first word in `MeshTrees`
-    std::int32_t FrameOffset = 0;  ///< byte offset of its first frame in `Frames`
-    std::int16_t Animation = 0;    ///< index of its first animation, -1 for none
-};
-
-/// A static mesh.
-struct StaticMesh
-{
-    std::int32_t ObjectID = 0;
-    std::int16_t Mesh = 0; ///< index in `MeshPointers`
-    std::array<std::int16_t, 6> VisibilityBox{};
-    std::array<std::int16_t, 6> CollisionBox{};
-    std::int16_t Flags = 0;
-};
-static_assert(sizeof(StaticMesh) == 32);
-
-/// A sprite's place in the tiles; only the tile number is looked at.
-struct SpriteTexture
-{
-    std::int16_t Tile = 0;
-    std::array<std::byte, 14> Rest{};
-};
-static_assert(sizeof(SpriteTexture) == 16);
-
-/// A run of sprite textures, carried as it stands.
-struct SpriteSequence
-{
-    std::array<std::byte, 8> Raw{};
-};
-static_assert(sizeof(SpriteSequence) == 8);
-
-/// A sound: a run of samples with its playing parameters.
-struct SoundDetail
-{
-    /// First sample: a position in `Samples` for Tomb Raider I, in `SampleIndices` for II and III.
-    std::int16_t Sample = 0;
-    std::array<std::int16_t, 2> Raw{};
-    std::int16_t Characteristics = 0; ///< bits 2 to 6: number of samples
-
-    /// Number of samples, 0 to 31.
-    std::int32_t NumSamples() const { return (Characteristics & 0x7c) / 4; }
-};
-static_assert(sizeof(SoundDetail) == 8);
-
-/// One sound sample, the bytes as they stand in the file: a whole RIFF file but in Tomb Raider IV.
+/// One sample, the bytes as they stand in the file: a whole RIFF file but in Tomb Raider IV.
 struct Sample
 {
     std::span<const std::byte> Data;
@@ -193,45 +79,45 @@ struct Sample
     std::size_t Size() const { return Data.size(); }
 };
 
-/// Slots of the longest sound map, that of Tomb Raider V.
-constexpr std::size_t kSoundMapSlots = 450;
-constexpr std::size_t kSoundMapSlotsTR1 = 256;
-constexpr std::size_t kSoundMapSlotsTR2 = 370; ///< Tomb Raider II, III and IV
-
 /// A loaded level of any of the five games. Each reader fills what its game has and what the
 /// program later needs; everything else stays 0 or empty. A count is kept beside its array because
-/// some sections may carry a count of 0 or less, which goes on to the output as it was read.
+/// some sections may carry a count of 0 or less, which goes on to the output as it was read. What
+/// was read is not changed afterwards: a conversion makes an `ObjectSet` of it.
 struct LevelData
 {
-    std::int32_t Version = 0; ///< `LevelVersion` after the load, 1 to 5; written by the loader
+    VersionCode Version = kNoLevel; ///< `LevelVersion` after the load; written by the loader
 
     // Textures.
-    std::int16_t NumRoomTiles = 0;          ///< tiles that belong to rooms
+    std::int16_t NumRoomTiles = 0;          ///< tiles that belong to rooms; Tomb Raider IV and V
     std::int16_t NumObjectTiles = 0;        ///< tiles that belong to objects; Tomb Raider IV and V
     std::int16_t NumBumpTiles = 0;          ///< bump map tiles; Tomb Raider IV and V
     std::int32_t NumTextInfo = 0;           ///< number of object textures
-    std::vector<TextInfo> TextInfos;        ///< the object textures in the editor's form
+    std::vector<LevelTexture> Textures;     ///< the object textures
+    bool HasFractions = false;              ///< their corners have true fractions of pixels
     std::int32_t TileBytes = 0;             ///< size of all tiles at 3 bytes a pixel
+    std::array<Colour6, 256> Palette{};     ///< Tomb Raider I to III
+    std::array<Colour8, 256> Palette16{};   ///< Tomb Raider II and III
     std::span<const std::uint8_t> Tiles8;   ///< Tomb Raider I: an index into `Palette` a pixel
-    std::span<const std::uint16_t> Tiles16; ///< II and III: 5 bits each of red, green, blue a pixel
-    UninitialisedVector<std::uint32_t> Tiles32; ///< IV and V: bytes B, G, R, A a pixel
+    std::span<const std::uint16_t> Tiles16; ///< II and III: 5 bits each of red, green, blue
+    std::span<const std::uint32_t> Tiles32; ///< IV and V: bytes B, G, R, A a pixel
 
-    /// The level's file, which `Tiles8`, `Tiles16` and the samples are views into.
+    /// What the spans of the level look into: its file, and what was inflated of it.
     std::shared_ptr<const FileBytes> File;
+    std::shared_ptr<const UninitialisedVector<std::uint32_t>> InflatedTiles;
+    std::shared_ptr<const UninitialisedVector<std::byte>> LevelGeometry;
 
     // Tomb Raider V.
     std::int16_t LaraType = 0;
     std::int16_t WeatherType = 0;
 
     // Rooms of Tomb Raider I to III.
-    std::int16_t NumRooms = 0;
     std::vector<Room> Rooms;
 
     // Meshes.
     std::int32_t NumMeshPointers = 0;       ///< number of meshes
     std::vector<std::int32_t> MeshPointers; ///< byte offset of each mesh in `MeshData`
     std::int32_t NumMeshWords = 0;          ///< size of `MeshData` in 16-bit words
-    std::vector<std::byte> MeshData;        ///< the meshes in the game's own form
+    std::span<const std::byte> MeshData;    ///< the meshes in the game's own form
 
     // Animations. A moveable's animations run up to the first of the next moveable that has any.
     std::int32_t NumAnimations = 0;
@@ -245,8 +131,7 @@ struct LevelData
     std::int32_t NumMeshTrees = 0; ///< in 32-bit words
     std::vector<std::int32_t> MeshTrees;
     std::int32_t NumFrames = 0;       ///< in 16-bit words
-    std::vector<std::int16_t> Frames; ///< in the game's form until `FramesConverted`
-    bool FramesConverted = false;     ///< a save brought `Frames` to the editor's form already
+    std::vector<std::int16_t> Frames; ///< in the game's own form
 
     // Objects.
     std::int32_t NumMoveables = 0;

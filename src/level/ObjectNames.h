@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/VersionCode.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace morlik
 {
@@ -15,12 +18,12 @@ public:
     static constexpr std::int32_t kMoveableIDs = 501;
     static constexpr std::int32_t kStaticIDs = 90;
 
-    /// Name of moveable `id` in Tomb Raider `version`, 1 to 5.
-    const std::string& Moveable(std::int32_t version, std::int32_t id) const
+    /// Name of moveable `id` in Tomb Raider I to V.
+    const std::string& Moveable(VersionCode version, std::int32_t id) const
     {
         if (!HasMoveable(version, id))
             return none_;
-        return moveables_[Index(version - 1)][Index(id)];
+        return moveables_[Index(NumberOf(version) - 1)][Index(id)];
     }
     /// Name of static mesh `id`, the same in all games.
     const std::string& Static(std::int32_t id) const
@@ -31,10 +34,10 @@ public:
     }
 
     /// Sets a name; outside the tables that does nothing and gives false.
-    bool SetMoveable(std::int32_t version, std::int32_t id, std::string name)
+    bool SetMoveable(VersionCode version, std::int32_t id, std::string name)
     {
         if (HasMoveable(version, id))
-            moveables_[Index(version - 1)][Index(id)] = std::move(name);
+            moveables_[Index(NumberOf(version) - 1)][Index(id)] = std::move(name);
         return HasMoveable(version, id);
     }
     bool SetStatic(std::int32_t id, std::string name)
@@ -46,9 +49,9 @@ public:
 
 private:
     static std::size_t Index(std::int32_t id) { return static_cast<std::size_t>(id); }
-    static bool HasMoveable(std::int32_t version, std::int32_t id)
+    static bool HasMoveable(VersionCode version, std::int32_t id)
     {
-        return version >= 1 && version <= 5 && id >= 0 && id < kMoveableIDs;
+        return GameOf(NumberOf(version)) != kNoLevel && id >= 0 && id < kMoveableIDs;
     }
     static bool HasStatic(std::int32_t id) { return id >= 0 && id < kStaticIDs; }
 

@@ -16,18 +16,18 @@ namespace
 /// What differs in a room.
 struct RoomLayout
 {
-    bool ShortVertices; ///< 8 bytes, up to `Lighting1`; else 12
+    std::size_t VertexBytes;
     std::size_t AmbientBytes;
     std::size_t LightBytes;
     std::size_t StaticBytes;
     std::size_t TailBytes; ///< behind the flags
 };
 
-constexpr RoomLayout kRoomTR1{true, 2, 18, 18, 0};
-constexpr RoomLayout kRoomTR2{false, 6, 24, 20, 0};
-constexpr RoomLayout kRoomTR3{false, 4, 24, 20, 3};
+constexpr RoomLayout kRoomTR1{8, 2, 18, 18, 0};
+constexpr RoomLayout kRoomTR2{12, 6, 24, 20, 0};
+constexpr RoomLayout kRoomTR3{12, 4, 24, 20, 3};
 
-constexpr ObjectLayout ClassicObjects(std::size_t soundMapSlots)
+constexpr ObjectLayout OlderObjects(std::size_t soundMapSlots)
 {
     return {.WideAnimations = false,
             .MoveableTail = 0,
@@ -40,16 +40,13 @@ constexpr ObjectLayout ClassicObjects(std::size_t soundMapSlots)
 
 constexpr std::size_t kLightMapBytes = 8192;
 
-using RoomHeadFields =
-    FieldList<&Room::X, &Room::Z, &Room::YBottom, &Room::YTop, &Room::NumDataWords>;
-using ShortVertexFields =
-    FieldList<&RoomVertex::X, &RoomVertex::Y, &RoomVertex::Z, &RoomVertex::Lighting1>;
-static_assert(ShortVertexFields::kBytes == 8);
+/// Position in the world and size of the geometry, five 32-bit words.
+constexpr std::size_t kRoomHeadBytes = 20;
 
 void ReadPalette(LevelReading& reading)
 {
     reading.Reader.Section("palette");
-    reading.State.Palette = reading.Reader.Read<decltype(reading.State.Palette)>();
+    reading.Level.Palette = reading.Reader.Read<decltype(reading.Level.Palette)>();
 }
 
 /// Tile count and 8-bit tiles, which only Tomb Raider I keeps.
@@ -73,7 +70,7 @@ void ReadTiles8(LevelReading& reading)
 void ReadTiles16(LevelReading& reading)
 {
     ReadPalette(reading);
-    reading.State.Palette16 = reading.Reader.Read<decltype(reading.State.Palette16)>();
+    reading.Level.Palette16 = reading.Reader.Read<decltype(reading.Level.Palette16)>();
     TakeTiles8(reading);
     // All that stands before has an even size, so the words are where words may be.
     const auto pixels =
@@ -85,10 +82,8 @@ void ReadTiles16(LevelReading& reading)
 Room ReadRoom(ByteReader& reader, const RoomLayout& layout)
 {
     Room room;
-    RoomHeadFields::Read(reader, room);
-    const auto vertices = reader.Read<std::int16_t>();
-    room.Vertices = layout.ShortVertices ? ShortVertexFields::ReadTable(reader, vertices)
-                                         : reader.Table<RoomVertex>(vertices);
+    reader.Skip(kRoomHeadBytes);
+    reader.SkipTable(reader.Read<std::int16_t>(), layout.VertexBytes);
     room.Rectangles = reader.Table<RoomRectangle>(reader.Read<std::int16_t>());
     room.Triangles = reader.Table<RoomTriangle>(reader.Read<std::int16_t>());
     reader.SkipTable(reader.Read<std::int16_t>(), 4);  // sprites
@@ -101,8 +96,7 @@ Room ReadRoom(ByteReader& reader, const RoomLayout& layout)
     reader.Skip(layout.AmbientBytes);
     reader.SkipTable(reader.Read<std::int16_t>(), layout.LightBytes);
     reader.SkipTable(reader.Read<std::int16_t>(), layout.StaticBytes);
-    room.AlternateRoom = reader.Read<std::int16_t>();
-    room.Flags = reader.Read<std::int16_t>();
+    reader.Skip(4); // alternate room, flags
     reader.Skip(layout.TailBytes);
     return room;
 }
@@ -117,7 +111,6 @@ void ReadRooms(LevelReading& reading, const RoomLayout& layout)
     if (count <= 0)
         reader.Fail("a count of " + std::to_string(count));
     reading.State.RoomCount = count;
-    reading.Level.NumRooms = count;
     for (std::int16_t i = 0; i < count; ++i)
         reading.Level.Rooms.push_back(ReadRoom(reader, layout));
     SkipTable(reader, "floor data", 2);
@@ -128,9 +121,9 @@ void ReadObjectTextures(LevelReading& reading, const char* logLine)
     LevelData& level = reading.Level;
     ReadTable(reading.Reader, "object textures", CountRule::Positive, level.NumTextInfo,
               reading.State.ObjectTextures);
-    TakeForm(FormOf(reading.State.ObjectTextures), reading.State, reading.Report);
+    TakeForm(FormOf(reading.State.ObjectTextures), level, reading.Report);
     reading.Report.LogLine(logLine);
-    if (reading.State.Fractional)
+    if (level.HasFractions)
         ConvertFractional(level, reading.State, reading.Report);
     else
         ConvertTextInfo(level, reading.State, reading.Report);
@@ -168,7 +161,7 @@ void SkipCinematics(ByteReader& reader)
 
 void ReadTR1(LevelReading& reading)
 {
-    constexpr ObjectLayout kLayout = ClassicObjects(kSoundMapSlotsTR1);
+    constexpr ObjectLayout kLayout = OlderObjects(kSoundMapSlotsTR1);
     const bool gold = reading.State.LevelVersion == kTR1Gold;
     ByteReader& reader = reading.Reader;
     ReadTiles8(reading);
@@ -196,7 +189,7 @@ void ReadTR1(LevelReading& reading)
 
 void ReadTR2(LevelReading& reading)
 {
-    constexpr ObjectLayout kLayout = ClassicObjects(kSoundMapSlotsTR2);
+    constexpr ObjectLayout kLayout = OlderObjects(kSoundMapSlotsTR2);
     ByteReader& reader = reading.Reader;
     ReadTiles16(reading);
     ReadRooms(reading, kRoomTR2);
@@ -214,7 +207,7 @@ void ReadTR2(LevelReading& reading)
 
 void ReadTR3(LevelReading& reading)
 {
-    constexpr ObjectLayout kLayout = ClassicObjects(kSoundMapSlotsTR2);
+    constexpr ObjectLayout kLayout = OlderObjects(kSoundMapSlotsTR2);
     ByteReader& reader = reading.Reader;
     ReadTiles16(reading);
     ReadRooms(reading, kRoomTR3);

@@ -18,15 +18,17 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
                                .Sounds = CountRule::Positive,
                                .SoundMapSlots = kSoundMapSlotsTR2};
 
-constexpr std::array<TextureRecord, 1> kTextureForms{{{8, 0}}};
+constexpr std::array<TextureRecordLayout, 1> kTextureLayouts{{{8, 0}}};
 
-UninitialisedVector<std::byte> InflateLevelBlock(ByteReader& reader, PhaseTimes& times)
+std::shared_ptr<const UninitialisedVector<std::byte>> InflateLevelBlock(ByteReader& reader,
+                                                                        PhaseTimes& times)
 {
     reader.Section("level block");
     BlockSizes sizes{};
     const auto stream = TakeBlock(reader, sizes);
-    UninitialisedVector<std::byte> block(static_cast<std::size_t>(sizes.Inflated));
-    Inflate(stream, block, times);
+    auto block =
+        std::make_shared<UninitialisedVector<std::byte>>(static_cast<std::size_t>(sizes.Inflated));
+    Inflate(stream, *block, times);
     return block;
 }
 
@@ -89,7 +91,7 @@ void ReadLevelBlock(LevelReading& reading)
     reading.Reader.Skip(3);
     SkipScenery(reading.Reader);
     reading.Reader.Skip(4); // mark of the object textures
-    ReadObjectTexturesTR45(reading, kTextureForms);
+    ReadObjectTexturesTR45(reading, kTextureLayouts);
     SkipItemsTR45(reading.Reader);
     ReadSoundMap(reading, kLayout);
     ReadSampleIndices(reading, kLayout);
@@ -100,9 +102,9 @@ void ReadLevelBlock(LevelReading& reading)
 void ReadTR4(LevelReading& reading)
 {
     ReadTileBlocks(reading);
-    const auto block = InflateLevelBlock(reading.Reader, reading.Report.Times);
+    reading.Level.LevelGeometry = InflateLevelBlock(reading.Reader, reading.Report.Times);
     ReadSamples(reading);
-    ByteReader blockReader(block);
+    ByteReader blockReader(*reading.Level.LevelGeometry);
     LevelReading blockReading{blockReader, reading.Level, reading.State, reading.Report};
     ReadLevelBlock(blockReading);
 }

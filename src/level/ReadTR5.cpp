@@ -20,7 +20,7 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
                                .SoundMapSlots = kSoundMapSlots};
 
 /// Newer level compilers put the sizes where Tomb Raider IV has them.
-constexpr std::array<TextureRecord, 2> kTextureForms{{{10, 0}, {8, 2}}};
+constexpr std::array<TextureRecordLayout, 2> kTextureLayouts{{{10, 0}, {8, 2}}};
 
 /// Behind each sample stand the two size words of the next one.
 constexpr std::size_t kSampleGap = 8;
@@ -79,7 +79,7 @@ void ReadTR5(LevelReading& reading)
     reader.Skip(4);
     SkipScenery(reader);
     reader.Skip(5); // mark of the object textures
-    ReadObjectTexturesTR45(reading, kTextureForms);
+    ReadObjectTexturesTR45(reading, kTextureLayouts);
     SkipItemsTR45(reader);
     ReadSoundMap(reading, kLayout);
     ReadSampleIndices(reading, kLayout);

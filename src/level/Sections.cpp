@@ -23,8 +23,7 @@ void ReadMeshes(ByteReader& reader, LevelData& level, CountRule rule)
 {
     reader.Section("mesh data");
     level.NumMeshWords = ReadCount(reader, rule);
-    const auto bytes = reader.TakeTable(level.NumMeshWords, 2);
-    level.MeshData.assign(bytes.begin(), bytes.end());
+    level.MeshData = reader.TakeTable(level.NumMeshWords, 2);
     ReadTable(reader, "mesh pointers", rule, level.NumMeshPointers, level.MeshPointers);
 }
 

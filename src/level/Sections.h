@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/Bytes.h"
-#include "base/Fields.h"
+#include "base/Reporter.h"
 #include "level/LevelData.h"
-#include "level/TR_Main.h"
+#include "level/TrMainState.h"
 
 namespace morlik
 {
@@ -27,11 +27,6 @@ struct LevelReading
     TrMainState& State;
     Reporter& Report;
 };
-
-/// File form of a moveable, 18 bytes.
-using MoveableFields = FieldList<&Moveable::ObjectID, &Moveable::NumMeshes, &Moveable::StartingMesh,
-                                 &Moveable::MeshTree, &Moveable::FrameOffset, &Moveable::Animation>;
-static_assert(MoveableFields::kBytes == 18);
 
 /// What differs between the games in the object sections, which stand in one row in all of them.
 struct ObjectLayout

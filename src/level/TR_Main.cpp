@@ -4,7 +4,6 @@
 #include "level/Readers.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace morlik
 {
@@ -35,8 +34,9 @@ std::string Describe(std::span<const std::byte> bytes)
     return digits + " \"" + text + "\"";
 }
 
-/// The game that a file belongs to, by its first word and, where games share one, its name.
-std::optional<VersionCode> Identify(std::uint32_t word, const std::string& fileName)
+/// The game that a file belongs to, by its first word and, where games share one, its name;
+/// `kNoLevel` for a word that no level begins with.
+VersionCode Identify(std::uint32_t word, const std::string& fileName)
 {
     switch (word) {
     case 0x00000020:
@@ -54,7 +54,7 @@ std::optional<VersionCode> Identify(std::uint32_t word, const std::string& fileN
             return kTR5Demo;
         return EndsWithNoCase(fileName, ".trc") ? kTR5 : kTR4;
     default:
-        return std::nullopt;
+        return kNoLevel;
     }
 }
 
@@ -74,8 +74,13 @@ void ReadByVersion(LevelReading& reading)
     case kTR4:
         ReadTR4(reading);
         break;
-    default:
+    case kTR5:
+    case kTR5Demo:
         ReadTR5(reading);
+        break;
+    case kNoLevel:
+    case kMainSFXVersion: // no file is identified as these
+        break;
     }
 }
 
@@ -99,13 +104,13 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         const auto file = LoadFile(fileName, report);
         const auto word = FirstWord(file->Bytes());
         const auto version = Identify(word, fileName);
-        if (!version) {
+        if (version == kNoLevel) {
             report.LogLine("-First bytes:" + Describe(file->Bytes()));
             report.Stop("Unknown level version - 0x" + Hex(word) +
                         "\nIf this is a TR level, please mail the version code to me.");
         }
-        state.LevelVersion = *version;
-        report.LogLine("-LevelVersion:" + std::to_string(*version));
+        state.LevelVersion = version;
+        report.LogLine("-LevelVersion:" + DigitsOf(version));
 
         LevelData level;
         level.File = file;

@@ -1,22 +1,12 @@
 #pragma once
 
 #include "level/LevelData.h"
-#include "level/TR_Main.h"
+#include "level/TrMainState.h"
 
 namespace morlik
 {
 
 /// What the conversions of object textures share.
-
-/// Empties the tables that a conversion fills, at the level's number of textures.
-inline void StartTextures(LevelData& level, TrMainState& state)
-{
-    const auto count = static_cast<std::size_t>(level.NumTextInfo);
-    level.TextInfos.assign(count, {});
-    state.TextureFlip.assign(count, 0);
-    state.TextureRemap.assign(count, 0);
-    state.TextureTurn.assign(count, 0);
-}
 
 inline bool IsZero(const TextureCorner& corner)
 {

@@ -1,7 +1,7 @@
 #include "level/TextureForm.h"
 
+#include "level/Orientation.h"
 #include "level/TextureCorners.h"
-#include "level/TextureLayout.h"
 
 #include <algorithm>
 #include <bit>
@@ -93,10 +93,10 @@ TextureForm FormOf(std::span<const ObjectTextureTR45> textures)
     return fractional ? TextureForm::Fractional : TextureForm::Classic;
 }
 
-void TakeForm(TextureForm form, TrMainState& state, Reporter& report)
+void TakeForm(TextureForm form, LevelData& level, Reporter& report)
 {
-    state.Fractional = form == TextureForm::Fractional;
-    if (state.Fractional)
+    level.HasFractions = form == TextureForm::Fractional;
+    if (level.HasFractions)
         report.LogLine("-Texture form: fractional");
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "level/TR_Main.h"
+#include "base/Reporter.h"
+#include "level/LevelData.h"
+#include "level/TrMainState.h"
 
 #include <cstdint>
 #include <span>
@@ -26,7 +28,7 @@ TextureForm FormOf(std::span<const ObjectTexture> textures);
 TextureForm FormOf(std::span<const ObjectTextureTR45> textures);
 
 /// Keeps the form of the level that is being loaded, and logs it unless it is classic.
-void TakeForm(TextureForm form, TrMainState& state, Reporter& report);
+void TakeForm(TextureForm form, LevelData& level, Reporter& report);
 
 /// Whether all sizes are whole pixels, 0 to 255.
 bool HasClassicSizes(std::span<const ObjectTextureTR45> textures);

@@ -3,7 +3,6 @@
 #include "base/Bytes.h"
 #include "base/Files.h"
 #include "base/Text.h"
-#include "level/LevelData.h"
 
 #include <algorithm>
 #include <array>
@@ -14,18 +13,16 @@ namespace morlik
 namespace
 {
 
-constexpr std::int32_t kStatics = 0; ///< stands for a game in the section list
-
 struct CatalogueSection
 {
-    std::int32_t Game; ///< `kStatics` for the static meshes
+    VersionCode Game; ///< `kNoLevel` for the static meshes, which all games share
     bool HasValue;
     bool UpperCase;
 };
 
 constexpr std::array<CatalogueSection, 6> kSections{{
     {kTR4, false, false},
-    {kStatics, false, false},
+    {kNoLevel, false, false},
     {kTR3, true, true},
     {kTR2, true, false},
     {kTR1, true, false},
@@ -46,7 +43,7 @@ std::string Capitals(std::string text)
 
 bool SetName(ObjectNames& names, const CatalogueSection& section, std::int32_t id, std::string name)
 {
-    if (section.Game == kStatics)
+    if (section.Game == kNoLevel)
         return names.SetStatic(id, std::move(name));
     return names.SetMoveable(section.Game, id, std::move(name));
 }

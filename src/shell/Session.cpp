@@ -1,6 +1,7 @@
 #include "shell/Session.h"
 
-#include "output/WAD_Main.h"
+#include "level/TR_Main.h"
+#include "shell/WAD_Main.h"
 
 namespace morlik
 {
@@ -20,9 +21,9 @@ void LoadLevel(Session& session, const std::string& path)
 
 bool SaveLevel(Session& session, const std::string& fileName)
 {
-    return SaveWAD(fileName, session.Level,
-                   {session.State, session.Names, session.MainSFX, session.FMLoad,
-                    session.LevelTitle, session.Report});
+    return SaveWAD(
+        fileName, session.Level,
+        {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle, session.Report});
 }
 
 } // namespace morlik

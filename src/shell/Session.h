@@ -3,7 +3,7 @@
 #include "base/Reporter.h"
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
-#include "level/TR_Main.h"
+#include "level/TrMainState.h"
 #include "shell/Settings_Mod.h"
 #include "side/MainSFX_Mod.h"
 #include "side/PRJ_Mod.h"
@@ -30,9 +30,6 @@ struct Session
     FileDialog FMSave;     ///< the save dialog
     std::string TitleText; ///< what window captions begin with; empty in batch mode
 };
-
-/// Filter of the save dialog while no command uses it.
-inline constexpr const char* kSaveFilterAtRest = "WAD Objects(*.morbun)|*.morbun";
 
 /// Gives a level that was just read its version code. A Gold level counts as Tomb Raider I.
 void TakeVersion(Session& session);

@@ -15,8 +15,10 @@ namespace morlik
 /// One line of the sound list.
 struct SoundEntry
 {
-    std::string Text;
+    std::string Name;        ///< such as "TR4 Sound 12-0"
+    std::string Text;        ///< what the list shows
     std::int32_t Sample = 0; ///< index in `Samples` of the level, or in `MainSFXSamples`
+    std::size_t Size = 0;    ///< in bytes; 0 where there is no such sample
 };
 
 /// The samples of a level of Tomb Raider I, IV or V, under the first slot of the sound map that

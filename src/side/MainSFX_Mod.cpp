@@ -35,12 +35,12 @@ void ReadSamples(std::span<const std::byte> bytes, MainSFXState& state, Reporter
 bool ReadMainSFX(const std::string& fileName, MainSFXState& state, Reporter& report)
 {
     try {
-        state.Files.push_back(FileBytes::Load(fileName));
+        state.Files.push_back(std::make_shared<FileBytes>(FileBytes::Load(fileName)));
     } catch (const FileFailure& failure) {
         report.Message(failure.what());
         return false;
     }
-    ReadSamples(state.Files.back().Bytes(), state, report);
+    ReadSamples(state.Files.back()->Bytes(), state, report);
     return true;
 }
 

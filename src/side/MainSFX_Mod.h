@@ -2,8 +2,11 @@
 
 #include "base/Files.h"
 #include "base/Reporter.h"
+#include "base/SampleLookup.h"
 
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -18,7 +21,14 @@ struct MainSFXState
 {
     /// Each a whole WAV file. The number of a sample is what `SampleIndices` of a level mean.
     std::vector<std::span<const std::byte>> MainSFXSamples;
-    std::vector<FileBytes> Files; ///< what the samples are views into
+    std::vector<std::shared_ptr<const FileBytes>> Files; ///< what the samples are views into
+
+    /// The sample of that number; nothing without a number, or where there is no such sample.
+    std::optional<std::span<const std::byte>> WaveOf(const std::int32_t* number) const
+    {
+        const auto* found = number != nullptr ? FindIn(MainSFXSamples, *number) : nullptr;
+        return found != nullptr ? std::optional(*found) : std::nullopt;
+    }
 };
 
 /// Adds the samples of the file to `state`. A sample cut short by the end of the file is dropped,

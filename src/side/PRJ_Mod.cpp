@@ -227,7 +227,7 @@ std::optional<FileBytes> LoadFile(const std::string& fileName, Reporter& report)
 
 } // namespace
 
-PRJData ReadPRJ(const std::string& fileName, TrMainState& state, Reporter& report)
+PRJData ReadPRJ(const std::string& fileName, std::int16_t& levelIsLoaded, Reporter& report)
 {
     const auto file = LoadFile(fileName, report);
     if (!file)
@@ -236,7 +236,7 @@ PRJData ReadPRJ(const std::string& fileName, TrMainState& state, Reporter& repor
         report.Message("Not a project file!");
         return {};
     }
-    state.LevelIsLoaded = 0;
+    levelIsLoaded = 0;
     // The file doesn't tell its layout: the one that leads to its end is the right one.
     for (const PRJLayout& layout : {kFirstLayout, kLaterLayout})
         if (auto project = ReadAs(layout, file->Bytes()))

@@ -2,8 +2,8 @@
 
 #include "base/Bytes.h"
 #include "base/Reporter.h"
-#include "level/TR_Main.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -57,11 +57,11 @@ struct PRJData
     std::int16_t NumTrailRecords = 0;
 };
 
-/// Reads a project. From its signature on no level is loaded any more, which `state` tells.
-/// Objects of an unknown type get a message each and the read goes on. A file that can't be opened,
-/// is no project or is damaged gets its message, and the result is empty. Damaged means that it
-/// ends early, has fewer than 1 or more than 32767 slots or a negative number of blocks.
-PRJData ReadPRJ(const std::string& fileName, TrMainState& state, Reporter& report);
+/// Reads a project. From its signature on no level is loaded any more, and `levelIsLoaded` becomes
+/// 0. Objects of an unknown type get a message each and the read goes on. A file that can't be
+/// opened, is no project or is damaged gets its message, and the result is empty. Damaged means
+/// that it ends early, has fewer than 1 or more than 32767 slots or a negative number of blocks.
+PRJData ReadPRJ(const std::string& fileName, std::int16_t& levelIsLoaded, Reporter& report);
 
 /// The characters up to the first blank, which is read too.
 std::string ReadPRJString(ByteReader& reader);

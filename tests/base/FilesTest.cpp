@@ -1,14 +1,11 @@
 #include "base/Text.h"
 #include "base/TextLines.h"
-#include "check/ObjectSet.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
 
 namespace morlik::test
 {
-
-using namespace check;
 
 namespace
 {

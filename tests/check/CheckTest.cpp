@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "samples/MainSfx.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 
 #include <cstring>
 #include <functional>
@@ -15,6 +15,8 @@ namespace morlik::test
 
 namespace
 {
+
+using namespace check;
 
 /// The files of a set with sprites and WAV files, in memory.
 struct Set
@@ -29,30 +31,38 @@ struct Set
         EXPECT_TRUE(run_->Load(samples::MakeRichLevel(game)));
         EXPECT_TRUE(run_->Save());
         Base = run_->Base();
-        Wad = ReadWad(Base + ".wad");
-        Was = ReadLines(Base + ".was");
-        Swd = ReadSwd(ReadFile(Base + ".swd"));
-        Sfx = ReadSfx(ReadFile(Base + ".sfx"));
-        Sam = ReadLines(Base + ".sam");
+        Wad = run_->Set();
+        Was = LinesOfFile(Base + ".was");
+        Sam = LinesOfFile(Base + ".sam");
     }
 
     std::string Base;
-    WadFile Wad;
+    ObjectSet Wad;
     std::vector<std::string> Was, Sam;
-    SwdFile Swd;
-    SfxFile Sfx;
 
 private:
     std::shared_ptr<Conversion> run_ = std::make_shared<Conversion>();
 };
 
-/// All complaints but those of the WAV files.
-std::string ComplaintsOf(const Set& set, int game)
+/// Black tiles with one pixel at the end.
+class PixelAtEnd : public TileRows
 {
+    void CopyRow(std::int64_t row, std::byte* out) const override
+    {
+        std::fill_n(out, kRowBytes, std::byte{0});
+        if (row % kTileSide == kTileSide - 1)
+            out[kRowBytes - 3] = std::byte{1};
+    }
+};
+
+/// All complaints but those of the WAV files.
+std::string ComplaintsOf(const Set& set)
+{
+    const VersionCode game = set.Wad.Game;
     std::string all;
     for (const Complaints& some :
-         {CheckWad(set.Wad, game), CheckWas(set.Was, &set.Wad, game), CheckSwd(set.Swd),
-          CheckSfx(set.Sfx), CheckSam(set.Sam, set.Sfx, game)})
+         {CheckWad(set.Wad), CheckWas(set.Was, &set.Wad, game), CheckSwd(*set.Wad.Sprites),
+          CheckSfx(*set.Wad.Sounds), CheckSam(set.Sam, *set.Wad.Sounds, game)})
         for (const std::string& complaint : some)
             all += complaint + '\n';
     return all;
@@ -61,13 +71,13 @@ std::string ComplaintsOf(const Set& set, int game)
 /// Changes the word that stands `bytes` behind the beginning of the first mesh's record.
 void PutMeshWord(Set& set, std::size_t bytes, std::int16_t word)
 {
-    std::memcpy(&set.Wad.MeshData[bytes], &word, sizeof(word));
+    std::memcpy(&set.Wad.Meshes.MeshData[bytes], &word, sizeof(word));
 }
 
 /// Where the first face of the first mesh stands in its record.
 std::size_t FirstFace(const Set& set)
 {
-    const WadMeshRecord mesh = WadMeshOf(set.Wad, 0);
+    const WadMesh mesh = WadMeshOf(set.Wad.Meshes, 0);
     return 16 + 6 * mesh.Vertices.size() + 6 * mesh.Normals.size() + 2 * mesh.Lights.size();
 }
 
@@ -81,8 +91,11 @@ TEST(Check, FindsEachFaultOfASet)
     const std::vector<Case> cases{
         {[](Set& s) { s.Wad.Textures[1].Tile = 99; }, "Texture 1 lies on tile 99 of"},
         {[](Set& s) { s.Wad.Textures[1].Width = 255; }, "Texture 1 leaves its tile"},
-        {[](Set& s) { s.Wad.Pixels.back() = 1; }, "The palette tile has a wrong pixel at byte"},
-        {[](Set& s) { s.Wad.MeshPointers[1] += 4; }, "Mesh pointer 1 leads to"},
+        {[](Set& s) {
+             s.Wad.Tiles = {s.Wad.Tiles.NumBytes(), std::make_shared<PixelAtEnd>()};
+         },
+         "The palette tile has a wrong pixel at byte 196605"},
+        {[](Set& s) { s.Wad.Meshes.MeshPointers[1] += 4; }, "Mesh pointer 1 leads to"},
         {[](Set& s) { PutMeshWord(s, 10, 99); }, "mesh data can't be walked"}, // too many vertices
         {[](Set& s) { PutMeshWord(s, FirstFace(s), 7); }, "a face of type 7"},
         {[](Set& s) { PutMeshWord(s, FirstFace(s) + 2, 99); },
@@ -111,38 +124,40 @@ TEST(Check, FindsEachFaultOfASet)
         {[](Set& s) { s.Wad.AnimDispatches[0].NextAnimation = -1; }, "Dispatch 0 leads from"},
         {[](Set& s) { s.Wad.AnimCommands[0] = 7; }, " is not known or runs past"},
         {[](Set& s) { s.Wad.AnimCommands.pop_back(); }, " runs past the last word"},
-        {[](Set& s) { s.Swd.SpriteTextures[0].Tile = 99; }, "Sprite texture 0 lies on tile 99"},
-        {[](Set& s) { s.Swd.SpriteTextures[0].X += 255; }, "Sprite texture 0 leaves"},
-        {[](Set& s) { s.Swd.SpriteSequences[0].FirstTexture = 999; }, "Sprite sequence 0 has"},
-        {[](Set& s) { s.Sfx.SoundMap[3] = 999; }, "Sound 3 has sound detail 999"},
-        {[](Set& s) { s.Sfx.SoundDetails[0].Sample = 999; }, "Sound detail 0 has"},
-        {[](Set& s) { s.Sfx.SampleIndices[0] = -1; }, "Sample index 0 is -1"},
+        {[](Set& s) { s.Wad.Sprites->SpriteTextures[0].Tile = 99; },
+         "Sprite texture 0 lies on tile 99"},
+        {[](Set& s) { s.Wad.Sprites->SpriteTextures[0].X += 255; }, "Sprite texture 0 leaves"},
+        {[](Set& s) { s.Wad.Sprites->SpriteSequences[0].FirstTexture = 999; },
+         "Sprite sequence 0 has"},
+        {[](Set& s) { s.Wad.Sounds->SoundMap[3] = 999; }, "Sound 3 has sound detail 999"},
+        {[](Set& s) { s.Wad.Sounds->SoundDetails[0].Sample = 999; }, "Sound detail 0 has"},
+        {[](Set& s) { s.Wad.Sounds->SampleIndices[0] = -1; }, "Sample index 0 is -1"},
         {[](Set& s) { s.Sam[0] += '9'; }, "Line 1 is \"TR1 Sound"},
         {[](Set& s) { s.Sam.pop_back(); }, " lines for "},
         {[](Set& s) { s.Was[0] = "LARA"; }, "Line 1 has no source path"},
         {[](Set& s) { s.Was.pop_back(); }, " static meshes"},
         {[](Set& s) { s.Was.back().insert(0, "X"); }, " has two names for one object"}};
     const Set good(kTR1);
-    EXPECT_EQ(ComplaintsOf(good, 1), "");
+    EXPECT_EQ(ComplaintsOf(good), "");
     for (const Case& fault : cases) {
         Set set = good;
         fault.Damage(set);
-        EXPECT_NE(ComplaintsOf(set, 1).find(fault.Complaint), std::string::npos)
+        EXPECT_NE(ComplaintsOf(set).find(fault.Complaint), std::string::npos)
             << "wanted: " << fault.Complaint << "\n"
-            << ComplaintsOf(set, 1);
+            << ComplaintsOf(set);
     }
     Set fifth(kTR5);
-    EXPECT_EQ(ComplaintsOf(fifth, 5), "");
+    EXPECT_EQ(ComplaintsOf(fifth), "");
     fifth.Wad.Moveables[1].ObjectID = 77;
     fifth.Wad.Textures[0].FlipX = 0;
-    EXPECT_NE(ComplaintsOf(fifth, 5).find("Moveable 1 has the ID 77\n"), std::string::npos);
-    EXPECT_NE(ComplaintsOf(fifth, 5).find("flips of the other kind"), std::string::npos);
+    EXPECT_NE(ComplaintsOf(fifth).find("Moveable 1 has the ID 77\n"), std::string::npos);
+    EXPECT_NE(ComplaintsOf(fifth).find("flips of the other kind"), std::string::npos);
 
     Set set = good;
-    for (WadAnimation& animation : set.Wad.Animations)
+    for (Animation& animation : set.Wad.Animations)
         animation.NextAnimation = -1;
     set.Wad.Animations.resize(25, set.Wad.Animations.back());
-    EXPECT_NE(ComplaintsOf(set, 1).find(" more\n"), std::string::npos); // not cut off silently
+    EXPECT_NE(ComplaintsOf(set).find(" more\n"), std::string::npos); // not cut off silently
 }
 
 TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)

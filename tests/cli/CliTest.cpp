@@ -2,11 +2,11 @@
 
 #include "base/Text.h"
 #include "cli/Commands.h"
-#include "output/TGA_Mod.h"
+#include "picture/TGA_Mod.h"
 #include "platform/Platform.h"
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -55,7 +55,7 @@ protected:
         setenv("MORLIK_FOLDER", MORLIK_DATA_FOLDER, 1); // NOLINT(concurrency-mt-unsafe)
 #endif
         for (const VersionCode game : kGames) {
-            const std::string name = "l" + std::to_string(game) + LevelName(game);
+            const std::string name = "l" + DigitsOf(game) + LevelName(game);
             Levels.push_back(folder_.File(name));
             WriteWholeFile(Levels.back(), WriteLevel(samples::MakeRichLevel(game)).Bytes);
         }
@@ -138,7 +138,7 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
         RunCli({"convert", Levels[4], "-o", File("log.was"), "--log", File("log")}, true);
     EXPECT_EQ(logged.Status, 0);
     EXPECT_NE(logged.Errors.find("[####"), std::string::npos); // the bar of a terminal
-    EXPECT_GT(ReadLines(File("log")).size(), 10U);
+    EXPECT_GT(LinesOfFile(File("log")).size(), 10U);
 }
 
 TEST_F(CliTest, TellsWhereSoundsAreMissing)

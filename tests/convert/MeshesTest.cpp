@@ -1,6 +1,6 @@
 #include "convert/ConvertMeshes.h"
 #include "samples/Models.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
 
@@ -22,53 +22,44 @@ Words WordsOf(std::span<const std::byte> bytes)
 struct MeshLevel
 {
     MeshLevel(VersionCode version, const std::vector<MeshContent>& meshes,
-              std::vector<std::int32_t> codes)
+              const std::vector<std::int32_t>& codes)
     {
         Level.Version = version;
-        State.TextureFlip = std::move(codes);
-        Level.TextInfos.resize(State.TextureFlip.size());
-        State.ObjectTextures.resize(State.TextureFlip.size());
-        State.TextureTurn.resize(State.TextureFlip.size());
-        for (std::size_t i = 0; i < State.TextureFlip.size(); ++i)
-            State.TextureRemap.push_back(static_cast<std::int32_t>(i));
+        for (const std::int32_t code : codes) {
+            const auto number = static_cast<std::int32_t>(Level.Textures.size());
+            LevelTexture& texture = Level.Textures.emplace_back();
+            texture.TextureFlip = code;
+            texture.TextureRemap = number;
+        }
         for (const MeshContent& mesh : meshes) {
-            Level.MeshPointers.push_back(static_cast<std::int32_t>(Level.MeshData.size()));
+            Level.MeshPointers.push_back(static_cast<std::int32_t>(MeshData.size()));
             const auto bytes = EncodeMesh(mesh, version);
-            Level.MeshData.insert(Level.MeshData.end(), bytes.begin(), bytes.end());
+            MeshData.insert(MeshData.end(), bytes.begin(), bytes.end());
         }
     }
 
     bool Convert()
     {
-        Numbers.assign(Level.TextInfos.size(), -1);
-        NumTextures = 0;
-        const auto set = ConvertMeshes(Level, State, NumTextures, Numbers, Report);
-        if (set) {
-            Pointers = set->MeshPointers;
-            Data = set->MeshData.Bytes();
-            EXPECT_EQ(static_cast<std::size_t>(set->NumMeshWords) * 2, Data.size());
-            EXPECT_EQ(set->NumMeshPointers, static_cast<std::int32_t>(Pointers.size()));
+        Level.MeshData = MeshData;
+        Info.clear();
+        const auto textures = NumberTextures(Level, Report);
+        if (textures) {
+            Textures = *textures;
+            Set = ConvertMeshes(Level, Textures, Host.SkyFixTicked, Info, Report);
         }
-        return set.has_value();
+        return textures.has_value();
     }
 
     /// Faces of a converted mesh.
-    std::vector<WadMeshFace> FacesOf(std::size_t mesh) const
-    {
-        WadFile wad;
-        wad.MeshPointers.assign(Pointers.begin(), Pointers.end());
-        wad.MeshData = Data;
-        return WadMeshOf(wad, mesh).Faces;
-    }
+    std::vector<WadFace> FacesOf(std::size_t mesh) const { return WadMeshOf(Set, mesh).Faces; }
 
     ScriptedHost Host;
     Reporter Report{Host};
     LevelData Level;
-    TrMainState State;
-    std::vector<std::int32_t> Numbers;
-    std::int32_t NumTextures = 0;
-    std::vector<std::int32_t> Pointers;
-    std::vector<std::byte> Data;
+    std::vector<std::byte> MeshData;
+    UsedTextures Textures;
+    WadMeshSet Set;
+    std::vector<std::string> Info;
 };
 
 MeshContent Corner()
@@ -89,12 +80,12 @@ TEST(ConvertMeshes, WritesRecordsWithNormalsOrLightsUpToMultiplesOf4Bytes)
     smooth.Normals = {{1, 0, 0}, {0, 1, 0}, {0, 0, -1}};
     smooth.Rectangles = {{{0, 1, 2, 1}, 0}};
     MeshLevel made(kTR2, {smooth, lit, Corner()}, {-1, 0x6000});
-    made.State.ObjectTextures[1].Attribute = 2;
+    made.Level.Textures[1].Attribute = 2;
     made.Level.MeshPointers = {made.Level.MeshPointers[0], made.Level.MeshPointers[1],
                                made.Level.MeshPointers[0], made.Level.MeshPointers[2],
                                made.Level.MeshPointers[1]};
     ASSERT_TRUE(made.Convert());
-    EXPECT_EQ(made.Pointers, (std::vector<std::int32_t>{0, 68, 0, 120, 68}));
+    EXPECT_EQ(made.Set.MeshPointers, (std::vector<std::int32_t>{0, 68, 0, 120, 68}));
     const Words head{1, 2, -3, 4, 5, 3, 10, 11, 12, 20, 21, 22, 30, 31, 32};
     Words expected = head;
     const auto add = [&expected](const Words& words) {
@@ -105,7 +96,7 @@ TEST(ConvertMeshes, WritesRecordsWithNormalsOrLightsUpToMultiplesOf4Bytes)
     add({-3, 7, 8, 9, 1, 8, 0, 1, 2, 0x6001, 1});
     add(head);
     add({0, 0, 0}); // no normals, no faces, padding
-    EXPECT_EQ(WordsOf(made.Data), expected);
+    EXPECT_EQ(WordsOf(made.Set.MeshData), expected);
     EXPECT_TRUE(made.Host.Messages().empty());
 }
 
@@ -127,23 +118,24 @@ TEST(ConvertMeshes, NumbersAndFlagsTheFacesByTheRulesOfTheGame)
         if (version != kTR4)
             expected.insert(expected.begin(), textured.begin(), textured.end());
         MeshLevel made(version, {mesh}, {1, 1, 1, 1, 0x6000, 0, 0, 0xe000, 1, -1});
-        made.State.ObjectTextures[9].Attribute = 2;
-        made.State.ObjectTextures[4].Attribute = 2;
-        made.State.ObjectTextures[7].Attribute = 1;
+        made.Level.Textures[9].Attribute = 2;
+        made.Level.Textures[4].Attribute = 2;
+        made.Level.Textures[7].Attribute = 1;
         ASSERT_TRUE(made.Convert());
-        EXPECT_EQ(made.Numbers, (std::vector<std::int32_t>{-1, -1, 0, -1, 1, -1, -1, 2, -1, 3}));
+        EXPECT_EQ(made.Textures.TextureNumbers,
+                  (std::vector<std::int32_t>{-1, -1, 0, -1, 1, -1, -1, 2, -1, 3}));
         Faces faces;
-        for (const WadMeshFace& face : made.FacesOf(0))
+        for (const WadFace& face : made.FacesOf(0))
             faces.push_back({face.Type, face.Texture, face.Flags});
         EXPECT_EQ(faces, expected) << version;
     }
     // A repeated texture takes the number of the first and the code of its own.
     MeshLevel shared(kTR5, {mesh}, {1, 1, 1, 1, 0x6000, 0, 0, 0xe000, 1, -1});
-    shared.State.TextureRemap[7] = 4;
-    shared.State.TextureRemap[9] = 2;
+    shared.Level.Textures[7].TextureRemap = 4;
+    shared.Level.Textures[9].TextureRemap = 2;
     ASSERT_TRUE(shared.Convert());
-    EXPECT_EQ(shared.NumTextures, 2);
-    const Words words = WordsOf(shared.Data);
+    EXPECT_EQ(shared.Textures.ColourBase(), 2);
+    const Words words = WordsOf(shared.Set.MeshData);
     EXPECT_EQ(words.at(22), 0);
     EXPECT_EQ(words.at(35), Word(0xe001));
 }
@@ -160,7 +152,7 @@ TEST(ConvertMeshes, TakesNoMoreThan2047Textures)
         const bool fits = count == 2047;
         EXPECT_EQ(EndOf([&] { made.Convert(); }),
                   fits ? "" : "To many object textures in level - can't continue!");
-        EXPECT_EQ(ReadLines(folder.File("log")).at(1),
+        EXPECT_EQ(LinesOfFile(folder.File("log")).at(0),
                   fits ? "2047 TextInfos found" : "ERROR! To many textures used (2048)");
     }
 }
@@ -176,7 +168,7 @@ TEST(ConvertMeshes, StopsAtMeshesThatLeaveTheData)
     for (const std::size_t count : {10U, 30U, 32U, 34U, 36U, 38U}) { // of vertices, normals, faces
         for (const auto high : std::initializer_list<std::uint8_t>{0x7f, 0x80}) {
             MeshLevel made(kTR1, {Corner()}, {1});
-            made.Level.MeshData[count + 1] = std::byte{high};
+            made.MeshData[count + 1] = std::byte{high};
             EXPECT_EQ(EndOf([&] { made.Convert(); }), "Mesh 0 is damaged - can't continue!")
                 << count;
         }
@@ -190,7 +182,7 @@ TEST(ConvertMeshes, EndsQuicklyWhereMeshesLieOneOverTheOther)
     MeshLevel made(kTR1, {}, std::vector<std::int32_t>(0x400, 1));
     for (std::int32_t offset = 0; offset < 0x80000; offset += 2) {
         made.Level.MeshPointers.push_back(offset);
-        made.Level.MeshData.insert(made.Level.MeshData.end(), {std::byte{0}, std::byte{3}});
+        made.MeshData.insert(made.MeshData.end(), {std::byte{0}, std::byte{3}});
     }
     const auto end = EndOf([&] { made.Convert(); });
     EXPECT_NE(end.find("is damaged - can't continue!"), std::string::npos) << end;
@@ -217,7 +209,7 @@ TEST(ConvertMeshes, TellsFacesWithATextureOfTheOtherKindOrOfNone)
         MeshContent mesh = Corner();
         (row.Triangle ? mesh.Triangles : mesh.Rectangles) = {{{0, 1, 2}, row.Texture}};
         MeshLevel made(kTR5, {Corner(), mesh}, {1, 0, -1, 1});
-        made.State.TextureRemap[3] = 4; // to a texture that isn't there
+        made.Level.Textures[3].TextureRemap = 4; // to a texture that isn't there
         bool converted = true;
         EXPECT_EQ(EndOf([&] { converted = made.Convert(); }), row.Ends ? row.Message : "");
         EXPECT_EQ(converted, row.Ends);
@@ -269,18 +261,15 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
         for (const auto& [vertices, colour] : row.Triangles)
             mesh.ColouredTriangles.push_back({vertices, Word(colour << 8 | 1)});
         MeshLevel made(row.Version, {Corner(), mesh}, {});
-        made.State.Palette16[kBright] = {10, 20, 30};
-        made.State.Palette16[kDark] = {0, 20, 30};
-        made.State.Palette16[255] = {255, 1, 2};
+        made.Level.Palette16[kBright] = {10, 20, 30};
+        made.Level.Palette16[kDark] = {0, 20, 30};
+        made.Level.Palette16[255] = {255, 1, 2};
         const std::int32_t id = row.Version == kTR2 ? 254 : 355;
         made.Level.Moveables = {{.ObjectID = id}, {.ObjectID = id, .StartingMesh = 1}};
         made.Host.SkyFixTicked = row.SkyFix;
-        const TempFolder folder;
-        made.Report.Info.Open(folder.File("info"));
         ASSERT_TRUE(made.Convert());
-        made.Report.Info.Close();
         std::vector<int> textures;
-        for (const WadMeshFace& face : made.FacesOf(1))
+        for (const WadFace& face : made.FacesOf(1))
             textures.push_back(face.Texture);
         EXPECT_EQ(textures, row.Textures) << i;
         std::vector<std::string> lines{"Horizon information", "-------------------",
@@ -293,7 +282,7 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
                           std::string("Layer1=") + row.Layer});
         else
             lines.emplace_back("The horizon is NOT updates for cloud support");
-        EXPECT_EQ(ReadLines(folder.File("info")), lines) << i;
+        EXPECT_EQ(made.Info, lines) << i;
     }
 }
 
@@ -315,11 +304,8 @@ TEST(Horizon, IsOneMeshOfTombRaiderIIOrIIIThatWasNotStoredBefore)
         MeshLevel made(row.Version, {mesh}, {});
         made.Level.MeshPointers.push_back(0);
         made.Level.Moveables = {{.ObjectID = row.ObjectID, .StartingMesh = row.Mesh}};
-        const TempFolder folder;
-        made.Report.Info.Open(folder.File("info"));
         ASSERT_TRUE(made.Convert());
-        made.Report.Info.Close();
-        EXPECT_EQ(!ReadLines(folder.File("info")).empty(), row.Treated) << row.ObjectID;
+        EXPECT_EQ(!made.Info.empty(), row.Treated) << row.ObjectID;
     }
 }
 

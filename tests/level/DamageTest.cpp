@@ -4,7 +4,7 @@
 #include "level/Readers.h"
 #include "samples/MainSfx.h"
 #include "side/MainSFX_Mod.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
 #include <algorithm>
@@ -52,7 +52,7 @@ public:
             ResetHeapPeak();
             const auto start = std::clock();
             end = EndOf([&] {
-                LoadLevel(run_.Project, run_.Folder.File(name_));
+                LoadLevel(run_.Program, run_.Folder.File(name_));
                 run_.Save();
             });
             EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, kMostSeconds);
@@ -163,7 +163,11 @@ void ReadBytes(std::span<const std::byte> bytes, VersionCode game, Reporter& rep
         return ReadTR4(reading);
     case kTR5:
         return ReadTR5(reading);
-    default:
+    case kTR1:
+    case kTR1Gold:
+    case kNoLevel:
+    case kMainSFXVersion:
+    case kTR5Demo:
         return ReadTR1(reading);
     }
 }

@@ -1,7 +1,7 @@
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "samples/Textures.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 #include "tests/support/FaceProof.h"
 #include "tests/support/RealLevels.h"
 
@@ -13,17 +13,12 @@ namespace morlik::test
 namespace
 {
 
-int GameOf(VersionCode game)
-{
-    return game == kTR1Gold ? kTR1 : game;
-}
-
 /// Saves the loaded level and gives the share of faces with the right pixels.
 double SavedShare(Conversion& run)
 {
     EXPECT_TRUE(run.Save());
-    EXPECT_EQ(CheckWad(run.Wad(), run.Project.Level.Version), Complaints());
-    const FaceShare share = ProveFaces(run.Project.Level, run.Project.State, run.Wad());
+    EXPECT_EQ(check::CheckWad(run.Wad()), check::Complaints());
+    const FaceShare share = ProveFaces(run.Program.Level, run.Program.State, run.Wad());
     EXPECT_GT(share.Faces, 0U);
     return share.Share();
 }
@@ -33,7 +28,7 @@ double SavedShare(Conversion& run)
 TEST(FractionalTextures, LieOnTheirFacesAsInTheLevel)
 {
     for (const VersionCode game : kGames) {
-        SCOPED_TRACE(GameOf(game));
+        SCOPED_TRACE(NumberOf(game));
         samples::LevelContent level = samples::MakeRichLevel(game);
         samples::MakeFractional(level);
         Conversion run;
@@ -49,7 +44,7 @@ TEST(FractionalTextures, LieOnTheirFacesAsInTheLevel)
 TEST(FractionalTextures, ClassicSamplesLieOnTheirFacesToo)
 {
     for (const VersionCode game : kGames) {
-        SCOPED_TRACE(GameOf(game));
+        SCOPED_TRACE(NumberOf(game));
         Conversion run;
         run.CopyDataFiles();
         ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
@@ -66,7 +61,7 @@ TEST(FractionalTextures, OfRealLevelsConvertWithoutAMessage)
         SCOPED_TRACE(path);
         Conversion run;
         run.CopyDataFiles();
-        LoadLevel(run.Project, path);
+        LoadLevel(run.Program, path);
         EXPECT_GE(SavedShare(run), 0.999);
         EXPECT_EQ(run.Host.Messages(), std::vector<std::string>());
     }
@@ -80,11 +75,11 @@ TEST(FractionalTextures, OfRealLevelsInClassicFormLoseTheirTurnsAtTheMost)
     for (const std::string& path : levels) {
         Conversion run;
         run.CopyDataFiles();
-        LoadLevel(run.Project, path);
+        LoadLevel(run.Program, path);
         const double share = SavedShare(run);
         RecordProperty(FileTitle(path), std::to_string(share));
         // The level of the first game is as its own tools left it; the others have turned textures.
-        EXPECT_GE(share, run.Project.Level.Version == kTR1 ? 1.0 : 0.7) << path;
+        EXPECT_GE(share, run.Program.Level.Version == kTR1 ? 1.0 : 0.7) << path;
     }
 }
 

@@ -1,4 +1,4 @@
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -52,7 +52,7 @@ TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
         run.OpenLog();
         const auto bytes = std::as_bytes(std::span(&row.Word, 1));
         EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, row.Name));
-        EXPECT_EQ(run.Project.State.LevelVersion, row.Version) << row.Word << row.Name;
+        EXPECT_EQ(NumberOf(run.Program.State.LevelVersion), row.Version) << row.Word << row.Name;
         EXPECT_EQ(run.LogLines().at(1), "-LevelVersion:" + std::to_string(row.Version));
         EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{kReadError});
     }
@@ -74,7 +74,7 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
                                            "to me."});
     }
     Conversion run;
-    EXPECT_NE(EndOf([&] { LoadLevel(run.Project, run.Folder.File("none")); }), "");
+    EXPECT_NE(EndOf([&] { LoadLevel(run.Program, run.Folder.File("none")); }), "");
     EXPECT_EQ(run.Host.Messages(),
               std::vector<std::string>{"MORLIK error: Can't open " + run.Folder.File("none") +
                                        ": No such file or directory"});
@@ -143,17 +143,17 @@ TEST(ReadTR, FillsWhatEachGameHasAndLeavesTheRest)
         content.SoundMap.fill(7);
         Conversion run;
         ASSERT_TRUE(run.Load(content)) << game;
-        const LevelData& level = run.Project.Level;
-        const TrMainState& state = run.Project.State;
+        const LevelData& level = run.Program.Level;
+        const TrMainState& state = run.Program.State;
         const bool first = game == kTR1 || game == kTR1Gold;
-        const bool classic = first || game == kTR2 || game == kTR3;
-        EXPECT_EQ(level.Version, first ? 1 : game);
+        const bool older = first || game == kTR2 || game == kTR3;
+        EXPECT_EQ(level.Version, first ? kTR1 : game);
         EXPECT_EQ(state.RoomCount, static_cast<int>(content.Rooms.size()));
-        EXPECT_EQ(level.Rooms.size(), classic ? content.Rooms.size() : 0);
-        EXPECT_EQ(level.SpriteTextures.size(), classic ? content.SpriteTextures.size() : 0);
+        EXPECT_EQ(level.Rooms.size(), older ? content.Rooms.size() : 0);
+        EXPECT_EQ(level.SpriteTextures.size(), older ? content.SpriteTextures.size() : 0);
         EXPECT_EQ(level.Tiles8.empty(), !first);
-        EXPECT_EQ(level.Tiles16.empty(), !classic || first);
-        EXPECT_EQ(level.Tiles32.size(), classic ? 0 : content.Tiles32.size());
+        EXPECT_EQ(level.Tiles16.empty(), !older || first);
+        EXPECT_EQ(level.Tiles32.size(), older ? 0 : content.Tiles32.size());
         EXPECT_TRUE(
             std::equal(level.Tiles32.begin(), level.Tiles32.end(), content.Tiles32.begin()));
         EXPECT_EQ(level.LaraType, game == kTR5 ? 3 : 0);
@@ -164,8 +164,8 @@ TEST(ReadTR, FillsWhatEachGameHasAndLeavesTheRest)
         for (std::size_t i = 0; i < level.Samples.size(); ++i)
             EXPECT_TRUE(std::ranges::equal(level.Samples[i].Data, content.Samples[i]))
                 << game << ' ' << i;
-        EXPECT_EQ(state.Palette[200].G, classic ? content.Palette[200].G : 0) << game;
-        EXPECT_EQ(state.Palette16[200].G, classic && !first ? content.Palette16[200].G : 0);
+        EXPECT_EQ(level.Palette[200].G, older ? content.Palette[200].G : 0) << game;
+        EXPECT_EQ(level.Palette16[200].G, older && !first ? content.Palette16[200].G : 0);
         for (std::size_t i = 0; i < level.StaticMeshes.size(); ++i) {
             const auto id = content.StaticMeshes[i].ObjectID;
             EXPECT_EQ(level.StaticMeshes[i].ObjectID, game == kTR5 && id > 49 ? id + 10 : id);
@@ -177,7 +177,7 @@ TEST(ReadTR, LetsTheSampleListEndEarly)
 {
     const auto sizes = [](const Conversion& run) {
         std::vector<std::size_t> list;
-        for (const Sample& sample : run.Project.Level.Samples)
+        for (const Sample& sample : run.Program.Level.Samples)
             list.push_back(sample.Size());
         return list;
     };
@@ -210,7 +210,7 @@ TEST(ReadTR, LoadsADemoOfTombRaiderVAsOneOfItsLevels)
 {
     Conversion run;
     ASSERT_TRUE(run.Load(WriteLevel(MakeTinyLevel(kTR5)).Bytes, "model.trc"));
-    EXPECT_EQ(run.Project.State.LevelVersion, 5);
+    EXPECT_EQ(run.Program.State.LevelVersion, kTR5);
 }
 
 TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
@@ -232,9 +232,9 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
         file.SetCount("Tiles32 inflated", kTold);
         Conversion run;
         ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
-        EXPECT_EQ(run.Project.Level.TileBytes, 2 * kTileBytes);
-        EXPECT_EQ(run.Project.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
-        EXPECT_EQ(run.Project.Level.Tiles32.back(), 0U);
+        EXPECT_EQ(run.Program.Level.TileBytes, 2 * kTileBytes);
+        EXPECT_EQ(run.Program.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
+        EXPECT_EQ(run.Program.Level.Tiles32.back(), 0U);
     }
 }
 
@@ -263,13 +263,13 @@ TEST(ReadTR, KeepsWhatADamagedTileStreamGaveAndLeavesTheRestAtZero)
                           static_cast<std::int64_t>((sound + fault.MorePixels) * 4));
             Conversion run;
             ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
-            const auto& tiles = run.Project.Level.Tiles32;
+            const auto& tiles = run.Program.Level.Tiles32;
             ASSERT_EQ(tiles.size(), sound + fault.MorePixels);
             EXPECT_TRUE(std::equal(tiles.begin(), tiles.begin() + Index(fault.AtLeastGiven),
                                    content.Tiles32.begin()));
             EXPECT_TRUE(std::all_of(tiles.begin() + Index(sound), tiles.end(),
                                     [](std::uint32_t pixel) { return pixel == 0; }));
-            EXPECT_EQ(run.Project.Level.NumMeshPointers, 1);
+            EXPECT_EQ(run.Program.Level.NumMeshPointers, 1);
         }
     }
 }

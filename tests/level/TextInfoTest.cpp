@@ -1,6 +1,6 @@
 #include "level/ConvertTR5TextInfo.h"
 #include "level/ConvertTextInfo.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +30,14 @@ struct Textures
         Level.NumTextInfo = static_cast<std::int32_t>(State.ObjectTexturesTR45.size());
         Level.TileBytes = 2 * kTileBytes;
         End = EndOf([this] { ConvertTR5TextInfo(Level, State, Report); });
+    }
+
+    std::vector<std::int32_t> Remaps() const
+    {
+        std::vector<std::int32_t> remaps;
+        for (const LevelTexture& texture : Level.Textures)
+            remaps.push_back(texture.TextureRemap);
+        return remaps;
     }
 
     ScriptedHost Host;
@@ -62,9 +70,9 @@ TEST(ConvertTextInfo, ReadsTheCodeOfATriangleFromItsFirstTwoCorners)
         const auto& s = row.Sides;
         const Textures made({ObjectTexture{
             .Tile = -3, .Corners = {{{s[0], 30, s[1], 7}, {s[2], 20, s[3], 90}, {1, 61, 1, 50}}}}});
-        EXPECT_EQ(made.State.TextureFlip[0], row.Code);
-        EXPECT_EQ(Box(made.Level.TextInfos[0]), (std::vector<int>{20, 7, 41, 83, 0, 0}));
-        EXPECT_EQ(made.Level.TextInfos[0].Tile, -3);
+        EXPECT_EQ(made.Level.Textures.at(0).TextureFlip, row.Code);
+        EXPECT_EQ(Box(made.Level.Textures.at(0).Info), (std::vector<int>{20, 7, 41, 83, 0, 0}));
+        EXPECT_EQ(made.Level.Textures.at(0).Info.Tile, -3);
     }
 }
 
@@ -106,10 +114,10 @@ TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
         EXPECT_EQ(!made.End.empty(), row.Box.empty()) << i;
         if (row.Box.empty())
             continue;
-        EXPECT_EQ(Box(made.Level.TextInfos[1]), row.Box) << i;
-        EXPECT_EQ(made.State.TextureFlip[1], row.Code) << i;
-        EXPECT_EQ(Box(made.Level.TextInfos[2]), rows[0].Box) << i;
-        EXPECT_EQ(made.State.TextureRemap, (std::vector<std::int32_t>{0, 1, 2}));
+        EXPECT_EQ(Box(made.Level.Textures.at(1).Info), row.Box) << i;
+        EXPECT_EQ(made.Level.Textures.at(1).TextureFlip, row.Code) << i;
+        EXPECT_EQ(Box(made.Level.Textures.at(2).Info), rows[0].Box) << i;
+        EXPECT_EQ(made.Remaps(), (std::vector<std::int32_t>{0, 1, 2}));
     }
 }
 
@@ -129,10 +137,10 @@ TEST(ConvertTR5TextInfo, ReadsTheCodeFromOddAndEvenPixels)
     constexpr std::int16_t kTriangle = Word(0x8001);
     const auto code = [](std::int16_t tile, std::array<std::array<int, 2>, 3> corners) {
         const Textures made({Texture(tile, corners, 63, 31)});
-        EXPECT_EQ(Box(made.Level.TextInfos[0]), (std::vector<int>{2, 4, 63, 31, 255, 255}));
-        EXPECT_EQ(made.Level.TextInfos[0].Tile, 1);
+        EXPECT_EQ(Box(made.Level.Textures.at(0).Info), (std::vector<int>{2, 4, 63, 31, 255, 255}));
+        EXPECT_EQ(made.Level.Textures.at(0).Info.Tile, 1);
         EXPECT_EQ(made.State.ObjectTexturesTR45[0].Tile, tile);
-        return made.State.TextureFlip[0];
+        return made.Level.Textures.at(0).TextureFlip;
     };
     EXPECT_EQ(code(kTriangle, {{{2, 4}, {65, 4}, {2, 35}}}), 0);
     EXPECT_EQ(code(kTriangle, {{{65, 4}, {65, 35}, {2, 4}}}), 0x2000);
@@ -153,9 +161,9 @@ TEST(ConvertTR5TextInfo, MapsRepeatsOfABoxToTheFirst)
     };
     const Textures made({box(0, 2, 7), box(0, 2, 9), box(0, 2, 7, 12), box(1, 2, 7), box(0, 2, 7),
                          box(Word(0x8000), 2, 7), box(0, 4, 7), box(1, 2, 7), box(0, 2, 9)});
-    EXPECT_EQ(made.State.TextureRemap, (std::vector<std::int32_t>{0, 1, 2, 3, 0, 0, 6, 3, 1}));
-    EXPECT_EQ(made.State.TextureFlip[5], 0);
-    EXPECT_EQ(made.State.TextureFlip[4], 1);
+    EXPECT_EQ(made.Remaps(), (std::vector<std::int32_t>{0, 1, 2, 3, 0, 0, 6, 3, 1}));
+    EXPECT_EQ(made.Level.Textures.at(5).TextureFlip, 0);
+    EXPECT_EQ(made.Level.Textures.at(4).TextureFlip, 1);
 }
 
 TEST(ConvertTR5TextInfo, RefusesBoxesAndTilesThatTheLevelDoesNotHave)

@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "shell/MORLIK_Main.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 #include "tests/support/MemoryRegistry.h"
 
 #include <algorithm>
@@ -79,7 +79,7 @@ TEST(VersionText, NamesRevisionsAndBetas)
 bool Batch(Conversion& run, const std::string& level, const std::string& output)
 {
     MemoryRegistry registry;
-    return RunBatch(run.Project, registry,
+    return RunBatch(run.Program, registry,
                     "/makewas " + run.Folder.File(level) + " /export " + output);
 }
 
@@ -103,12 +103,12 @@ TEST(Batch, LogsEveryStage)
         run.CopyDataFiles();
         run.Host.Date = "11/24/26";
         WriteWholeFile(run.Folder.File("MORLIK.log"), std::vector<std::byte>(10000));
-        OpenLog(run.Project.Report);
+        OpenLog(run.Program.Report);
         WriteWholeFile(run.Folder.File(row.Level),
                        WriteLevel(samples::MakeTinyLevel(row.Game)).Bytes);
         EXPECT_TRUE(Batch(run, row.Level, run.Output(".WAS")));
         EXPECT_EQ(run.Host.Messages(), Strings{"Morlik v1.6: WAS Saved!"});
-        EXPECT_EQ(run.Project.Level.Version, row.Version == 15 ? 1 : row.Version);
+        EXPECT_EQ(NumberOf(run.Program.Level.Version), row.Version == 15 ? 1 : row.Version);
 
         const std::string level = run.Folder.File(row.Level);
         Strings expected{"MORLIK v1.6",
@@ -131,7 +131,7 @@ TEST(Batch, LogsEveryStage)
             add({"Building palette", "Converting frames"});
         add({"Converting texture tiles", "Writing SAM file", "Writing SFX file", "Writing SWD file",
              "Writing WAS file"});
-        EXPECT_EQ(ReadLines(run.Folder.File("MORLIK.log")), expected);
+        EXPECT_EQ(LinesOfFile(run.Folder.File("MORLIK.log")), expected);
     }
 }
 
@@ -160,7 +160,7 @@ TEST(Batch, TellsWhatItCannotDo)
     EXPECT_EQ(run.Host.Calls.at(run.Host.Calls.size() - 2), "event: Ready.");
 
     MemoryRegistry registry;
-    EXPECT_NE(EndOf([&] { RunBatch(run.Project, registry, "/makewas a.phd /export"); }), "");
+    EXPECT_NE(EndOf([&] { RunBatch(run.Program, registry, "/makewas a.phd /export"); }), "");
     EXPECT_EQ(run.Host.Messages().back(),
               "MORLIK error: The command line needs /export and an output path!");
 }
@@ -170,11 +170,11 @@ TEST(Log, GoesToTheStateFolderWhereTheProgramsOwnIsNotWritable)
     Conversion run;
     run.Host.Folder = run.Folder.File("none");
     run.Host.State = run.Folder.File("state/morlik");
-    OpenLog(run.Project.Report);
-    EXPECT_EQ(ReadLines(run.Folder.File("state/morlik/MORLIK.log")).at(0), "MORLIK v1.6");
+    OpenLog(run.Program.Report);
+    EXPECT_EQ(LinesOfFile(run.Folder.File("state/morlik/MORLIK.log")).at(0), "MORLIK v1.6");
     WriteWholeFile(run.Folder.File("file"), {});
     run.Host.State = run.Folder.Path() / "file";
-    EXPECT_EQ(EndOf([&] { OpenLog(run.Project.Report); }),
+    EXPECT_EQ(EndOf([&] { OpenLog(run.Program.Report); }),
               "Can't write " + FromPath(run.Host.State / "MORLIK.log") + ": " + kNoFolder);
 }
 
@@ -216,7 +216,8 @@ TEST(Status, FollowsTheSaveAndComesBackToRest)
         EXPECT_EQ(run.Host.Turns, 256 + 20);
 
         run.Host.Calls.clear();
-        run.Project.State.TextureRemap.assign(run.Project.State.TextureRemap.size(), 100000);
+        for (LevelTexture& texture : run.Program.Level.Textures)
+            texture.TextureRemap = 100000;
         EXPECT_FALSE(run.Save());
         EXPECT_EQ(Status(run.Host, steps), "0|Converting meshes|2|0|Ready.|");
     }

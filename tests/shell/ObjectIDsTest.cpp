@@ -1,5 +1,5 @@
 #include "shell/ObjectID_Mod.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
 
@@ -33,29 +33,29 @@ std::vector<std::byte> Catalogue(const Counts& counts)
 std::string LoadEnd(Conversion& run, const std::vector<std::byte>& catalogue)
 {
     WriteWholeFile(run.Folder.File(kCatalogueName), catalogue);
-    return EndOf([&run] { LoadObjectIDs("", run.Project.Names, run.Project.Report); });
+    return EndOf([&run] { LoadObjectIDs("", run.Program.Names, run.Program.Report); });
 }
 
 TEST(LoadObjectIDs, FillsTheTablesInTheOrderOfTheFile)
 {
     Conversion run;
     ASSERT_EQ(LoadEnd(run, Catalogue({501, 90, 501, 501, 501, 501})), "");
-    const ObjectNames& names = run.Project.Names;
-    EXPECT_EQ(names.Moveable(4, 500), "n0-500\xe4");
+    const ObjectNames& names = run.Program.Names;
+    EXPECT_EQ(names.Moveable(kTR4, 500), "n0-500\xe4");
     EXPECT_EQ(names.Static(89), "n1-89\xe4");
-    EXPECT_EQ(names.Moveable(3, 500), "N2-500\xc4");
-    EXPECT_EQ(names.Moveable(2, 500), "n3-500\xe4");
-    EXPECT_EQ(names.Moveable(1, 2), "n4-2\xe4");
-    EXPECT_EQ(names.Moveable(5, 0), "n5-0\xe4");
-    for (const std::string& none :
-         {names.Moveable(5, 1), names.Moveable(5, 501), names.Moveable(1, -1), names.Static(90)})
+    EXPECT_EQ(names.Moveable(kTR3, 500), "N2-500\xc4");
+    EXPECT_EQ(names.Moveable(kTR2, 500), "n3-500\xe4");
+    EXPECT_EQ(names.Moveable(kTR1, 2), "n4-2\xe4");
+    EXPECT_EQ(names.Moveable(kTR5, 0), "n5-0\xe4");
+    for (const std::string& none : {names.Moveable(kTR5, 1), names.Moveable(kTR5, 501),
+                                    names.Moveable(kTR1, -1), names.Static(90)})
         EXPECT_EQ(none, "");
 }
 
 TEST(LoadObjectIDs, EndsTheProgramWithoutAGoodCatalogue)
 {
     Conversion run;
-    EXPECT_EQ(EndOf([&] { LoadObjectIDs("", run.Project.Names, run.Project.Report); }),
+    EXPECT_EQ(EndOf([&] { LoadObjectIDs("", run.Program.Names, run.Program.Report); }),
               "LoadObjectIDs -> Can't find TR4Objects.dat");
     EXPECT_EQ(LoadEnd(run, Catalogue({})), "");
     const std::string error = "Error reading TR4Objects.dat";

@@ -23,8 +23,8 @@ protected:
         const auto name = Folder.File("city.prj");
         WriteWholeFile(name, bytes);
         Host = {};
-        State.LevelIsLoaded = -1;
-        return ReadPRJ(name, State, Report);
+        LevelIsLoaded = -1;
+        return ReadPRJ(name, LevelIsLoaded, Report);
     }
     PRJData Read(const samples::ProjectContent& project)
     {
@@ -34,7 +34,7 @@ protected:
     TempFolder Folder;
     ScriptedHost Host;
     Reporter Report{Host};
-    TrMainState State;
+    std::int16_t LevelIsLoaded = 0;
 };
 
 } // namespace
@@ -45,7 +45,7 @@ TEST_F(ProjectTest, ReadsRoomsAndObjectsToTheEnd)
     content.Rooms[3].SlotWord = 2; // only 1 marks an empty slot
     const PRJData project = Read(content);
     EXPECT_TRUE(Host.Calls.empty());
-    EXPECT_EQ(State.LevelIsLoaded, 0);
+    EXPECT_EQ(LevelIsLoaded, 0);
     EXPECT_EQ(project.NumRoomSlots, 4);
     EXPECT_EQ(project.NumRooms, 3);
     ASSERT_EQ(project.Rooms.size(), 4U);
@@ -86,7 +86,7 @@ TEST_F(ProjectTest, ReadsARealProject)
     const std::string path = std::string(MORLIK_LEVEL_FOLDER) + "/../projects/real1.prj";
     if (!std::filesystem::exists(path))
         GTEST_SKIP() << "no real project here";
-    const PRJData project = ReadPRJ(path, State, Report);
+    const PRJData project = ReadPRJ(path, LevelIsLoaded, Report);
     EXPECT_TRUE(Host.Calls.empty());
     EXPECT_EQ(project.NumRoomSlots, 100);
     EXPECT_TRUE(project.Rooms.at(0).Name.starts_with("Room0"));
@@ -115,7 +115,7 @@ TEST_F(ProjectTest, FileCutAnywhereFailsWithItsMessage)
         ASSERT_EQ(Host.Messages(),
                   std::vector<std::string>{hasMagic ? kReadError : "MORLIK: Not a project file!"})
             << size << " bytes";
-        ASSERT_EQ(State.LevelIsLoaded, hasMagic ? 0 : -1);
+        ASSERT_EQ(LevelIsLoaded, hasMagic ? 0 : -1);
         ASSERT_TRUE(project.Rooms.empty() && project.NumRoomSlots == 0);
     }
 }
@@ -169,12 +169,12 @@ TEST_F(ProjectTest, OtherFilesAreRefused)
     content.Magic = "PROJFILM";
     EXPECT_EQ(Read(content).NumRoomSlots, 0);
     EXPECT_EQ(Host.Calls, std::vector<std::string>{"message: MORLIK: Not a project file!"});
-    EXPECT_EQ(State.LevelIsLoaded, -1);
+    EXPECT_EQ(LevelIsLoaded, -1);
 
     const auto missing = Folder.File("missing.prj");
-    EXPECT_TRUE(ReadPRJ(missing, State, Report).Rooms.empty());
+    EXPECT_TRUE(ReadPRJ(missing, LevelIsLoaded, Report).Rooms.empty());
     EXPECT_TRUE(Host.Messages().back().starts_with("MORLIK: Can't open " + missing + ": "));
-    EXPECT_EQ(State.LevelIsLoaded, -1);
+    EXPECT_EQ(LevelIsLoaded, -1);
 }
 
 } // namespace morlik::test

@@ -16,7 +16,7 @@ constexpr std::array<std::array<int, 4>, 2> kRectangles{{{0, 1, 2, 3}, {1, 0, 3,
 constexpr std::array<std::array<int, 3>, 8> kTriangles{
     {{0, 1, 3}, {1, 2, 0}, {2, 3, 1}, {3, 0, 2}, {1, 0, 2}, {0, 3, 1}, {3, 2, 0}, {2, 1, 3}}};
 
-bool Near(const WadTexture& box, int place, const TextureCorner& corner)
+bool Near(const TextInfo& box, int place, const TextureCorner& corner)
 {
     const int x = box.X + (place == 1 || place == 2 ? box.Width : 0);
     const int y = box.Y + (place >= 2 ? box.Height : 0);
@@ -26,9 +26,9 @@ bool Near(const WadTexture& box, int place, const TextureCorner& corner)
 /// Whether the faces agree with the set's vertices being those of the level, turned by any number
 /// of places.
 bool Agrees(const RawFace& face, const std::array<TextureCorner, 4>& corners,
-            const WadMeshFace& wadFace, const WadTexture& box)
+            const WadFace& wadFace, const TextInfo& box)
 {
-    const std::size_t n = wadFace.Vertices.size();
+    const std::size_t n = wadFace.NumVertices();
     for (std::size_t turn = 0; turn < n; ++turn) {
         bool good = true;
         for (std::size_t k = 0; k < n && good; ++k) {
@@ -45,21 +45,21 @@ bool Agrees(const RawFace& face, const std::array<TextureCorner, 4>& corners,
 
 } // namespace
 
-FaceShare ProveFaces(const LevelData& level, const TrMainState& state, const WadFile& wad)
+FaceShare ProveFaces(const LevelData& level, const TrMainState& state, const ObjectSet& wad)
 {
     FaceShare share;
-    const bool classic = IsClassic(level.Version);
+    const bool isOlder = IsOlderGame(level.Version);
     for (std::size_t m = 0; m < level.MeshPointers.size(); ++m) {
-        const RawMesh raw = ReadRawMesh(level.MeshData, level.MeshPointers[m], classic);
-        const WadMeshRecord record = WadMeshOf(wad, m);
+        const RawMesh raw = ReadRawMesh(level.MeshData, level.MeshPointers[m], isOlder);
+        const WadMesh record = WadMeshOf(wad.Meshes, m);
         std::size_t next = 0;
         for (const auto* list : {&raw.Rectangles, &raw.Triangles}) {
             for (const RawFace& face : *list) {
-                const WadMeshFace& wadFace = record.Faces.at(next++);
+                const WadFace& wadFace = record.Faces.at(next++);
                 const auto texture = static_cast<std::uint16_t>(face.Texture);
-                const auto& corners = classic ? state.ObjectTextures.at(texture).Corners
+                const auto& corners = isOlder ? state.ObjectTextures.at(texture).Corners
                                               : state.ObjectTexturesTR45.at(texture).Corners;
-                const auto number = static_cast<std::size_t>(wadFace.TextureNumber());
+                const auto number = wadFace.TextureNumber();
                 ++share.Faces;
                 share.Agreeing += Agrees(face, corners, wadFace, wad.Textures.at(number)) ? 1U : 0U;
             }

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "check/ObjectSet.h"
 #include "level/LevelData.h"
-#include "level/TR_Main.h"
+#include "level/TrMainState.h"
+#include "set/ObjectSet.h"
 
 namespace morlik::test
 {
-
-using namespace check;
 
 /// How many textured faces of a level show the right pixels in the saved set.
 struct FaceShare
@@ -24,6 +22,6 @@ struct FaceShare
 /// Compares, for every textured face, the pixel that the set gives to each vertex, by its texture
 /// record and its code or sign, with the corner that the level has for that vertex. They agree
 /// where no vertex is off by more than a pixel.
-FaceShare ProveFaces(const LevelData& level, const TrMainState& state, const WadFile& wad);
+FaceShare ProveFaces(const LevelData& level, const TrMainState& state, const ObjectSet& wad);
 
 } // namespace morlik::test

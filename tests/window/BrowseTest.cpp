@@ -20,7 +20,7 @@ TEST(WindowBrowse, SwitchesTheModeByToolbarAndMenu)
 {
     WindowRun run;
     ASSERT_TRUE(run.Start(run.Write(kTR5, "a.trc")));
-    const LevelData& level = run.Project.Level;
+    const LevelData& level = run.Program.Level;
     const auto isMoveableMode = [&] {
         const bool moveables = run.Find<QAction>("TB_Moveables")->isChecked();
         EXPECT_EQ(run.Find<QAction>("TB_Statics")->isChecked(), !moveables);
@@ -56,7 +56,7 @@ TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
     auto* list = run.Find<QListWidget>("ObjList");
     auto* name = run.Find<QLineEdit>("ObjName");
     const int row = 2;
-    const auto id = run.Project.Level.Moveables.at(row).ObjectID;
+    const auto id = run.Program.Level.Moveables.at(row).ObjectID;
     const auto before = run.List("ObjList");
     ClickRow(list, row);
     EXPECT_EQ(run.Label("ObjectID").toStdString(), "ID " + std::to_string(id));
@@ -67,18 +67,18 @@ TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
     QTest::mouseClick(name, Qt::LeftButton);
     EXPECT_EQ(name->selectedText(), name->text());
     QTest::keyClick(name, Qt::Key_Delete);
-    EXPECT_EQ(run.Project.Names.Moveable(kTR4, id), "");
+    EXPECT_EQ(run.Program.Names.Moveable(kTR4, id), "");
     for (const char* typed : {"A", "A\xe4", "A\xe4 b"}) {
         QTest::keyClicks(name, QString::fromLatin1(typed).right(typed[1] == '\0' ? 1 : 0));
         if (typed[1] != '\0')
             name->setText(QString::fromLatin1(typed));
         EXPECT_EQ(list->item(row)->text(), QString::fromLatin1(typed));
-        EXPECT_EQ(run.Project.Names.Moveable(kTR4, id), typed);
+        EXPECT_EQ(run.Program.Names.Moveable(kTR4, id), typed);
     }
     run.Trigger("Mnu_Edit_Static");
     ClickRow(list, 0);
     name->setText("Stone");
-    EXPECT_EQ(run.Project.Names.Static(run.Project.Level.StaticMeshes[0].ObjectID), "Stone");
+    EXPECT_EQ(run.Program.Names.Static(run.Program.Level.StaticMeshes[0].ObjectID), "Stone");
     run.Trigger("Mnu_Edit_Move");
     EXPECT_EQ(list->item(row)->text(), QString::fromLatin1("A\xe4 b"));
     name->setText("nothing is selected"); // and so nothing changes
@@ -86,7 +86,7 @@ TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
 
     run.Host.SaveAnswers = {run.Folder.File("out.was")};
     QTest::keyClick(run.Window.get(), Qt::Key_S, Qt::ControlModifier);
-    EXPECT_EQ(ReadLines(run.Folder.File("out.was")).at(row), "A\xe4 b:Z:\\TOMB4\\A.TR4\\A\xe4 b");
+    EXPECT_EQ(LinesOfFile(run.Folder.File("out.was")).at(row), "A\xe4 b:Z:\\TOMB4\\A.TR4\\A\xe4 b");
 }
 
 TEST(WindowBrowse, LeavesObjectsWithoutANameInTheCatalogueAlone)
@@ -115,7 +115,7 @@ TEST(WindowBrowse, FiltersWithoutMovingTheEntries)
     EXPECT_FALSE(list->item(last)->isHidden());
     ClickRow(list, last);
     EXPECT_EQ(run.Label("ObjectID").toStdString(),
-              "ID " + std::to_string(run.Project.Level.Moveables.back().ObjectID));
+              "ID " + std::to_string(run.Program.Level.Moveables.back().ObjectID));
     QTest::keyClicks(run.Find<QLineEdit>("SndFilter"), "sound 59-1");
     auto* sounds = run.Find<QListWidget>("SndLst");
     int shown = 0;

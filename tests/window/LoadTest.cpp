@@ -37,7 +37,7 @@ TEST(WindowLoad, ShowsEachGame)
             run.Open(path);
         else
             ASSERT_TRUE(run.Start(path));
-        const LevelData& level = run.Project.Level;
+        const LevelData& level = run.Program.Level;
         EXPECT_EQ(run.Label("LevelType"), row.Caption);
         EXPECT_EQ(run.IsOn("SkyFix"), row.HasHorizon) << row.Name;
         EXPECT_EQ(run.IsOn("SndFrame"), row.HasSounds) << row.Name;
@@ -51,12 +51,12 @@ TEST(WindowLoad, ShowsEachGame)
         EXPECT_EQ(run.List("SndLst").empty(), !row.HasSounds);
         EXPECT_EQ(run.Window->windowTitle().toStdString(),
                   "MORLIK 1.7 - [" + path + "] - Moveables");
-        EXPECT_EQ(run.Project.LevelTitle, row.Name);
+        EXPECT_EQ(run.Program.LevelTitle, row.Name);
     }
     EXPECT_TRUE(run.Host.Messages.empty());
     // The list of sounds: the first slot that names a sound, its samples with their sizes.
     EXPECT_EQ(run.List("SndLst").at(1), "TR1 Sound 17-1 (" +
-                                            std::to_string(run.Project.Level.Samples.at(1).Size()) +
+                                            std::to_string(run.Program.Level.Samples.at(1).Size()) +
                                             " bytes)");
 }
 
@@ -108,7 +108,7 @@ TEST(WindowLoad, TakesALaterCancelForTheLastFile)
 {
     WindowRun run;
     ASSERT_TRUE(run.Start(run.Write(kTR2, "a.tr2")));
-    run.Project.Names.SetMoveable(kTR2, 0, "Somebody");
+    run.Program.Names.SetMoveable(kTR2, 0, "Somebody");
     run.Trigger("TB_Open");
     EXPECT_EQ(run.List("ObjList").at(0), "Somebody"); // listed anew
     // A save whose main.sfx dialog is cancelled leaves no name, so the next cancel ends the run.
@@ -149,9 +149,9 @@ TEST(WindowLoad, TakesFilesByKeyDropAndMenuUnderAnyName)
     EXPECT_EQ(run.Host.Beeps, 1);
     QTest::keyClick(run.Window.get(), Qt::Key_F6);
     EXPECT_TRUE(titleIs(second));
-    run.Project.Level.Moveables.clear();
+    run.Program.Level.Moveables.clear();
     QTest::keyClick(run.Window.get(), Qt::Key_F5);
-    EXPECT_FALSE(run.Project.Level.Moveables.empty());
+    EXPECT_FALSE(run.Program.Level.Moveables.empty());
 
     QMimeData mime;
     mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(first))});

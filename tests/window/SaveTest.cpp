@@ -52,8 +52,8 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     EXPECT_EQ(run.Host.Dialogs.at(0).Filter, "WAS files (*.was)|*.was");
     EXPECT_EQ(run.Host.Dialogs.at(1).Folder, level.substr(0, level.size() - 5));
     EXPECT_EQ(run.Host.Dialogs.at(1).Filter, "TR2&3 Sound Data (main.sfx)|main.sfx");
-    EXPECT_TRUE(CheckSet(run.Folder.File("out"), kTR2).Problems.empty());
-    EXPECT_EQ(ReadLines(run.Folder.File("out Info.txt")).size(), 6U);
+    EXPECT_TRUE(check::CheckSet(run.Folder.File("out"), kTR2).Problems.empty());
+    EXPECT_EQ(LinesOfFile(run.Folder.File("out Info.txt")).size(), 6U);
     EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
     EXPECT_EQ(run.Label("Event"), "Ready.");
     for (const char* on : {"Frame1", "TB", "Frame4"})
@@ -99,7 +99,7 @@ TEST(WindowSave, IsNotDisturbedByWhatComesInItsTurns)
         WindowRun run;
         const auto other = run.Write(samples::MakeTinyLevel(kTR1), "b.phd");
         ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
-        const auto meshes = run.Project.Level.NumMeshPointers;
+        const auto meshes = run.Program.Level.NumMeshPointers;
         int turns = 0;
         run.Host.OnTurn = [&] {
             if (++turns % 16 == 1)
@@ -111,14 +111,14 @@ TEST(WindowSave, IsNotDisturbedByWhatComesInItsTurns)
         run.Host.OnTurn = nullptr;
         EXPECT_GT(turns, 0);
         EXPECT_EQ(run.Host.Dialogs.size(), 1U);
-        EXPECT_EQ(run.Project.Level.NumMeshPointers, meshes);
+        EXPECT_EQ(run.Program.Level.NumMeshPointers, meshes);
         EXPECT_TRUE(run.Window->isVisible());
         EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
         if (command == std::string("TB_Save")) {
-            EXPECT_TRUE(CheckSet(run.Folder.File("out"), kTR4).Problems.empty());
+            EXPECT_TRUE(check::CheckSet(run.Folder.File("out"), kTR4).Problems.empty());
         }
         run.Open(other); // and the window still answers
-        EXPECT_EQ(run.Project.Level.Version, kTR1);
+        EXPECT_EQ(run.Program.Level.Version, kTR1);
     }
 }
 
@@ -129,7 +129,7 @@ TEST(WindowSave, WritesTheTextureSheet)
     const auto caption = run.Window->windowTitle();
     run.Host.SaveAnswers = {run.Folder.File("sheet.tga")};
     run.Trigger("TB_Save_TGA");
-    const LevelData& level = run.Project.Level;
+    const LevelData& level = run.Program.Level;
     const auto rows = static_cast<std::size_t>(level.NumRoomTiles * 256 + level.NumBumpTiles * 128);
     EXPECT_EQ(ReadFile(run.Folder.File("sheet.tga")).size(), 18 + 768 * rows);
     EXPECT_EQ(run.Window->windowTitle(), caption);
@@ -146,15 +146,15 @@ TEST(WindowSave, ExportsEachSoundByteForByte)
         run.Click("SndSave");
         const auto number = static_cast<std::size_t>(list->item(row)->data(Qt::UserRole).toInt());
         EXPECT_TRUE(std::ranges::equal(ReadFile(run.Folder.File("one")),
-                                       run.Project.Level.Samples.at(number).Data));
+                                       run.Program.Level.Samples.at(number).Data));
         EXPECT_TRUE(list->item(row)->text().contains(
-            QString(" (%1 bytes)").arg(run.Project.Level.Samples.at(number).Size())));
+            QString(" (%1 bytes)").arg(run.Program.Level.Samples.at(number).Size())));
     }
     run.Click("SndSave"); // cancelled
     run.Host.SaveAnswers = {run.Folder.File("all.x.wav"), run.Folder.File("all")};
     run.Click("SndSaveAll");
     EXPECT_TRUE(std::ranges::equal(ReadFile(run.Folder.File("all 17-1.wav")),
-                                   run.Project.Level.Samples.at(1).Data));
+                                   run.Program.Level.Samples.at(1).Data));
     run.Click("SndSaveAll"); // a path without a point is the base as it is
     EXPECT_TRUE(std::filesystem::exists(run.Folder.File("all 59-1.wav")));
 

@@ -24,8 +24,8 @@ TEST(WindowStart, WritesItsValuesLoadsAFileAndKeepsItsFolder)
     EXPECT_EQ(run.Host.Dialogs.at(0).Filter,
               "TR Levels|*.phd;*.tub;*.tr2;*.tr4;*.trc|PRJ Files|*.prj|TR2&3 Sound Data "
               "(main.sfx)|main.sfx");
-    EXPECT_EQ(run.Project.Settings.LevelFolder, level.substr(0, level.size() - 5));
-    Reporter& report = run.Project.Report;
+    EXPECT_EQ(run.Program.Settings.LevelFolder, level.substr(0, level.size() - 5));
+    Reporter& report = run.Program.Report;
     const auto value = [&](const char* key, const char* name) {
         return RegReadValue(run.Registry, key, name, report);
     };
@@ -33,9 +33,9 @@ TEST(WindowStart, WritesItsValuesLoadsAFileAndKeepsItsFolder)
                   value(kProgramKey, "MORLIKRev"),
               "170");
     EXPECT_EQ(value(kProgramKey, "MorlikFile"), run.Host.Folder + "\\MORLIK.exe");
-    EXPECT_EQ(value(kFoldersKey, "LevelFolder"), run.Project.Settings.LevelFolder);
+    EXPECT_EQ(value(kFoldersKey, "LevelFolder"), run.Program.Settings.LevelFolder);
     EXPECT_EQ(value(kFoldersKey, "Sorbling version"), "17");
-    EXPECT_EQ(ReadLines(run.Folder.File("log")),
+    EXPECT_EQ(LinesOfFile(run.Folder.File("log")),
               (Strings{"Reading settings", "Loading TR4Objects.dat", "Loading level",
                        "-LevelFile:" + level, "-LevelVersion:1", "-Converting Textures",
                        "Listing objects", "Listing sounds"}));

@@ -16,11 +16,11 @@ void WindowHost::Answer(FileDialog& dialog, std::deque<std::string>& answers)
 WindowRun::WindowRun()
 {
     Host.Folder = MORLIK_DATA_FOLDER;
-    Project.Report.Log.Open(Folder.File("log"));
+    Program.Report.Log.Open(Folder.File("log"));
     Store = std::make_unique<QSettings>(QString::fromStdString(Folder.File("settings.ini")),
                                         QSettings::IniFormat);
     Recent = std::make_unique<RecentFiles>(*Store);
-    Window = std::make_unique<Main_Frm>(Project, *Recent);
+    Window = std::make_unique<Main_Frm>(Program, *Recent);
     Host.Attach(*Window, Window->Controls());
 }
 

@@ -2,7 +2,7 @@
 
 #include "shell/window/Main_Frm.h"
 #include "shell/window/QtHost.h"
-#include "tests/output/Conversion.h"
+#include "tests/support/Conversion.h"
 #include "tests/support/MemoryRegistry.h"
 
 #include <QTest>
@@ -84,7 +84,7 @@ public:
     TempFolder Folder;
     MemoryRegistry Registry;
     WindowHost Host;
-    Session Project{Host};
+    Session Program{Host};
     std::unique_ptr<QSettings> Store;
     std::unique_ptr<RecentFiles> Recent;
     std::unique_ptr<Main_Frm> Window;

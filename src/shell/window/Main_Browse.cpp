@@ -70,7 +70,7 @@ void Main_Frm::ObjList_Click()
 {
     const auto selected = controls_.ObjList->selectedItems();
     const auto id = selected.isEmpty() ? std::nullopt : IDOf(controls_.ObjList->row(selected[0]));
-    if (!id || session_.Level.Version == 0)
+    if (!id || session_.Level.Version == kNoLevel)
         return;
     controls_.ObjName->setEnabled(true);
     const ObjectNames& names = session_.Names;

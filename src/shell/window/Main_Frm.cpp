@@ -3,7 +3,7 @@
 
 #include "shell/window/Main_Frm.h"
 
-#include "output/Samples.h"
+#include "shell/Filters.h"
 #include "shell/MORLIK_Main.h"
 #include "shell/ObjectID_Mod.h"
 #include "shell/Register_Mod.h"

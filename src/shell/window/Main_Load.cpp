@@ -1,6 +1,7 @@
 // Loads: which of the three kinds of file it is, and how the controls are filled from it.
 
 #include "base/Text.h"
+#include "level/TR_Main.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
@@ -18,7 +19,7 @@ namespace
 /// Lara types of Tomb Raider V by the entry of the list that names them.
 constexpr std::array<std::int16_t, 5> kLaraTypes{0, 1, 3, 4, 6};
 
-const char* LevelCaption(std::int16_t version)
+const char* LevelCaption(VersionCode version)
 {
     switch (version) {
     case kTR1:
@@ -31,9 +32,14 @@ const char* LevelCaption(std::int16_t version)
         return "Tomb Raider III level";
     case kTR4:
         return "Tomb Raider IV level";
-    default:
+    case kTR5:
+    case kTR5Demo:
         return "Tomb Raider V level";
+    case kNoLevel:
+    case kMainSFXVersion:
+        break;
     }
+    return "No level loaded";
 }
 
 } // namespace
@@ -88,11 +94,11 @@ void Main_Frm::LoadLevelFile()
     levelFile_ = path;
     ShowLevelType();
     TakeVersion(session_);
-    const std::int32_t version = session_.Level.Version;
+    const VersionCode version = session_.Level.Version;
     controls_.SkyFix->setEnabled(version == kTR2 || version == kTR3);
     session_.Report.LogLine("Listing objects");
     FillObjects();
-    if (version < kTR5) {
+    if (version != kTR5) {
         for (QComboBox* list : {controls_.LaraType, controls_.Weather}) {
             list->setCurrentIndex(0);
             list->setEnabled(false);
@@ -120,8 +126,7 @@ void Main_Frm::ShowLevelType()
 void Main_Frm::ListLevelSounds()
 {
     session_.Report.LogLine("Listing sounds");
-    const std::int32_t version = session_.Level.Version;
-    const bool hasSamples = version != kTR2 && version != kTR3;
+    const bool hasSamples = !HasMainSFX(session_.Level.Version);
     ListSounds(hasSamples ? LevelSounds(session_.Level) : std::vector<SoundEntry>());
     controls_.SndFrame->setEnabled(hasSamples);
 }
@@ -159,7 +164,7 @@ void Main_Frm::DoLoadPRJ(const std::string& path)
     }
     session_.LevelTitle = FileTitle(dialog.FileName);
     show();
-    session_.ProjectData = ReadPRJ(dialog.FileName, session_.State, session_.Report);
+    session_.ProjectData = ReadPRJ(dialog.FileName, session_.State.LevelIsLoaded, session_.Report);
     ListRooms();
 }
 

@@ -1,6 +1,7 @@
 // The commands that write files: the object set, the texture sheet, the sounds.
 
-#include "output/TGA_Mod.h"
+#include "picture/TGA_Mod.h"
+#include "shell/Filters.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
@@ -105,9 +106,7 @@ void Main_Frm::DoSaveTGA()
     if (!chosen)
         return;
     bool complete = false;
-    Work([&] {
-        complete = SaveTGA(dialog.FileName, session_.Level, session_.State, session_.Report);
-    });
+    Work([&] { complete = SaveTGA(dialog.FileName, session_.Level, session_.Report); });
     TellFoot(complete ? "Saved " + FromPathText(dialog.FileName) : QString());
 }
 

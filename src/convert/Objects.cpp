@@ -1,0 +1,41 @@
+#include "convert/Objects.h"
+
+#include "base/Text.h"
+
+namespace morlik
+{
+
+namespace
+{
+
+/// The editor takes no more static meshes than this.
+constexpr std::size_t kMostStaticMeshes = 60;
+
+/// Objects of Tomb Raider V are known to the editor by their place in the tables.
+template <class Object>
+void NumberByPlace(std::vector<Object>& objects)
+{
+    std::int32_t place = 0;
+    for (Object& object : objects)
+        object.ObjectID = place++;
+}
+
+} // namespace
+
+void ConvertObjects(ObjectSet& set, const ObjectNames& names, const std::string& levelTitle)
+{
+    if (set.StaticMeshes.size() > kMostStaticMeshes)
+        set.StaticMeshes.resize(kMostStaticMeshes);
+    if (set.Game == kTR5) {
+        NumberByPlace(set.Moveables);
+        NumberByPlace(set.StaticMeshes);
+    }
+    set.SourceTitle = ToUpper(levelTitle);
+    for (const Moveable& moveable : set.Moveables)
+        set.Listed.push_back(
+            {names.Moveable(kTR4, moveable.ObjectID), names.Moveable(set.Game, moveable.ObjectID)});
+    for (const StaticMesh& mesh : set.StaticMeshes)
+        set.Listed.push_back({names.Static(mesh.ObjectID), names.Static(mesh.ObjectID)});
+}
+
+} // namespace morlik

@@ -1,0 +1,106 @@
+#include "convert/UsedTextures.h"
+
+#include "convert/Faces.h"
+
+#include <algorithm>
+
+namespace morlik
+{
+
+namespace
+{
+
+/// Texture numbers of triangles share their word with a corner code in the top bits, and the
+/// colour squares follow behind; from this count on the numbers no longer fit.
+constexpr std::size_t kMostTextures = 2048;
+
+constexpr std::int32_t kUnused = -1;
+
+void CheckTextureCount(std::size_t count, Reporter& report)
+{
+    const auto number = std::to_string(count);
+    if (count >= kMostTextures) {
+        // "To many" is what the users know the message by.
+        report.LogLine("ERROR! To many textures used (" + number + ")");
+        report.Stop("To many object textures in level - can't continue!");
+    }
+    report.LogLine(number + " TextInfos found");
+}
+
+/// The sign of a rectangle's texture number mirrors it, and 0 has none: a mirrored first texture
+/// would lie the wrong way. Levels of the games' own tools keep the order of their textures all
+/// the same; in others a texture that nothing mirrors takes the number 0.
+void KeepSignOfFirst(std::vector<std::int32_t>& used, const std::vector<LevelTexture>& textures)
+{
+    std::vector<bool> mirrored(textures.size());
+    for (const LevelTexture& texture : textures)
+        if (texture.TextureFlip == -1)
+            mirrored[static_cast<std::size_t>(texture.TextureRemap)] = true;
+    const auto plain = std::find_if(used.begin(), used.end(), [&](std::int32_t index) {
+        return !mirrored[static_cast<std::size_t>(index)];
+    });
+    if (plain != used.end())
+        std::rotate(used.begin(), plain, plain + 1);
+}
+
+} // namespace
+
+std::optional<UsedTextures> NumberTextures(const LevelData& level, Reporter& report)
+{
+    auto used = CountTextInfos(level, report);
+    if (!used)
+        return std::nullopt;
+    CheckTextureCount(used->size(), report);
+    if (level.HasFractions)
+        KeepSignOfFirst(*used, level.Textures);
+    UsedTextures textures;
+    textures.TextureNumbers.assign(level.Textures.size(), kUnused);
+    std::int32_t number = 0;
+    for (const auto index : *used)
+        textures.TextureNumbers[static_cast<std::size_t>(index)] = number++;
+    textures.InOrder = std::move(*used);
+    return textures;
+}
+
+TileRange TilesOf(const LevelData& level, const UsedTextures& textures)
+{
+    if (textures.InOrder.empty())
+        return {};
+    TileRange tiles{level.TileBytes / kTileBytes, 0};
+    for (const auto index : textures.InOrder) {
+        const std::int32_t tile = level.Textures[static_cast<std::size_t>(index)].Info.Tile;
+        tiles.First = std::min(tiles.First, tile);
+        tiles.Last = std::max(tiles.Last, tile);
+    }
+    return tiles;
+}
+
+std::optional<std::vector<TextInfo>> TextureRecords(const LevelData& level,
+                                                    const UsedTextures& textures,
+                                                    const TileRange& tiles, Reporter& report)
+{
+    std::vector<TextInfo> records;
+    records.reserve(textures.InOrder.size() + kNumPaletteTextures);
+    for (const auto index : textures.InOrder) {
+        TextInfo record = level.Textures[static_cast<std::size_t>(index)].Info;
+        const std::int32_t tile = record.Tile - tiles.First;
+        if (tile < 0 || tile >= tiles.Count() || !tiles.Fits(level)) {
+            report.Message(kBadTexture);
+            return std::nullopt;
+        }
+        const auto wrong = "Wrong TextInfo found - TextInfo" + std::to_string(index);
+        if (record.X + record.Width > 255)
+            report.Stop(wrong + " -> X invalid");
+        if (record.Y + record.Height > 255)
+            report.Stop(wrong + " -> Y invalid");
+        record.Tile = static_cast<std::int16_t>(tile);
+        records.push_back(record);
+    }
+    if (IsOlderGame(level.Version)) {
+        const auto squares = PaletteTextures(tiles);
+        records.insert(records.end(), squares.begin(), squares.end());
+    }
+    return records;
+}
+
+} // namespace morlik

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Reporter.h"
+#include "convert/TextureTiles.h"
+#include "level/LevelData.h"
+#include "set/ObjectSet.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace morlik
+{
+
+/// The textures that an object set needs, and the numbers that they have there.
+struct UsedTextures
+{
+    std::vector<std::int32_t> InOrder;        ///< indices in the level, by their numbers in the set
+    std::vector<std::int32_t> TextureNumbers; ///< by index in the level; -1 for unused ones
+
+    /// Number of the first palette square.
+    std::int32_t ColourBase() const { return static_cast<std::int32_t>(InOrder.size()); }
+};
+
+/// Walks the meshes and numbers the textures that their textured faces use. Gives nothing when a
+/// face's texture is unknown, after the message; too many textures and damaged meshes end the
+/// program.
+std::optional<UsedTextures> NumberTextures(const LevelData& level, Reporter& report);
+
+/// The tiles that the used textures lie on, and those between them.
+TileRange TilesOf(const LevelData& level, const UsedTextures& textures);
+
+/// Texture records of a set: the used ones, tiles counted from the first of `tiles`, then the
+/// palette squares of the older games. A record that leaves its tile ends the program with a
+/// message; tiles that no set can hold are told and give nothing.
+std::optional<std::vector<TextInfo>> TextureRecords(const LevelData& level,
+                                                    const UsedTextures& textures,
+                                                    const TileRange& tiles, Reporter& report);
+
+} // namespace morlik

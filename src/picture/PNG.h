@@ -1,0 +1,18 @@
+#pragma once
+
+#include "base/Reporter.h"
+#include "level/LevelData.h"
+
+#include <string>
+
+namespace morlik
+{
+
+/// Whether this build can write PNG files.
+bool HasPNG();
+
+/// Writes the texture sheet of a level as a PNG file, upright, 3 bytes a pixel. Gives whether the
+/// file is complete; if not, the user has got the message. `FileFailure` where it can't be written.
+bool SavePNG(const std::string& fileName, const LevelData& level, Reporter& report);
+
+} // namespace morlik

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/TextLines.h"
+#include "set/ObjectSet.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace morlik
+{
+
+/// A sample list that no level has, and that would fill memory or disk.
+class SoundsDamaged : public std::runtime_error
+{
+public:
+    SoundsDamaged() : std::runtime_error("more samples than any level has") {}
+};
+
+/// Lines of a SAM file, and bytes of the WAV files of a set, that are taken.
+constexpr std::size_t kMostSampleLines = std::size_t{1} << 20U;
+constexpr std::size_t kMostWaveBytes = std::size_t{256} << 20U;
+
+/// Lists the samples of a set by its sound tables, under the names that the SAM file gives them:
+///
+///   TR<game> Sound <sound number>-<sample of the sound, from 0>.wav
+///
+/// `waveOf` gives the WAV file by what a detail says of a sample, or nothing where there is none.
+/// Of several samples with one name all have the WAV file of the last one that exists.
+/// More samples than any level has are `SoundsDamaged`.
+using WaveOf = std::function<std::optional<std::span<const std::byte>>(std::int32_t sample)>;
+void ListSetSamples(ObjectSet& set, const WaveOf& waveOf);
+
+/// The SAM file of Tomb Raider I to III: a line for each sample, the name of its WAV file.
+void WriteSam(TextLines& file, const std::vector<SetSample>& samples);
+
+/// The WAV files, into a folder that is there. `FileFailure` where one can't be written.
+void WriteWaves(const std::string& folder, const std::vector<SetSample>& samples);
+
+/// The SFX file of Tomb Raider I to III, the sound tables:
+///
+///   370 words, the sound map; sound details: count, records of 8 bytes;
+///   sample indices: count, 32-bit words
+///
+/// with 32-bit counts. `set` has sounds.
+void WriteSfx(ByteSink& out, const ObjectSet& set);
+
+/// A table that runs past the end, and bytes behind the last one, are `ReadFailure`s.
+void ReadSfx(std::span<const std::byte> bytes, ObjectSet& set);
+
+} // namespace morlik

@@ -1,0 +1,22 @@
+#include "shell/DataFiles.h"
+
+#include "base/Text.h"
+
+namespace morlik
+{
+
+bool CopyDataFile(const std::string& name, const std::string& target, Reporter& report)
+{
+    FileBytes content;
+    try {
+        content = FileBytes::Load(FromPath(report.TheHost().ProgramFolder() / name));
+    } catch (const FileFailure& failure) {
+        report.LogLine(failure.what());
+        report.Message("Can't find " + name);
+        return false;
+    }
+    WriteWholeFile(target, content.Bytes());
+    return true;
+}
+
+} // namespace morlik

@@ -1,0 +1,221 @@
+#include "shell/WAD_Main.h"
+
+#include "base/SampleLookup.h"
+#include "base/Text.h"
+#include "convert/ConvertLevel.h"
+#include "set/ReadSet.h"
+#include "set/Sounds.h"
+#include "set/Swd.h"
+#include "set/Wad.h"
+#include "set/Was.h"
+#include "shell/DataFiles.h"
+#include "shell/Filters.h"
+#include "shell/SaveStatus.h"
+
+namespace morlik
+{
+
+namespace
+{
+
+constexpr const char* kExtension = ".was";
+
+enum class Answer : std::uint8_t
+{
+    Read,
+    Cancelled,
+    Failed,
+};
+
+/// One save, from the level to the last file of its set.
+class Saver
+{
+public:
+    Saver(const std::string& fileName, const LevelData& level, const SaveContext& context)
+        : fileName_(fileName),
+          names_(fileName),
+          level_(level),
+          context_(context),
+          report_(context.Report),
+          status_(report_)
+    {
+    }
+
+    /// Gives whether all files of the set are there.
+    bool Run()
+    {
+        if (!WriteWADFile())
+            return false;
+        const PhaseScope writing(report_.Times, Phase::Write);
+        bool complete = WriteSounds();
+        complete &= WriteSprites();
+        WriteList();
+        status_.Prog(0);
+        status_.Rest();
+        report_.Info.Close();
+        return complete;
+    }
+
+private:
+    bool WriteWADFile()
+    {
+        OutputFile file(names_.With("wad"), &report_.Times);
+        report_.Info.Open(names_.Info());
+        report_.LogLine("Writing WAD file " + fileName_);
+        const Host& host = report_.TheHost();
+        report_.TheHost().SetProg(0);
+        auto set = ConvertLevel(level_, context_.Names, context_.LevelTitle,
+                                {.UpdateHorizon = host.SkyFix(), .ExportSprites = host.ExpSpr()},
+                                report_, [this](ConvertStage stage) { status_.Begin(stage); });
+        if (!set)
+            return false;
+        set_ = std::move(*set);
+        for (const std::string& line : set_.Info)
+            report_.InfoLine(line);
+        WriteWad(file, set_, status_);
+        file.Close();
+        return true;
+    }
+
+    bool WriteSounds()
+    {
+        status_.Stage("Writing SAM", 80);
+        report_.LogLine("Writing SAM file");
+        bool complete =
+            set_.Sounds ? WriteSamples() : CopyDataFile("morlik.sam", names_.With("sam"), report_);
+        status_.Stage("Writing SFX", 85);
+        report_.LogLine("Writing SFX file");
+        if (set_.Sounds) {
+            OutputFile file(names_.With("sfx"));
+            WriteSfx(file, set_);
+            file.Close();
+        } else {
+            complete &= CopyDataFile("morlik.sfx", names_.With("sfx"), report_);
+        }
+        status_.Stage("Writing SWD", 90);
+        return complete;
+    }
+
+    /// The list of the samples and their WAV files.
+    bool WriteSamples()
+    {
+        TextLines file;
+        file.Open(names_.With("sam"));
+        const Answer answer = HasMainSFX(set_.Game) ? TakeMainSFX() : Answer::Read;
+        WriteSam(file, set_.Samples);
+        if (answer == Answer::Read)
+            WriteWaveFiles();
+        file.Close();
+        return answer != Answer::Failed;
+    }
+
+    /// Asks for `main.sfx` and reads it in place of what was opened before: the sample indices of
+    /// the level count in the chosen file.
+    Answer TakeMainSFX()
+    {
+        FileDialog& dialog = context_.FMLoad;
+        dialog.Filter = kMainSFXFilter;
+        dialog.FileName.clear();
+        report_.TheHost().ShowOpen(dialog);
+        dialog.Filter = kOpenFilter;
+        if (dialog.FileName.empty())
+            return Answer::Cancelled;
+        MainSFXState chosen;
+        if (!ReadMainSFX(dialog.FileName, chosen, report_))
+            return Answer::Failed;
+        context_.MainSFX = std::move(chosen);
+        const auto waveOf = [this](std::int32_t sample) {
+            return context_.MainSFX.WaveOf(FindIn(set_.Sounds->SampleIndices, sample));
+        };
+        ListSetSamples(set_, waveOf);
+        set_.Owners.insert(set_.Owners.end(), context_.MainSFX.Files.begin(),
+                           context_.MainSFX.Files.end());
+        return Answer::Read;
+    }
+
+    void WriteWaveFiles()
+    {
+        std::error_code ignored; // it may be there; what is wrong with it shows at the first file
+        std::filesystem::create_directory(ToPath(names_.SoundFolder()), ignored);
+        try {
+            WriteWaves(names_.SoundFolder(), set_.Samples);
+        } catch (const SoundsDamaged&) {
+            report_.Stop("The sounds are damaged - can't continue!");
+        }
+        if (set_.MissingSamples != 0)
+            report_.LogLine("Samples that do not exist and get no WAV file: " +
+                            std::to_string(set_.MissingSamples));
+    }
+
+    /// The level's own sprites where the user asked for them, else the default file.
+    bool WriteSprites()
+    {
+        report_.LogLine("Writing SWD file");
+        if (set_.Sprites) {
+            OutputFile file(names_.With("swd"), &report_.Times);
+            WriteSwd(file, set_, status_);
+            file.Close();
+            return true;
+        }
+        const bool copied = CopyDataFile("morlik.swd", names_.With("swd"), report_);
+        status_.Stage("Writing WAS", 95);
+        return copied;
+    }
+
+    void WriteList()
+    {
+        report_.LogLine("Writing WAS file");
+        TextLines file;
+        file.Open(names_.With("was"));
+        WriteWas(file, set_);
+        status_.Prog(100);
+        file.Close();
+    }
+
+    const std::string& fileName_;
+    SetNames names_;
+    const LevelData& level_;
+    const SaveContext& context_;
+    Reporter& report_;
+    SaveStatus status_;
+    ObjectSet set_;
+};
+
+/// Brings the status back to rest and the Info file to its end when a save stops on its way.
+class SaveScope
+{
+public:
+    explicit SaveScope(Reporter& report) : report_(report) {}
+    SaveScope(const SaveScope&) = delete;
+    SaveScope& operator=(const SaveScope&) = delete;
+    ~SaveScope()
+    {
+        if (!report_.Info.IsOpen())
+            return;
+        report_.TheHost().SetProg(0);
+        SaveStatus(report_).Rest();
+        report_.Info.Abandon();
+    }
+
+private:
+    Reporter& report_;
+};
+
+} // namespace
+
+bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveContext& context)
+{
+    if (!EndsWithNoCase(fileName, kExtension)) {
+        context.Report.Message("You must save it as a was file");
+        return false;
+    }
+    const SaveScope scope(context.Report);
+    try {
+        return Saver(fileName, level, context).Run();
+    } catch (const FileFailure& failure) {
+        context.Report.Message(failure.what());
+        return false;
+    }
+}
+
+} // namespace morlik

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/Reporter.h"
+#include "level/LevelData.h"
+#include "level/ObjectNames.h"
+#include "side/MainSFX_Mod.h"
+
+#include <string>
+
+namespace morlik
+{
+
+/// What a save works with beside the level.
+struct SaveContext
+{
+    const ObjectNames& Names;
+    MainSFXState& MainSFX;
+    FileDialog& FMLoad;            ///< the open dialog, which asks for `main.sfx`
+    const std::string& LevelTitle; ///< file name of the level, for the list
+    Reporter& Report;
+};
+
+/// Saves the object set of a level: WAD, SAM, SFX and SWD file, WAS list, sounds and Info file.
+/// `fileName` ends in ".was" and names them all. Gives whether the set is complete; if not, the
+/// user has got the message. Faults of the level end the program.
+bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveContext& context);
+
+} // namespace morlik

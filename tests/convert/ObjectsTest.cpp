@@ -1,0 +1,173 @@
+#include "check/ObjectSetCheck.h"
+#include "convert/FixAnimDispatches.h"
+#include "samples/MainSfx.h"
+#include "tests/support/Conversion.h"
+#include "tests/support/RealLevels.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+
+/// A level of one moveable per entry, with that first animation, over six animations; animation a
+/// has state change a with the dispatches 2a and 2a + 1.
+ObjectSet Animated(const std::vector<std::int16_t>& first)
+{
+    ObjectSet level;
+    for (std::int16_t a = 0; a < 6; ++a) {
+        level.Animations.push_back(
+            {.FrameStart = Word(100 + a), .NumStateChanges = 1, .StateChange = a});
+        level.StateChanges.push_back({a, 2, Word(2 * a)});
+        level.AnimDispatches.push_back({1, 2, a, 7});
+        level.AnimDispatches.push_back({3, 4, Word(5 - a), 8});
+    }
+    for (const std::int16_t animation : first)
+        level.Moveables.push_back({.Animation = animation});
+    return level;
+}
+
+TEST(FixAnimDispatches, LeadsWaysOutOfAnObjectToItsFirstAnimation)
+{
+    ScriptedHost host;
+    Reporter report(host);
+    ObjectSet level = Animated({0, -1, 2, 4, -1});
+    FixAnimDispatches(level, report);
+    using Ways = std::vector<std::array<int, 4>>;
+    Ways ways;
+    for (const AnimDispatch& d : level.AnimDispatches)
+        ways.push_back({d.Low, d.High, d.NextAnimation, d.NextFrame});
+    EXPECT_EQ(ways, (Ways{{1, 2, 0, 7},
+                          {3, 4, 0, 100},
+                          {1, 2, 1, 7},
+                          {3, 4, 0, 100},
+                          {1, 2, 2, 7},
+                          {3, 4, 3, 8},
+                          {1, 2, 3, 7},
+                          {3, 4, 2, 8},
+                          {1, 2, 4, 7},
+                          {3, 4, 4, 104},
+                          {1, 2, 5, 7},
+                          {3, 4, 4, 104}}));
+    // A dispatch that two objects share comes out as the later one wants it.
+    level = Animated({0, 3});
+    level.StateChanges[3].AnimDispatch = 0;
+    FixAnimDispatches(level, report);
+    EXPECT_EQ(level.AnimDispatches[0].NextAnimation, 3);
+    EXPECT_EQ(level.AnimDispatches[0].NextFrame, 103);
+
+    level = Animated({0});
+    level.StateChanges[1] = {0, 0x7fff, -5};
+    level.Animations[2].StateChange = 0x7fff;
+    level.Animations[3].NumStateChanges = 0x7fff;
+    FixAnimDispatches(level, report);
+    level.StateChanges.assign(30000, {0, 30000, 0});
+    level.AnimDispatches.assign(30000, {});
+    level.Animations.assign(6, {.NumStateChanges = 30000});
+    EXPECT_EQ(EndOf([&] { FixAnimDispatches(level, report); }),
+              "The animations are damaged - can't continue!");
+}
+
+TEST(WAS, NamesEveryObjectInBothGames)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    samples::LevelContent level = samples::MakeTinyLevel(kTR3);
+    level.Moveables[0].ObjectID = 3;
+    level.Moveables.push_back({.ObjectID = 501, .Animation = -1});
+    level.StaticMeshes = {{.ObjectID = 5}, {.ObjectID = 90}};
+    ASSERT_TRUE(run.Load(level));
+    run.Program.Names.SetMoveable(kTR4, 3, "four");
+    run.Program.Names.SetMoveable(kTR3, 3, "three");
+    run.Program.Names.SetStatic(5, "static");
+    run.Program.LevelTitle = "jungle 2.tr2";
+    EXPECT_TRUE(run.Save());
+    EXPECT_EQ(LinesOfFile(run.Output(".was")),
+              (Strings{"four:Z:\\TOMB3\\JUNGLE 2.TR2\\three", ":Z:\\TOMB3\\JUNGLE 2.TR2\\",
+                       "static:Z:\\TOMB3\\JUNGLE 2.TR2\\static", ":Z:\\TOMB3\\JUNGLE 2.TR2\\"}));
+}
+
+TEST(Objects, OfTombRaiderVAreNumberedByTheirPlace)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR5)));
+    run.Program.Names.SetMoveable(kTR4, 1, "four");
+    run.Program.Names.SetMoveable(kTR5, 1, "five");
+    EXPECT_TRUE(run.Save());
+    const ObjectSet wad = run.Wad();
+    for (std::size_t i = 0; i < wad.Moveables.size(); ++i)
+        EXPECT_EQ(wad.Moveables[i].ObjectID, static_cast<int>(i));
+    for (std::size_t i = 0; i < wad.StaticMeshes.size(); ++i)
+        EXPECT_EQ(wad.StaticMeshes[i].ObjectID, static_cast<int>(i));
+    EXPECT_EQ(LinesOfFile(run.Output(".was")).at(1), "four:Z:\\TOMB5\\LEVEL.TRC\\five");
+}
+
+TEST(Objects, AreNoMoreThan60StaticMeshes)
+{
+    for (const VersionCode game : {kTR2, kTR5}) {
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game, {.ManyStatics = true})));
+        ASSERT_EQ(run.Program.Level.StaticMeshes.size(), 64U);
+        EXPECT_TRUE(run.Save());
+        EXPECT_EQ(run.Wad().StaticMeshes.size(), 60U);
+        EXPECT_EQ(LinesOfFile(run.Output(".was")).size(), run.Wad().Moveables.size() + 60);
+    }
+}
+
+/// Everything that holds for a set.
+void ExpectGoodSet(Conversion& run, const std::string& level)
+{
+    EXPECT_TRUE(run.Save()) << level;
+    EXPECT_EQ(run.Host.Messages(), Strings{}) << level;
+    const auto check = [&] {
+        const check::SetReport report = check::CheckSet(run.Base(), run.Program.Level.Version);
+        EXPECT_EQ(report.Problems, Strings{}) << level;
+        EXPECT_EQ(report.Missing, Strings{}) << level;
+    };
+    check();
+    const auto wad = ReadFile(run.Output(".wad"));
+    EXPECT_TRUE(run.Save()) << level; // a second save, over the files of the first
+    check();
+    EXPECT_EQ(ReadFile(run.Output(".wad")) == wad, true) << level;
+}
+
+TEST(ObjectSets, OfTheSampleLevelsAreGoodWithAndWithoutOptions)
+{
+    for (const VersionCode game : kGames) {
+        for (const bool ticked : {false, true}) {
+            Conversion run;
+            run.CopyDataFiles();
+            run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
+            if (ticked)
+                run.Host.OpenAnswers = {run.Folder.File("main.sfx"), run.Folder.File("main.sfx")};
+            WriteWholeFile(run.Folder.File("main.sfx"),
+                           samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+            ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+            ExpectGoodSet(run, LevelName(game));
+        }
+    }
+}
+
+TEST(ObjectSets, OfRealLevelsAreGood)
+{
+    const auto levels = RealLevels();
+    if (levels.empty())
+        GTEST_SKIP() << "no real levels here";
+    for (const std::string& path : levels) {
+        Conversion run;
+        run.CopyDataFiles();
+        run.Program.LevelTitle = FileTitle(path);
+        EXPECT_EQ(EndOf([&] { LoadLevel(run.Program, path); }), "") << path;
+        ExpectGoodSet(run, path);
+    }
+}
+
+} // namespace
+
+} // namespace morlik::test

@@ -1,0 +1,220 @@
+#include "samples/Textures.h"
+
+#include "convert/Pixels.h"
+#include "tests/support/Conversion.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using samples::LevelContent;
+using Pixel = std::array<int, 3>;
+
+constexpr Pixel kMagenta{255, 0, 255};
+
+Pixel PixelAt(const std::uint8_t* pixels, std::size_t index)
+{
+    return {pixels[3 * index], pixels[3 * index + 1], pixels[3 * index + 2]};
+}
+
+TEST(Pixels, AreConvertedByTheFormOfTheGame)
+{
+    struct Row
+    {
+        VersionCode Game;
+        std::uint32_t Source;
+        Pixel Rgb;
+    };
+    const std::vector<Row> rows{
+        {kTR1, 0, kMagenta},           {kTR1, 1, {255, 0, 4}},
+        {kTR1, 2, {125, 130, 251}},    {kTR1, 3, {0, 0, 0}},
+        {kTR2, 0, kMagenta},           {kTR2, 0x8000, {0, 0, 0}},
+        {kTR2, 0x7c00, {248, 0, 0}},   {kTR2, 0x83e0, {0, 248, 0}},
+        {kTR2, 0x0421, {8, 8, 8}},     {kTR2, 0xffff, {248, 248, 248}},
+        {kTR4, 0xff010203, {1, 2, 3}}, {kTR4, 0xfe010203, kMagenta},
+        {kTR4, 0x00ffffff, kMagenta},  {kTR4, 0xff000000, {0, 0, 0}},
+    };
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto& [game, source, rgb] = rows[i];
+        LevelData level;
+        level.Palette[0] = {1, 2, 3};
+        level.Palette[1] = {63, 0, 1};
+        level.Palette[2] = {31, 32, 62};
+        std::vector<std::uint8_t> tiles8;
+        std::vector<std::uint16_t> tiles16;
+        std::vector<std::uint32_t> tiles32;
+        // All but the pixel in question differ from it, and a row of another value stands before.
+        const std::size_t at = kTileSide + i;
+        const auto fill = [at, value = source](auto& tiles) {
+            tiles.assign(kTilePixels, 1);
+            tiles[at] = static_cast<std::remove_reference_t<decltype(tiles[at])>>(value);
+        };
+        if (game == kTR1)
+            fill(tiles8);
+        else if (game == kTR2)
+            fill(tiles16);
+        else
+            fill(tiles32);
+        level.Tiles8 = tiles8;
+        level.Tiles16 = tiles16;
+        level.Tiles32 = tiles32;
+        for (const PixelOrder order : {PixelOrder::Rgb, PixelOrder::Bgr}) {
+            const PixelConverter converter(level, order);
+            std::array<std::byte, kRowBytes> row{};
+            converter.ConvertRow(1, row.data());
+            const auto* pixels = reinterpret_cast<const std::uint8_t*>(row.data());
+            const bool rgbOrder = order == PixelOrder::Rgb;
+            EXPECT_EQ(PixelAt(pixels, i), (rgbOrder ? rgb : Pixel{rgb[2], rgb[1], rgb[0]})) << i;
+            converter.ConvertRow(256, row.data());
+            EXPECT_EQ(PixelAt(pixels, 255), kMagenta);
+        }
+    }
+}
+
+/// A level of eight tiles, tile t filled with the 16-bit pixel or palette index t + 1, whose one
+/// mesh uses a texture on tile 7 and one on tile 4; texture 1 between them is not used.
+LevelContent TwoTiles(VersionCode game)
+{
+    LevelContent level = samples::MakeTinyLevel(game);
+    level.Tiles8.resize(8 * std::size_t{kTilePixels});
+    level.Tiles16.resize(level.Tiles8.size());
+    level.Tiles32.resize(level.Tiles8.size());
+    for (std::size_t i = 0; i < level.Tiles8.size(); ++i) {
+        level.Tiles8[i] = static_cast<std::uint8_t>(i / kTilePixels + 1);
+        level.Tiles16[i] = level.Tiles8[i];
+        level.Tiles32[i] = 0xff000000U | level.Tiles8[i];
+    }
+    level.ObjectTextures.clear();
+    level.ObjectTexturesTR45.clear();
+    AddRectangleTexture(level, {.Tile = 7, .X = 200, .Y = 20, .Width = 56, .Height = 8});
+    AddRectangleTexture(level, {.Tile = 1});
+    AddRectangleTexture(level, {.Tile = 4, .X = 2, .Y = 200, .Width = 12, .Height = 56});
+    level.Meshes[0].Rectangles = {{{0, 1, 2, 3}, 0}, {{0, 1, 2, 3}, 2}};
+    return level;
+}
+
+TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
+{
+    for (const VersionCode game : {kTR1, kTR2, kTR3, kTR4, kTR5}) {
+        Conversion run;
+        run.CopyDataFiles();
+        LevelContent content = TwoTiles(game);
+        content.Palette[255] = {63, 1, 0};
+        content.Palette16[255] = {254, 4, 3};
+        content.Palette[64] = content.Palette[8] = {1, 2, 3};
+        content.Palette16[64] = {1, 2, 3};
+        ASSERT_TRUE(run.Load(content));
+        EXPECT_TRUE(run.Save());
+        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{});
+        const ObjectSet wad = run.Wad();
+        const auto pixels = PixelsOf(wad.Tiles);
+        const bool isOlder = IsOlderGame(game);
+        ASSERT_EQ(wad.Textures.size(), isOlder ? 260U : 2U) << game;
+        EXPECT_EQ(wad.Textures[0], (TextInfo{200, 20, 3, 255, 55, 255, 7}));
+        EXPECT_EQ(wad.Textures[1], (TextInfo{2, 200, 0, 255, 11, 255, 55}));
+        ASSERT_EQ(pixels.size(), (isOlder ? 5 : 4) * std::size_t{kTileBytes});
+        const auto pixel = [&](std::size_t tile, std::size_t x, std::size_t y) {
+            return PixelAt(&pixels[tile * std::size_t{kTileBytes}], y * 256 + x);
+        };
+        for (std::size_t tile = 0; tile < 4; ++tile) {
+            const int value = static_cast<int>(tile) + 5;
+            const Pixel expected = game == kTR1
+                                       ? pixel(tile, 0, 0)
+                                       : Pixel{0, 0, IsOlderGame(game) ? 8 * value : value};
+            EXPECT_EQ(pixel(tile, 0, 0), expected);
+            EXPECT_EQ(pixel(tile, 255, 255), expected);
+        }
+        if (!isOlder)
+            continue;
+        const std::vector<std::tuple<std::size_t, int, int>> squares{
+            {0, 0, 0},      {1, 4, 0},    {63, 252, 0}, {64, 0, 4},
+            {255, 252, 12}, {256, 0, 16}, {257, 4, 16}};
+        for (const auto& [number, x, y] : squares)
+            EXPECT_EQ(wad.Textures[2 + number],
+                      (TextInfo{static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(y), 4, 255,
+                                3, 255, 3}))
+                << number;
+        const bool first = game == kTR1;
+        EXPECT_EQ(pixel(4, 252, 12), (first ? Pixel{252, 4, 0} : Pixel{254, 4, 3}));
+        EXPECT_EQ(pixel(4, 255, 15), pixel(4, 252, 12));
+        EXPECT_EQ(pixel(4, 3, 7), (first ? Pixel{4, 8, 12} : Pixel{1, 2, 3}));
+        EXPECT_EQ(pixel(4, 3, 19), (Pixel{0, 0, 0}));
+        EXPECT_EQ(pixel(4, 4, 16), (first ? Pixel{0, 0, 0} : kMagenta));
+        EXPECT_EQ(pixel(4, 7, 19), pixel(4, 4, 16));
+        EXPECT_EQ(pixel(4, 8, 19), (Pixel{0, 0, 0}));
+        if (first) { // the colours of the tile and of the textures differ in scale
+            EXPECT_EQ(pixel(3, 9, 9), (Pixel{4, 8, 12}));
+        }
+    }
+}
+
+TEST(Textures, OnTilesThatTheLevelLacksAreMagentaAndTooFarOutStopTheSave)
+{
+    struct Row
+    {
+        std::int16_t Tile;
+        bool Good;
+    };
+    for (const Row& row : {Row{9, true}, Row{-3, true}, Row{511, true}, Row{600, false},
+                           Row{0x7fff, false}, Row{-0x8000, false}}) {
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(TwoTiles(kTR2)));
+        run.Program.Level.Textures[0].Info.Tile = row.Tile;
+        EXPECT_EQ(run.Save(), row.Good) << row.Tile;
+        EXPECT_EQ(run.Host.Messages(),
+                  row.Good ? std::vector<std::string>{}
+                           : std::vector<std::string>{"MORLIK: ERROR! Bad texture found!"});
+        EXPECT_EQ(run.Host.Calls.back(), "event: Ready.");
+        EXPECT_EQ(std::filesystem::exists(run.Output(".was")), row.Good);
+        if (row.Tile == 9) {
+            EXPECT_EQ(PixelAt(PixelsOf(run.Wad().Tiles).data(), 5 * kTilePixels + 7), kMagenta);
+        }
+    }
+}
+
+TEST(Textures, ThatLeaveTheirTileEndTheProgram)
+{
+    struct Row
+    {
+        TextInfo Info;
+        const char* Fault;
+    };
+    for (const Row& row : {Row{{.X = 200, .Width = 55}, ""}, Row{{.X = 200, .Width = 56}, "X"},
+                           Row{{.Y = 255, .Height = 1}, "Y"},
+                           Row{{.X = 255, .Y = 255, .Width = 255, .Height = 255}, "X"}}) {
+        Conversion run;
+        ASSERT_TRUE(run.Load(TwoTiles(kTR3)));
+        run.Program.Level.Textures[2].Info = row.Info;
+        const std::string fault = row.Fault;
+        EXPECT_EQ(EndOf([&] { run.Save(); }),
+                  fault.empty() ? "" : "Wrong TextInfo found - TextInfo2 -> " + fault + " invalid");
+    }
+}
+
+TEST(Textures, OfALevelThatUsesNoneAreThePaletteTileAlone)
+{
+    for (const VersionCode game : {kTR1, kTR4}) {
+        Conversion run;
+        run.CopyDataFiles();
+        LevelContent level = samples::MakeTinyLevel(game);
+        level.Meshes[0].Rectangles.clear();
+        ASSERT_TRUE(run.Load(level));
+        EXPECT_TRUE(run.Save());
+        EXPECT_EQ(run.Wad().Textures.size(), game == kTR1 ? 258U : 0U);
+        EXPECT_EQ(static_cast<std::size_t>(run.Wad().Tiles.NumBytes()),
+                  game == kTR1 ? std::size_t{kTileBytes} : 0U);
+        if (game == kTR1) {
+            EXPECT_EQ(run.Wad().Textures[0].Tile, 0);
+        }
+    }
+}
+
+} // namespace
+
+} // namespace morlik::test

@@ -1,0 +1,198 @@
+#include "base/Files.h"
+#include "picture/TGA_Mod.h"
+#include "tests/support/Printing.h"
+#include "tests/support/ScriptedHost.h"
+#include "tests/support/TempFolder.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+constexpr std::size_t kHeaderBytes = 18;
+constexpr std::size_t kSheetRow = 768;
+
+using Bytes = std::vector<std::uint8_t>;
+
+class TgaTest : public testing::Test
+{
+protected:
+    bool Save(const LevelData& level) { return SaveTGA(Name, level, Report); }
+
+    Bytes Saved() const
+    {
+        const auto file = FileBytes::Load(Name);
+        const auto* const data = reinterpret_cast<const std::uint8_t*>(file.Bytes().data());
+        return {data, data + file.Bytes().size()};
+    }
+
+    /// The first pixel of a row of the file, in file order.
+    static Bytes Pixel(const Bytes& file, std::size_t row)
+    {
+        const auto at = static_cast<std::ptrdiff_t>(kHeaderBytes + row * kSheetRow);
+        return {file.begin() + at, file.begin() + at + 3};
+    }
+
+    TempFolder Folder;
+    std::string Name = Folder.File("sheet.tga");
+    ScriptedHost Host;
+    Reporter Report{Host};
+};
+
+/// A level of the given tiles in which the first pixel of row r has the value r (IV and V: opaque).
+LevelData NumberedRows(VersionCode version, std::size_t tiles)
+{
+    LevelData level;
+    level.Version = version;
+    const auto pixels =
+        std::make_shared<UninitialisedVector<std::uint32_t>>(tiles * kTilePixels, 0xff000000);
+    for (std::size_t row = 0; row < tiles * kTileSide; ++row)
+        (*pixels)[row * kTileSide] |= static_cast<std::uint32_t>(row);
+    level.Tiles32 = *pixels;
+    level.InflatedTiles = pixels;
+    return level;
+}
+
+/// A level with a room whose faces have these textures; texture n lies on tile n, but texture 0
+/// far out.
+LevelData LevelWithFaces(VersionCode version, const std::vector<std::int16_t>& rectangles,
+                         const std::vector<std::int16_t>& triangles)
+{
+    LevelData level;
+    level.Version = version;
+    for (std::int16_t tile = 0; tile < 400; ++tile)
+        level.Textures.emplace_back().Info.Tile = tile;
+    level.Textures[0].Info.Tile = 300;
+    Room room;
+    for (const auto texture : rectangles)
+        room.Rectangles.push_back({.Texture = texture});
+    for (const auto texture : triangles)
+        room.Triangles.push_back({.Texture = texture});
+    level.Rooms = {Room{}, room};
+    return level;
+}
+
+} // namespace
+
+TEST_F(TgaTest, ShowsRoomTilesAndAboveThemBumpTiles)
+{
+    LevelData level = NumberedRows(kTR4, 16);
+    level.NumRoomTiles = 10;
+    level.NumObjectTiles = 5;
+    level.NumBumpTiles = 2;
+    ASSERT_TRUE(Save(level));
+    const Bytes file = Saved();
+    const Bytes header{0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 11, 24, 0};
+    ASSERT_EQ(file.size(), kHeaderBytes + 2816 * kSheetRow);
+    EXPECT_TRUE(std::equal(header.begin(), header.end(), file.begin()));
+    const std::vector<std::pair<std::size_t, std::uint32_t>> sources{
+        {0, 2559}, {1, 2558}, {2559, 0}, {2560, 4095}, {2815, 3840}};
+    for (const auto& [row, source] : sources)
+        EXPECT_EQ(Pixel(file, row), (Bytes{static_cast<std::uint8_t>(source & 0xffU),
+                                           static_cast<std::uint8_t>(source >> 8U), 0}))
+            << "row " << row;
+}
+
+TEST_F(TgaTest, WritesBlueFirstInEveryGame)
+{
+    std::vector<std::uint8_t> indices(kTilePixels, 1);
+    indices[0] = 0;
+    LevelData first;
+    first.Version = kTR1;
+    first.Tiles8 = indices;
+    first.Palette[1] = {63, 1, 0};
+    ASSERT_TRUE(Save(first));
+    EXPECT_EQ(CountRoomTiles(first), 1);
+    EXPECT_EQ(Pixel(Saved(), 0), (Bytes{0, 4, 255}));
+    EXPECT_EQ(Pixel(Saved(), 255), (Bytes{255, 0, 255}));
+
+    std::vector<std::uint16_t> words(kTilePixels, 0x8000);
+    words[0] = 0x7c01;
+    LevelData third;
+    third.Version = kTR3;
+    third.Tiles16 = words;
+    ASSERT_TRUE(Save(third)); // over the file before it
+    EXPECT_EQ(Pixel(Saved(), 0), (Bytes{0, 0, 0}));
+    EXPECT_EQ(Pixel(Saved(), 255), (Bytes{8, 0, 248}));
+    EXPECT_EQ(Saved().size(), kHeaderBytes + 256 * kSheetRow);
+}
+
+TEST_F(TgaTest, CountsTilesByTheFacesOfTheRooms)
+{
+    struct Case
+    {
+        VersionCode Version;
+        std::vector<std::int16_t> Rectangles;
+        std::vector<std::int16_t> Triangles;
+        std::int16_t NumRoomTiles;
+    };
+    const std::vector<Case> cases{
+        {kTR3, {2, 11, 4}, {3}, 12},
+        {kTR2, {2}, {9}, 10},
+        {kTR1, {0, -32768 + 7}, {0}, 1}, // 0 and what has the top bit set don't count
+        {kTR1, {3, 400}, {}, 4},         // there is no texture 400
+        {kTR4, {5}, {}, 0},              // the level file tells
+    };
+    for (const Case& c : cases) {
+        const LevelData level = LevelWithFaces(c.Version, c.Rectangles, c.Triangles);
+        EXPECT_EQ(CountRoomTiles(level), c.NumRoomTiles) << "game " << c.Version;
+    }
+}
+
+TEST_F(TgaTest, CaptionTellsProgressAndComesBack)
+{
+    const auto captions = [&](const LevelData& level) {
+        Host.Calls.clear();
+        Host.Turns = 0;
+        Host.CaptionText = "MORLIK 1.7";
+        EXPECT_TRUE(Save(level));
+        EXPECT_EQ(Host.Calls.back(), "caption: MORLIK 1.7");
+        EXPECT_EQ(static_cast<std::size_t>(Host.Turns) + 1, Host.Calls.size());
+        return Host.Calls;
+    };
+    const auto second = captions(LevelWithFaces(kTR2, {9}, {}));
+    ASSERT_EQ(second.size(), 257U); // 2560 rows
+    EXPECT_EQ(second[0], "caption: Saving TGA -0%");
+    EXPECT_EQ(second[128], "caption: Saving TGA -50%");
+    EXPECT_EQ(second[255], "caption: Saving TGA -99%");
+
+    // Row 250 of 256: these games count up to the last row.
+    EXPECT_EQ(captions(LevelWithFaces(kTR3, {}, {}))[25], "caption: Saving TGA -98%");
+
+    // Rows 0, 10, ... 250 of the room tile, then rows 0, 10, ... 120 of the bump tile.
+    LevelData fourth = NumberedRows(kTR4, 1);
+    fourth.NumRoomTiles = 1;
+    fourth.NumBumpTiles = 1;
+    const auto bumped = captions(fourth);
+    ASSERT_EQ(bumped.size(), 40U);
+    EXPECT_EQ(bumped[25], "caption: Saving TGA -65%"); // row 250 of 384
+    EXPECT_EQ(bumped[26], "caption: Saving TGA -66%"); // row 256
+    EXPECT_EQ(captions(LevelWithFaces(kTR1, {9}, {})).size(), 1U);
+}
+
+TEST_F(TgaTest, RefusesWhatCannotBeWritten)
+{
+    LevelData tall = LevelWithFaces(kTR3, {127}, {});
+    EXPECT_FALSE(Save(tall));
+    LevelData negative = NumberedRows(kTR5, 1);
+    negative.NumRoomTiles = -1;
+    negative.NumBumpTiles = 4;
+    EXPECT_FALSE(Save(negative));
+    EXPECT_EQ(Host.Calls, (std::vector<std::string>{
+                              "message: MORLIK: 128 room tiles and 0 bump tiles don't fit in a TGA "
+                              "file - nothing was saved!",
+                              "message: MORLIK: -1 room tiles and 4 bump tiles don't fit in a TGA "
+                              "file - nothing was saved!"}));
+    EXPECT_FALSE(std::filesystem::exists(Name));
+
+    Name = Folder.File("missing/sheet.tga");
+    LevelData good = LevelWithFaces(kTR3, {126}, {});
+    EXPECT_FALSE(Save(good));
+    EXPECT_TRUE(Host.Messages().back().starts_with("MORLIK: Can't write " + Name + ": "));
+}
+
+} // namespace morlik::test

@@ -1,0 +1,267 @@
+// Saves onto disks that are full, folders that stand in the way and the like. The faults are such
+// that they stop root too.
+
+#include "base/Text.h"
+#include "picture/TGA_Mod.h"
+#include "samples/MainSfx.h"
+#include "tests/support/Conversion.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <optional>
+
+#ifndef _WIN32
+#include <csignal>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using FileMap = std::map<std::string, std::vector<std::byte>>;
+
+/// A run with a loaded level whose set needs every kind of file, and a file that is none of its.
+class SaveOfAll
+{
+public:
+    explicit SaveOfAll(VersionCode game)
+    {
+        run_.CopyDataFiles();
+        const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+        WriteWholeFile(run_.Folder.File("main.sfx"), sounds);
+        std::filesystem::create_directory(run_.Folder.Path() / "out");
+        WriteWholeFile(Out("set of another.wad"), std::as_bytes(std::span("mine")));
+        run_.Host.ExpSprTicked = true;
+        EXPECT_TRUE(run_.Load(samples::MakeRichLevel(game)));
+    }
+
+    std::string Out(const std::string& name) const { return run_.Folder.File("out/" + name); }
+
+    bool SaveAs(const std::string& path)
+    {
+        run_.Host.Calls.clear();
+        run_.Host.OpenAnswers = {run_.Folder.File("main.sfx")};
+        return SaveLevel(run_.Program, path);
+    }
+    bool Save() { return SaveAs(Out("set.was")); }
+
+    std::vector<std::string> Messages() const { return run_.Host.Messages(); }
+
+    /// The status is at rest, or at rest again.
+    bool IsAtRest() const
+    {
+        std::string event = "event: Ready.";
+        for (const std::string& call : run_.Host.Calls)
+            if (call.starts_with("event: "))
+                event = call;
+        return event == "event: Ready.";
+    }
+
+    /// All files of the output folder by their names.
+    FileMap Files() const
+    {
+        FileMap files;
+        const auto root = run_.Folder.Path() / "out";
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+            const auto name = entry.path().lexically_relative(root).generic_u8string();
+            if (entry.is_regular_file())
+                files[{name.begin(), name.end()}] = ReadFile(FromPath(entry.path()));
+        }
+        return files;
+    }
+
+    Conversion& Run() { return run_; }
+
+private:
+    Conversion run_;
+};
+
+class DiskFault : public testing::TestWithParam<VersionCode>
+{
+};
+INSTANTIATE_TEST_SUITE_P(Forms, DiskFault, testing::Values(kTR1, kTR2, kTR4));
+
+/// One line of the messages that a failed write of `path` must give.
+std::string CannotWrite(const std::string& path)
+{
+    return std::string(kAppTitle) + ": Can't write " + path + ": ";
+}
+
+TEST_P(DiskFault, AtAnyFileIsToldAndTheNextSaveIsWhole)
+{
+    SaveOfAll save(GetParam());
+    ASSERT_TRUE(save.Save());
+    const FileMap whole = save.Files();
+    ASSERT_GE(whole.size(), 7U);
+    for (const auto& [name, bytes] : whole) {
+        if (name == "set of another.wad" || bytes.empty())
+            continue;
+        for (const bool full : {true, false}) {
+            SCOPED_TRACE(name + (full ? ", no space left" : ", a folder in its place"));
+            const auto path = ToPath(save.Out(name));
+            std::filesystem::remove(path);
+            if (full && !std::filesystem::exists("/dev/full"))
+                continue;
+            if (full)
+                std::filesystem::create_symlink("/dev/full", path);
+            else
+                std::filesystem::create_directory(path);
+            EXPECT_FALSE(save.Save());
+            ASSERT_EQ(save.Messages().size(), 1U);
+            EXPECT_TRUE(save.Messages()[0].starts_with(CannotWrite(save.Out(name))))
+                << save.Messages()[0];
+            EXPECT_TRUE(save.IsAtRest());
+            EXPECT_EQ(save.Files()["set of another.wad"], whole.at("set of another.wad"));
+
+            std::filesystem::remove(path);
+            EXPECT_TRUE(save.Save());
+            EXPECT_EQ(save.Files(), whole);
+        }
+    }
+}
+
+TEST(DiskFaults, OfNamesAreTold)
+{
+    SaveOfAll save(kTR1);
+    const std::string endless = save.Out(std::string(4000, 'x') + ".was");
+    EXPECT_FALSE(save.SaveAs(endless));
+    ASSERT_EQ(save.Messages().size(), 1U);
+    const auto wad = endless.substr(0, endless.size() - 4) + ".wad";
+    EXPECT_TRUE(save.Messages()[0].starts_with(CannotWrite(wad))) << save.Messages()[0];
+
+    EXPECT_FALSE(save.SaveAs(save.Out("missing/set.was")));
+    EXPECT_EQ(save.Messages()[0],
+              CannotWrite(save.Out("missing/set.wad")) + "No such file or directory");
+
+    const std::string folder = save.Out("\u0142\u00f3d\u017a \u57ce");
+    std::filesystem::create_directory(ToPath(folder));
+    EXPECT_TRUE(save.SaveAs(folder + "/\u00fc.was"));
+    EXPECT_TRUE(std::filesystem::exists(ToPath(folder + "/\u00fc-Sounds")));
+
+    // A level that went away after it was chosen, and the endless name again.
+    for (const std::string& path : {save.Out("gone.phd"), endless})
+        EXPECT_TRUE(EndOf([&] {
+                        LoadLevel(save.Run().Program, path);
+                    }).starts_with("Can't open " + path + ": "));
+}
+
+TEST(DiskFaults, OfATextureSheetAreTold)
+{
+    SaveOfAll save(kTR4);
+    const auto saveSheet = [&](const std::string& path) {
+        save.Run().Host.Calls.clear();
+        Session& session = save.Run().Program;
+        return SaveTGA(path, session.Level, session.Report);
+    };
+    for (const std::string& path : {std::string("/dev/full"), save.Out(".")}) {
+        if (!std::filesystem::exists(path))
+            continue;
+        EXPECT_FALSE(saveSheet(path));
+        ASSERT_EQ(save.Messages().size(), 1U);
+        EXPECT_TRUE(save.Messages()[0].starts_with(CannotWrite(path))) << save.Messages()[0];
+    }
+    EXPECT_TRUE(saveSheet(save.Out("sheet.tga")));
+}
+
+#ifndef _WIN32
+
+/// Sets the size that no file may pass, and takes it back. The signal of it must be ignored, else
+/// it ends the process.
+class SizeLimit
+{
+public:
+    explicit SizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        handler_ = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    SizeLimit(const SizeLimit&) = delete;
+    SizeLimit& operator=(const SizeLimit&) = delete;
+    ~SizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    rlimit before_{};
+    void (*handler_)(int) = SIG_DFL;
+};
+
+TEST_P(DiskFault, AtAnySizeOfTheWadIsTold)
+{
+    SaveOfAll save(GetParam());
+    ASSERT_TRUE(save.Save());
+    const FileMap whole = save.Files();
+    const auto size = whole.at("set.wad").size();
+    for (std::size_t most = 0; most < size; most += size / 17 + 1) {
+        bool saved = true;
+        {
+            const SizeLimit limit(most);
+            saved = save.Save();
+        }
+        EXPECT_FALSE(saved) << most;
+        ASSERT_EQ(save.Messages(),
+                  std::vector{CannotWrite(save.Out("set.wad")) + "File too large"});
+    }
+    EXPECT_TRUE(save.Save());
+    EXPECT_EQ(save.Files(), whole);
+}
+
+/// Runs `work` in a child of this process that may mount what it likes, with a tmpfs on `folder`.
+/// Gives its result, or nothing where the system doesn't allow that.
+template <class Work>
+std::optional<bool> OnTmpfs(const std::string& folder, const char* options, unsigned long flags,
+                            Work work)
+{
+    constexpr int kRefused = 2;
+    const pid_t child = fork();
+    if (child == 0) {
+        if ((unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) ||
+            mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            mount("tmpfs", folder.c_str(), "tmpfs", flags, options) != 0)
+            _exit(kRefused);
+        _exit(work() ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (!WIFEXITED(status))
+        return false;
+    return WEXITSTATUS(status) == kRefused ? std::nullopt : std::optional(WEXITSTATUS(status) == 0);
+}
+
+TEST(DiskFaults, OfSmallAndReadOnlyDisksAreTold)
+{
+    SaveOfAll save(kTR1);
+    ASSERT_TRUE(save.Save());
+    const auto fails = [&](const std::string& reason) {
+        return !save.Save() && save.Messages().size() == 1 &&
+               save.Messages()[0].ends_with(reason) && save.IsAtRest();
+    };
+    for (const char* size : {"size=4k", "size=64k", "size=256k"}) {
+        const auto told =
+            OnTmpfs(save.Out(""), size, 0, [&] { return fails(": No space left on device"); });
+        if (!told)
+            GTEST_SKIP() << "no leave to mount a disk here";
+        EXPECT_TRUE(*told) << size;
+    }
+    EXPECT_EQ(OnTmpfs(save.Out(""), "size=64m", MS_RDONLY,
+                      [&] { return fails(": Read-only file system"); }),
+              true);
+    EXPECT_EQ(OnTmpfs(save.Out(""), "size=64m", 0, [&] { return save.Save(); }), true);
+}
+
+#endif
+
+} // namespace
+
+} // namespace morlik::test

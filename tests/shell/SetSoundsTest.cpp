@@ -1,0 +1,209 @@
+#include "samples/MainSfx.h"
+#include "tests/support/Conversion.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using samples::LevelContent;
+using Strings = std::vector<std::string>;
+
+SoundDetail Detail(std::int16_t sample, int samples)
+{
+    return {.Sample = sample, .Raw = {5, 6}, .Characteristics = Word(0x7f80 | samples << 2 | 3)};
+}
+
+/// Sounds of every kind: detail 0 without a slot, 1 in two slots, 2 with samples behind the end, 3
+/// without samples, and the most samples that a detail can have in 4.
+LevelContent WithSounds(VersionCode game)
+{
+    LevelContent level = samples::MakeTinyLevel(game);
+    level.SoundMap.fill(-1);
+    level.SoundMap[7] = level.SoundMap[9] = 1;
+    level.SoundMap[12] = 2;
+    level.SoundMap[13] = 3;
+    level.SoundMap[255] = 4;
+    level.SoundMap[369] = -3;
+    level.SoundDetails = {Detail(3, 1), Detail(1, 3), Detail(4, 2), Detail(0, 0), Detail(0, 31)};
+    level.SampleIndices = {2, 0, 99, 1, 2};
+    const auto sounds = samples::SampleSounds();
+    if (game == kTR1)
+        level.Samples = {sounds.begin(), sounds.begin() + 5};
+    return level;
+}
+
+/// The SAM lines of that level, where detail 0 has the sound number `unnamed`.
+Strings LinesOf(const std::string& game, const std::string& unnamed)
+{
+    Strings lines;
+    const auto add = [&](const std::string& sound, int samples) {
+        for (int n = 0; n < samples; ++n)
+            lines.push_back("TR" + game + " Sound " + sound + "-" + std::to_string(n) + ".wav");
+    };
+    add(unnamed, 1);
+    add("9", 3);
+    add("12", 2);
+    add("255", 31);
+    return lines;
+}
+
+/// Names of the files in the sound folder.
+std::size_t CountWaves(const Conversion& run)
+{
+    std::error_code missing;
+    const std::filesystem::directory_iterator files(run.Output("-Sounds"), missing);
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+TEST(Sounds, OfTombRaiderICountTheSlotsThatItLeavesEmpty)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    run.OpenLog();
+    const LevelContent level = WithSounds(kTR1);
+    ASSERT_TRUE(run.Load(level));
+    EXPECT_TRUE(run.Save());
+    EXPECT_EQ(LinesOfFile(run.Output(".sam")), LinesOf("1", "369"));
+    EXPECT_EQ(ReadFile(run.Output("-Sounds/TR1 Sound 369-0.wav")), level.Samples[3]);
+    EXPECT_EQ(ReadFile(run.Output("-Sounds/TR1 Sound 9-2.wav")), level.Samples[3]);
+    EXPECT_EQ(ReadFile(run.Output("-Sounds/TR1 Sound 12-0.wav")), level.Samples[4]);
+    EXPECT_EQ(CountWaves(run), 10U); // one and three, one of two, five of 31
+    const auto lines = run.LogLines();
+    EXPECT_EQ(
+        std::count(lines.begin(), lines.end(), "Samples that do not exist and get no WAV file: 27"),
+        1);
+
+    const auto bytes = ReadFile(run.Output(".sfx"));
+    EXPECT_EQ(bytes.size(), 748 + 8 * 5 + 4 * 5U);
+    const SoundTables sfx = *run.Set().Sounds;
+    EXPECT_EQ(sfx.SoundMap[255], 4);
+    EXPECT_EQ(sfx.SoundMap[254], -1);
+    EXPECT_EQ(sfx.SoundMap[369], 0);
+    EXPECT_EQ(sfx.SoundDetails[2].Raw[1], 6);
+    EXPECT_EQ(sfx.SampleIndices, level.SampleIndices);
+}
+
+TEST(Sounds, OfTombRaiderIIAndIIIComeFromMainSfx)
+{
+    const auto sounds = samples::SampleSounds();
+    for (const VersionCode game : {kTR2, kTR3}) {
+        Conversion run;
+        run.CopyDataFiles();
+        const std::string mainSfx = run.Folder.File("main.sfx");
+        const std::string number = DigitsOf(game);
+        ASSERT_TRUE(run.Load(WithSounds(game)));
+        // Cancelled: all but the WAV files.
+        EXPECT_TRUE(run.Save());
+        EXPECT_EQ(LinesOfFile(run.Output(".sam")), LinesOf(number, "0"));
+        EXPECT_EQ(run.Set().Sounds->SoundMap[369], -3);
+        EXPECT_FALSE(std::filesystem::exists(run.Output("-Sounds")));
+        EXPECT_EQ(run.Host.Messages(), Strings{});
+        EXPECT_EQ(run.Program.FMLoad.Filter,
+                  "TR Levels|*.phd;*.tub;*.tr2;*.tr4;*.trc|PRJ Files|*.prj|"
+                  "TR2&3 Sound Data (main.sfx)|main.sfx");
+
+        run.Host.OpenAnswers = {mainSfx};
+        EXPECT_FALSE(run.Save());
+        EXPECT_EQ(run.Host.Messages(),
+                  Strings{"MORLIK: Can't open " + mainSfx + ": No such file or directory"});
+        EXPECT_FALSE(std::filesystem::exists(run.Output("-Sounds")));
+
+        WriteWholeFile(mainSfx, samples::WriteMainSfx(sounds).Bytes);
+        for (int i = 0; i < 2; ++i) { // the indices count in the file chosen last
+            run.Host.OpenAnswers = {mainSfx};
+            EXPECT_TRUE(run.Save());
+            const auto wave = [&](const std::string& sound) {
+                return ReadFile(run.Output("-Sounds/TR" + number + " Sound " + sound + ".wav"));
+            };
+            EXPECT_EQ(wave("0-0"), sounds[1]);
+            EXPECT_EQ(wave("9-0"), sounds[0]);
+            EXPECT_EQ(wave("9-2"), sounds[1]);
+            EXPECT_EQ(CountWaves(run), 1 + 2 + 1 + 4U);
+        }
+        EXPECT_EQ(run.Program.State.LevelVersion, game);
+        const std::string asked = "open: TR2&3 Sound Data (main.sfx)|main.sfx in ";
+        EXPECT_EQ(std::count(run.Host.Calls.begin(), run.Host.Calls.end(), asked), 4);
+    }
+}
+
+TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    ASSERT_TRUE(run.Load(WithSounds(kTR1)));
+    WriteWholeFile(run.Output("-Sounds"), {});
+    EXPECT_FALSE(run.Save());
+    EXPECT_EQ(
+        run.Host.Messages().at(0).rfind("MORLIK: Can't write " + run.Output("-Sounds/TR1"), 0), 0U);
+}
+
+TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)
+{
+    for (const VersionCode game : {kTR4, kTR5}) {
+        Conversion run;
+        run.CopyDataFiles();
+        run.Host.ExpSprTicked = true; // the box is for the older games
+        ASSERT_TRUE(run.Load(samples::MakeTinyLevel(game)));
+        for (const char* kind : {"sam", "sfx", "swd"})
+            WriteWholeFile(run.Folder.File(std::string("morlik.") + kind),
+                           std::vector<std::byte>(3, static_cast<std::byte>(kind[1])));
+        EXPECT_TRUE(run.Save());
+        for (const char* kind : {"sam", "sfx", "swd"})
+            EXPECT_EQ(ReadFile(run.Output(std::string(".") + kind)),
+                      std::vector<std::byte>(3, static_cast<std::byte>(kind[1])));
+        EXPECT_EQ(CountWaves(run), 0U);
+
+        for (const char* name : {"morlik.sam", "morlik.sfx", "morlik.swd"})
+            std::filesystem::remove(run.Folder.File(name));
+        std::filesystem::remove(run.Output(".was"));
+        EXPECT_FALSE(run.Save());
+        EXPECT_EQ(run.Host.Messages(),
+                  (Strings{"MORLIK: Can't find morlik.sam", "MORLIK: Can't find morlik.sfx",
+                           "MORLIK: Can't find morlik.swd"}));
+        EXPECT_EQ(LinesOfFile(run.Output(".was")).size(), 1U);
+    }
+}
+
+TEST(Sprites, AreBuiltWithTheTilesBetweenThemOrCopied)
+{
+    for (const VersionCode game : {kTR1, kTR2}) {
+        Conversion run;
+        run.CopyDataFiles();
+        LevelContent level = samples::MakeTinyLevel(game);
+        level.Tiles8.resize(9 * std::size_t{kTilePixels}, 0);
+        level.Tiles16.resize(level.Tiles8.size(), 0x7c00);
+        level.SpriteTextures = {{.Tile = 8}, {.Tile = 6}, {.Tile = 8}};
+        level.SpriteTextures[1].Sides[3] = 77 * 256;
+        level.SpriteSequences.resize(2);
+        level.SpriteSequences[1].FirstTexture = 78 * 256;
+        ASSERT_TRUE(run.Load(level));
+        EXPECT_TRUE(run.Save());
+        EXPECT_EQ(ReadFile(run.Output(".swd")), ReadFile(run.Folder.File("morlik.swd")));
+
+        run.Host.ExpSprTicked = true;
+        EXPECT_TRUE(run.Save());
+        const SpriteTables swd = *run.Set().Sprites;
+        ASSERT_EQ(swd.SpriteTextures.size(), 3U);
+        EXPECT_EQ(swd.SpriteTextures[0].Tile, 2);
+        EXPECT_EQ(swd.SpriteTextures[1].Tile, 0);
+        EXPECT_EQ(swd.SpriteTextures[1].Sides[3], 77 * 256);
+        EXPECT_EQ(swd.SpriteSequences.at(1).FirstTexture, 78 * 256);
+        const auto pixels = PixelsOf(swd.Tiles);
+        EXPECT_EQ(pixels.size(), 786432U);
+        EXPECT_EQ(pixels[0], game == kTR1 ? 255 : 248);
+        EXPECT_EQ(run.Program.Level.SpriteTextures[0].Tile, 8);
+        EXPECT_EQ(run.Host.Calls.at(run.Host.Calls.size() - 4).rfind("prog: 5", 0), 0U);
+
+        run.Program.Level.SpriteTextures[0].Tile = 0x7fff;
+        EXPECT_FALSE(run.Save());
+        EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK: ERROR! Bad texture found!"});
+    }
+}
+
+} // namespace
+
+} // namespace morlik::test
