@@ -66,21 +66,24 @@ TEST(WindowStart, GoesOnWhereTheRegistryCannotBeWritten)
 TEST(QtRegistryStore, KeepsTypedValuesAndKnowsNamesInAnyCase)
 {
     const TempFolder folder;
-    const auto path = QString::fromStdString(folder.File("registry.ini"));
+    const auto file = QString::fromStdString(folder.File("registry.ini"));
     constexpr RootKey kRoot = 0x80000002;
     const RegistryValue text{RegistryType::Text, "C:\\a b\\\xe4"};
+    const RegistryValue path{RegistryType::Text, std::string("C:\\\xc3\xb6\\\0", 7)}; // terminated
     const RegistryValue binary{RegistryType::Binary, std::string("\x00\xff\n", 3)};
     {
-        QSettings store(path, QSettings::IniFormat);
+        QSettings store(file, QSettings::IniFormat);
         QtRegistry registry(store);
         EXPECT_FALSE(registry.SetValue(kRoot, "Software\\A", "Text", text));
         EXPECT_TRUE(registry.CreateKey(kRoot, "Software\\A"));
         EXPECT_TRUE(registry.SetValue(kRoot, "software\\a", "Text", text));
+        EXPECT_TRUE(registry.SetValue(kRoot, "software\\a", "Path", path));
         EXPECT_TRUE(registry.SetValue(kRoot, "software\\a", "Two words", binary));
     }
-    QSettings store(path, QSettings::IniFormat);
+    QSettings store(file, QSettings::IniFormat);
     QtRegistry registry(store);
     EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE\\A", "TEXT"), text);
+    EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE\\A", "path"), path);
     EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE\\A", "two words"), binary);
     EXPECT_EQ(registry.QueryValue(kRoot, "SOFTWARE", "text"), std::nullopt);
 

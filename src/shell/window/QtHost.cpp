@@ -18,9 +18,11 @@ namespace
 
 /// Where a dialog starts: its folder, or where the system chooses if there is no such folder, as
 /// with the first settings on a system without drive letters. Qt would take it for a file's name.
+/// A stored text may end in a terminator, which no name holds.
 QString StartFolder(const FileDialog& dialog)
 {
-    const QString folder = QDir::fromNativeSeparators(FromPathText(dialog.Folder));
+    const auto stored = dialog.Folder.substr(0, dialog.Folder.find('\0'));
+    const QString folder = QDir::fromNativeSeparators(FromPathText(stored));
     return QFileInfo(folder).isDir() ? folder : QString();
 }
 

@@ -1,0 +1,75 @@
+#include "tests/window/WindowRun.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+/// Looks at the box or dialog that `show` brings up, and closes it.
+template <class Dialog>
+void LookAt(const std::function<void()>& show, const std::function<void(Dialog&)>& look)
+{
+    bool came = false;
+    QTimer::singleShot(0, [&] {
+        QWidget* top = QApplication::activeModalWidget();
+        if (auto* dialog = qobject_cast<Dialog*>(top)) {
+            came = true;
+            look(*dialog);
+        }
+        if (top != nullptr)
+            top->close();
+    });
+    show();
+    EXPECT_TRUE(came);
+}
+
+TEST(QtHostDialogs, StartInTheStoredFolderAndGiveTheNameOfTheSystem)
+{
+    WindowRun run;
+    const auto one = run.Folder.File("L\xc3\xb6we");
+    const auto two = run.Folder.File("two");
+    for (const auto& folder : {one, two})
+        std::filesystem::create_directory(folder);
+    // What other programs store may count the terminator. No folder, and none that is there, leave
+    // the choice to the toolkit, which goes where it was last.
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {one + '\0', one}, {two + '\0' + "none", two}, {one, one}, {"C:\\none", one}, {"", one}};
+    for (const auto& [stored, start] : rows) {
+        FileDialog open{.Filter = "a|*.a;*.b|c|*.c", .Folder = stored, .FileName = "last"};
+        LookAt<QFileDialog>(
+            [&] { run.Host.QtHost::ShowOpen(open); },
+            [&](QFileDialog& dialog) {
+                EXPECT_EQ(dialog.directory().path().toStdString(), start);
+                EXPECT_EQ(dialog.nameFilters(), (QStringList{"a (*.a *.b)", "c (*.c)"}));
+            });
+        EXPECT_EQ(open.FileName, "last"); // a cancel
+    }
+    FileDialog save{.Filter = "WAS files (*.was)|*.was", .Folder = two + '\0', .FileName = ""};
+    LookAt<QFileDialog>([&] { run.Host.QtHost::ShowSave(save); },
+                        [&](QFileDialog& dialog) {
+                            dialog.selectFile(QString::fromUtf8("\xc3\xa4.was"));
+                            static_cast<QDialog&>(dialog).accept();
+                        });
+    EXPECT_EQ(save.FileName, two + "/\xc3\xa4.was");
+}
+
+TEST(QtHostDialogs, FilterByEachPairOfDescriptionAndPatterns)
+{
+    const std::vector<std::pair<std::string, QString>> rows{
+        {"TR Levels|*.phd;*.tub;*.tr2|PRJ Files|*.prj|TR2&3 Sound Data (main.sfx)|main.sfx",
+         "TR Levels (*.phd *.tub *.tr2);;PRJ Files (*.prj);;TR2&3 Sound Data (main.sfx)"},
+        {"wav files(*.wav)|*.wav", "wav files (*.wav)"},
+        {"WAS files (*.was)|*.was|without patterns", "WAS files (*.was)"},
+        {"", ""}};
+    for (const auto& [filter, wanted] : rows)
+        EXPECT_EQ(QtFilter(filter), wanted);
+}
+
+} // namespace
+
+} // namespace morlik::test
