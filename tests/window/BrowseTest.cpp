@@ -89,6 +89,31 @@ TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
     EXPECT_EQ(LinesOfFile(run.Folder.File("out.was")).at(row), "A\xe4 b:Z:\\TOMB4\\A.TR4\\A\xe4 b");
 }
 
+TEST(WindowBrowse, ShowsANameWithoutChangingIt)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
+    const auto& moveables = run.Program.Level.Moveables;
+    const std::vector<std::string> names{"L\xf6we", "L\xc3\xb6we"}; // of two kinds of editor
+    for (std::size_t i = 0; i < names.size(); ++i)
+        run.Program.Names.SetMoveable(kTR4, moveables.at(i).ObjectID, names[i]);
+    run.Trigger("Mnu_Edit_Move"); // lists anew
+    auto* list = run.Find<QListWidget>("ObjList");
+    auto* field = run.Find<QLineEdit>("ObjName");
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const int row = static_cast<int>(i);
+        EXPECT_EQ(list->item(row)->text().toStdString(), "L\xc3\xb6we");
+        ClickRow(list, row);
+        EXPECT_EQ(field->text().toStdString(), "L\xc3\xb6we");
+        const auto id = moveables.at(i).ObjectID;
+        EXPECT_EQ(run.Program.Names.Moveable(kTR4, id), names[i]);
+        QTest::keyClick(field, Qt::Key_End);
+        QTest::keyClick(field, Qt::Key_N);
+        EXPECT_EQ(run.Program.Names.Moveable(kTR4, id), "L\xf6wen");
+        EXPECT_EQ(list->item(row)->text().toStdString(), "L\xc3\xb6wen");
+    }
+}
+
 TEST(WindowBrowse, LeavesObjectsWithoutANameInTheCatalogueAlone)
 {
     WindowRun run;

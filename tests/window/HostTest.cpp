@@ -58,6 +58,36 @@ TEST(QtHostDialogs, StartInTheStoredFolderAndGiveTheNameOfTheSystem)
     EXPECT_EQ(save.FileName, two + "/\xc3\xa4.was");
 }
 
+TEST(QtHostTexts, ShowWesternNamesAndPathsAlike)
+{
+    WindowRun run;
+    struct Row
+    {
+        std::string Text;
+        std::string Shown; ///< in UTF-8
+    };
+    const std::vector<Row> rows{
+        {"animations from the L\xf6we", "animations from the L\xc3\xb6we"},
+        {"Can't open /L\xc3\xb6we/\xe4\xb8\xad.tr4", "Can't open /L\xc3\xb6we/\xe4\xb8\xad.tr4"},
+        {"<b>Caf\xe9", "<b>Caf\xc3\xa9"},
+        // The last two letters alone would be a letter in UTF-8.
+        {"\xabMEN\xdc\xbb", "\xc2\xabMEN\xc3\x9c\xc2\xbb"}};
+    for (const auto& [text, shown] : rows) {
+        LookAt<QMessageBox>([&] { run.Host.QtHost::ShowMessage(text, text + "!"); },
+                            [&](QMessageBox& box) {
+                                EXPECT_EQ(box.text().toStdString(), shown);
+                                EXPECT_EQ(box.textFormat(), Qt::PlainText);
+                                EXPECT_EQ(box.windowTitle().toStdString(), shown + "!");
+                            });
+        run.Host.SetCaption(text);
+        EXPECT_EQ(run.Window->windowTitle().toStdString(), shown);
+        run.Host.SetCaption(run.Host.Caption()); // as a save puts it back
+        EXPECT_EQ(run.Window->windowTitle().toStdString(), shown);
+        run.Host.SetEvent(text);
+        EXPECT_EQ(run.Label("Event").toStdString(), shown);
+    }
+}
+
 TEST(QtHostDialogs, FilterByEachPairOfDescriptionAndPatterns)
 {
     const std::vector<std::pair<std::string, QString>> rows{

@@ -91,11 +91,12 @@ TEST(WindowLoad, ListsTheRoomsOfAProject)
     WindowRun run;
     ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
     const auto objects = run.List("ObjList");
-    WriteWholeFile(run.Folder.File("city.PRJ"),
-                   samples::WriteProject(samples::MakeProject()).Bytes);
+    auto project = samples::MakeProject();
+    project.Rooms[2].Name = "M\xfchle";
+    WriteWholeFile(run.Folder.File("city.PRJ"), samples::WriteProject(project).Bytes);
     run.Open(run.Folder.File("city.PRJ"));
     EXPECT_EQ(run.List("RoomList"), (Strings{"Room 0", "Empty room", "Room 2", "Room 3"}));
-    EXPECT_EQ(run.Find<QListWidget>("RoomList")->item(2)->toolTip(), "Mill");
+    EXPECT_EQ(run.Find<QListWidget>("RoomList")->item(2)->toolTip().toStdString(), "M\xc3\xbchle");
     EXPECT_EQ(run.Label("NumRooms"), " 4 Rooms");
     EXPECT_EQ(run.List("ObjList"), objects);
     run.Trigger("Mnu_File_SaveWAD");

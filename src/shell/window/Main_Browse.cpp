@@ -3,6 +3,8 @@
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
+#include <QSignalBlocker>
+
 namespace morlik
 {
 
@@ -49,8 +51,8 @@ void Main_Frm::FillObjects()
             list.addItem(FromText(session_.Names.Static(mesh.ObjectID)));
     }
     FilterList(list, controls_.ObjFilter->text());
-    setWindowTitle(FromText(session_.TitleText) + " - [" + FromPathText(session_.FMLoad.FileName) +
-                   (moveables ? "] - Moveables" : "] - Static Meshes"));
+    setWindowTitle(FromText(session_.TitleText + " - [" + session_.FMLoad.FileName +
+                            (moveables ? "] - Moveables" : "] - Static Meshes")));
 }
 
 std::optional<std::int32_t> Main_Frm::IDOf(int row) const
@@ -74,6 +76,7 @@ void Main_Frm::ObjList_Click()
         return;
     controls_.ObjName->setEnabled(true);
     const ObjectNames& names = session_.Names;
+    const QSignalBlocker quiet(controls_.ObjName); // to show a name is not to change it
     controls_.ObjName->setText(FromText(
         IsMoveableMode() ? names.Moveable(session_.State.LevelVersion, *id) : names.Static(*id)));
     controls_.ObjName->setCursorPosition(0); // of a long name the beginning shows

@@ -42,8 +42,7 @@ void QtHost::Attach(QMainWindow& window, MainControls& controls)
 
 void QtHost::ShowMessage(const std::string& text, const std::string& title)
 {
-    QMessageBox box(QMessageBox::NoIcon, FromPathText(title), FromPathText(text), QMessageBox::Ok,
-                    window_);
+    QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(text), QMessageBox::Ok, window_);
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
@@ -82,7 +81,7 @@ std::string QtHost::Caption() const
 
 void QtHost::SetCaption(const std::string& text)
 {
-    window_->setWindowTitle(FromPathText(text));
+    window_->setWindowTitle(FromText(text));
 }
 
 void QtHost::Beep()
@@ -92,7 +91,7 @@ void QtHost::Beep()
 
 void QtHost::OpenWebAddress(const std::string& address)
 {
-    QDesktopServices::openUrl(QUrl(FromPathText(address)));
+    QDesktopServices::openUrl(QUrl(FromText(address)));
 }
 
 bool QtHost::SkyFix() const
@@ -122,7 +121,7 @@ std::string QtHost::ShortDate() const
 
 QString QtFilter(const std::string& filter)
 {
-    const QStringList pieces = FromPathText(filter).split('|');
+    const QStringList pieces = FromText(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < pieces.size(); i += 2) {
         QString description = pieces[i];

@@ -1,7 +1,5 @@
 #include "shell/window/QtRegistry.h"
 
-#include "shell/window/Text.h"
-
 namespace morlik
 {
 
@@ -13,18 +11,24 @@ constexpr const char* kKeyMark = "key";
 constexpr const char* kTextMark = "text:";
 constexpr const char* kBinaryMark = "binary:";
 
+/// Any bytes may be stored and must come back, so each is a character of its own.
+QString FromBytes(const std::string& bytes)
+{
+    return QString::fromLatin1(QByteArrayView(bytes));
+}
+
 /// The group of a key: its root's handle in hexadecimal, then the steps of its path.
 QString GroupOf(RootKey root, const std::string& key)
 {
     QString group = "registry/" + QString::number(root, 16);
     if (!key.empty())
-        group += '/' + FromText(key).toLower().replace('\\', '/');
+        group += '/' + FromBytes(key).toLower().replace('\\', '/');
     return group + '/';
 }
 
 QString EntryOf(RootKey root, const std::string& key, const std::string& name)
 {
-    return GroupOf(root, key) + "values/" + FromText(name).toLower();
+    return GroupOf(root, key) + "values/" + FromBytes(name).toLower();
 }
 
 } // namespace
@@ -44,7 +48,7 @@ bool QtRegistry::SetValue(RootKey root, const std::string& key, const std::strin
         return false;
     const bool text = value.Type == RegistryType::Text;
     return Store(EntryOf(root, key, name),
-                 text ? kTextMark + FromText(value.Bytes)
+                 text ? kTextMark + FromBytes(value.Bytes)
                       : kBinaryMark + QString(QByteArray::fromStdString(value.Bytes).toHex()));
 }
 
@@ -53,7 +57,7 @@ std::optional<RegistryValue> QtRegistry::QueryValue(RootKey root, const std::str
 {
     const QString stored = store_.value(EntryOf(root, key, name)).toString();
     if (stored.startsWith(kTextMark))
-        return RegistryValue{RegistryType::Text, ToText(stored.mid(5))};
+        return RegistryValue{RegistryType::Text, stored.mid(5).toLatin1().toStdString()};
     if (stored.startsWith(kBinaryMark))
         return RegistryValue{RegistryType::Binary,
                              QByteArray::fromHex(stored.mid(7).toLatin1()).toStdString()};
