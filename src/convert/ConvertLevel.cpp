@@ -9,6 +9,7 @@
 #include "set/Sounds.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace morlik
 {
@@ -26,7 +27,9 @@ ObjectSet TablesOf(const LevelData& level)
     set.AnimDispatches = level.AnimDispatches;
     set.AnimCommands = level.AnimCommands;
     set.MeshTrees = level.MeshTrees;
-    set.Frames = level.Frames;
+    set.Frames.resize(level.Frames.size() / sizeof(std::int16_t));
+    if (!set.Frames.empty())
+        std::memcpy(set.Frames.data(), level.Frames.data(), level.Frames.size());
     set.Moveables = level.Moveables;
     set.StaticMeshes = level.StaticMeshes;
     set.EmptyCounts = {.StateChanges = level.NumStateChanges,

@@ -27,6 +27,12 @@ void CheckTextureCount(std::size_t count, Reporter& report)
     report.LogLine(number + " TextInfos found");
 }
 
+[[noreturn]] void StopAtTexture(std::int32_t index, const char* axis, Reporter& report)
+{
+    report.Stop("Wrong TextInfo found - TextInfo" + std::to_string(index) + " -> " + axis +
+                " invalid");
+}
+
 /// The sign of a rectangle's texture number mirrors it, and 0 has none: a mirrored first texture
 /// would lie the wrong way. Levels of the games' own tools keep the order of their textures all
 /// the same; in others a texture that nothing mirrors takes the number 0.
@@ -88,11 +94,10 @@ std::optional<std::vector<TextInfo>> TextureRecords(const LevelData& level,
             report.Message(kBadTexture);
             return std::nullopt;
         }
-        const auto wrong = "Wrong TextInfo found - TextInfo" + std::to_string(index);
         if (record.X + record.Width > 255)
-            report.Stop(wrong + " -> X invalid");
+            StopAtTexture(index, "X", report);
         if (record.Y + record.Height > 255)
-            report.Stop(wrong + " -> Y invalid");
+            StopAtTexture(index, "Y", report);
         record.Tile = static_cast<std::int16_t>(tile);
         records.push_back(record);
     }

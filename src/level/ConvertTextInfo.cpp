@@ -54,8 +54,11 @@ bool SetExtent(std::uint8_t nearPixel, std::uint8_t farPixel, std::uint8_t& star
 }
 
 void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t& code,
-                      const std::string& message, Reporter& report)
+                      std::int32_t number, Reporter& report)
 {
+    const auto message = [number] {
+        return "ConvertTextInfo -> Error reading texture" + std::to_string(number);
+    };
     const TextureCorner& c1 = texture.Corners[0];
     const TextureCorner& c2 = texture.Corners[1];
     const TextureCorner& c4 = texture.Corners[3];
@@ -64,13 +67,13 @@ void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t
     info.FlipX = kFlipMark;
     if (c1.XCoord == kFarSide) {
         if (!SetExtent(c2.XPixel, c1.XPixel, info.X, info.Width))
-            report.Stop(message);
+            report.Stop(message());
         code = -1;
     } else {
         good = SetExtent(c1.XPixel, c2.XPixel, info.X, info.Width);
         code = 1;
         if (!good)
-            report.Message(message);
+            report.Message(message());
     }
 
     // A fault of the width is told once more here: the user counts on two boxes for it.
@@ -79,7 +82,7 @@ void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t
     good &= SetExtent(bottomFirst ? c4.YPixel : c1.YPixel, bottomFirst ? c1.YPixel : c4.YPixel,
                       info.Y, info.Height);
     if (!good)
-        report.Message(message);
+        report.Message(message());
 }
 
 } // namespace
@@ -95,9 +98,7 @@ void ConvertTextInfo(LevelData& level, const TrMainState& state, Reporter& repor
         if (IsTriangle(texture))
             ConvertTriangle(texture, made.Info, made.TextureFlip);
         else
-            ConvertRectangle(texture, made.Info, made.TextureFlip,
-                             "ConvertTextInfo -> Error reading texture" + std::to_string(number),
-                             report);
+            ConvertRectangle(texture, made.Info, made.TextureFlip, number, report);
         made.Info.Tile = texture.Tile;
     }
 }

@@ -130,8 +130,8 @@ struct LevelData
     std::vector<std::int16_t> AnimCommands;
     std::int32_t NumMeshTrees = 0; ///< in 32-bit words
     std::vector<std::int32_t> MeshTrees;
-    std::int32_t NumFrames = 0;       ///< in 16-bit words
-    std::vector<std::int16_t> Frames; ///< in the game's own form
+    std::int32_t NumFrames = 0;        ///< in 16-bit words
+    std::span<const std::byte> Frames; ///< the words in the game's own form, at any place
 
     // Objects.
     std::int32_t NumMoveables = 0;

@@ -40,7 +40,9 @@ void ReadAnimations(ByteReader& reader, LevelData& level, const ObjectLayout& la
     ReadTable(reader, "dispatches", layout.Changes, level.NumAnimDispatches, level.AnimDispatches);
     ReadTable(reader, "commands", layout.Changes, level.NumAnimCommands, level.AnimCommands);
     ReadTable(reader, "mesh trees", CountRule::Positive, level.NumMeshTrees, level.MeshTrees);
-    ReadTable(reader, "frames", CountRule::Positive, level.NumFrames, level.Frames);
+    reader.Section("frames");
+    level.NumFrames = ReadCount(reader, CountRule::Positive);
+    level.Frames = reader.TakeTable(level.NumFrames, sizeof(std::int16_t));
 }
 
 void ReadMoveables(ByteReader& reader, LevelData& level, std::size_t tail)
