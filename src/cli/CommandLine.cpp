@@ -3,6 +3,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <functional>
+#include <memory>
+#include <utility>
 
 namespace morlik::cli
 {
@@ -22,34 +25,47 @@ constexpr const char* kExamples =
     "Results go to standard output, messages to standard error.\n"
     "Exit status: 0 all good, 1 something failed, 2 wrong use.";
 
-void AddConvert(CLI::App& app, ConvertOptions& options)
+/// What a command does; gives the exit status.
+using Run = std::function<int()>;
+
+/// A command brings along what it does, so that none can be called and do nothing.
+CLI::App& AddCommand(CLI::App& app, const char* name, const char* description, int& status, Run run)
 {
-    CLI::App& convert = *app.add_subcommand("convert", "convert levels to object sets");
-    convert.add_option("LEVEL", options.Levels, "level files")->required()->type_name("");
-    convert.add_option("-o", options.Output, "name of the set, for a single level")
+    CLI::App& command = *app.add_subcommand(name, description);
+    command.callback([&status, run = std::move(run)] { status = run(); });
+    return command;
+}
+
+void AddConvert(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto options = std::make_shared<ConvertOptions>();
+    CLI::App& convert = AddCommand(app, "convert", "convert levels to object sets", status,
+                                   [options, &streams] { return Convert(*options, streams); });
+    convert.add_option("LEVEL", options->Levels, "level files")->required()->type_name("");
+    convert.add_option("-o", options->Output, "name of the set, for a single level")
         ->type_name("OUT.was");
-    convert.add_option("-d", options.Folder, "folder for the sets, each named after its level")
+    convert.add_option("-d", options->Folder, "folder for the sets, each named after its level")
         ->type_name("FOLDER");
     convert
-        .add_option("--main-sfx", options.MainSFX,
+        .add_option("--main-sfx", options->MainSFX,
                     "take the sounds of Tomb Raider II and III levels from this main.sfx; with "
                     "\"auto\" from the one in the level's folder or the folder above")
         ->type_name("FILE");
-    convert.add_flag("--update-horizon", options.UpdateHorizon,
+    convert.add_flag("--update-horizon", options->UpdateHorizon,
                      "make the clouds visible behind a Tomb Raider II or III horizon");
-    convert.add_flag("--export-sprites", options.ExportSprites,
+    convert.add_flag("--export-sprites", options->ExportSprites,
                      "take the sprites of Tomb Raider I to III levels along");
-    convert.add_option("--jobs", options.Jobs, "levels at a time; else one a processor")
+    convert.add_option("--jobs", options->Jobs, "levels at a time; else one a processor")
         ->check(CLI::Range(1, 256))
         ->type_name("N");
-    convert.add_option("--log", options.Log, "write a log of the run, for a single level")
+    convert.add_option("--log", options->Log, "write a log of the run, for a single level")
         ->type_name("FILE");
-    convert.add_flag("--timings", options.Timings, "tell where the time went");
-    convert.add_flag("--json", options.Json, "tell the results as JSON");
+    convert.add_flag("--timings", options->Timings, "tell where the time went");
+    convert.add_flag("--json", options->Json, "tell the results as JSON");
 }
 
 /// What the other commands are called with.
-struct OtherOptions
+struct FileOptions
 {
     std::string File;
     std::string Target;
@@ -57,25 +73,47 @@ struct OtherOptions
     int Game = 0;
 };
 
-void AddOthers(CLI::App& app, OtherOptions& options)
+void AddInfo(CLI::App& app, int& status, const Streams& streams)
 {
-    CLI::App& info = *app.add_subcommand("info", "tell what is in a level, main.sfx or project");
-    info.add_option("FILE", options.File, "LEVEL, main.sfx or PROJECT.prj")
+    const auto options = std::make_shared<FileOptions>();
+    CLI::App& info =
+        AddCommand(app, "info", "tell what is in a level, main.sfx or project", status,
+                   [options, &streams] { return Info(options->File, options->Json, streams); });
+    info.add_option("FILE", options->File, "LEVEL, main.sfx or PROJECT.prj")
         ->required()
         ->type_name("");
-    info.add_flag("--json", options.Json, "as JSON");
+    info.add_flag("--json", options->Json, "as JSON");
+}
 
-    CLI::App& sheet = *app.add_subcommand("sheet", "write the texture sheet of a level");
-    sheet.add_option("LEVEL", options.File, "level file")->required()->type_name("");
-    sheet.add_option("OUT", options.Target, "OUT.tga or OUT.png")->required()->type_name("");
+/// A word of a command line and what it stands for.
+struct Operand
+{
+    const char* Name;
+    const char* Description;
+};
 
-    CLI::App& sounds = *app.add_subcommand("sounds", "write the sounds as WAV files");
-    sounds.add_option("FILE", options.File, "LEVEL or main.sfx")->required()->type_name("");
-    sounds.add_option("FOLDER", options.Target, "where they go")->required()->type_name("");
+/// A command from one file to a place.
+void AddExport(CLI::App& app, int& status, const Streams& streams, const Operand& name,
+               const Operand& file, const Operand& target,
+               int (*run)(const std::string&, const std::string&, const Streams&))
+{
+    const auto options = std::make_shared<FileOptions>();
+    CLI::App& command =
+        AddCommand(app, name.Name, name.Description, status, [options, run, &streams] {
+            return run(options->File, options->Target, streams);
+        });
+    command.add_option(file.Name, options->File, file.Description)->required()->type_name("");
+    command.add_option(target.Name, options->Target, target.Description)->required()->type_name("");
+}
 
-    CLI::App& check = *app.add_subcommand("check", "read an object set back and verify it");
-    check.add_option("SET", options.File, "SET.was")->required()->type_name("");
-    check.add_option("--game", options.Game, "game of the set, 1 to 5, if its list names none")
+void AddCheck(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto options = std::make_shared<FileOptions>();
+    CLI::App& check =
+        AddCommand(app, "check", "read an object set back and verify it", status,
+                   [options, &streams] { return Check(options->File, options->Game, streams); });
+    check.add_option("SET", options->File, "SET.was")->required()->type_name("");
+    check.add_option("--game", options->Game, "game of the set, 1 to 5, if its list names none")
         ->check(CLI::Range(1, 5))
         ->type_name("N");
 }
@@ -90,10 +128,14 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     app.set_version_flag("--version", BuildVersionString({}));
     app.require_subcommand(1);
     app.footer(kExamples);
-    ConvertOptions convert;
-    OtherOptions other;
-    AddConvert(app, convert);
-    AddOthers(app, other);
+    int status = kWrongUse;
+    AddConvert(app, status, streams);
+    AddInfo(app, status, streams);
+    AddExport(app, status, streams, {"sheet", "write the texture sheet of a level"},
+              {"LEVEL", "level file"}, {"OUT", "OUT.tga or OUT.png"}, SaveSheet);
+    AddExport(app, status, streams, {"sounds", "write the sounds as WAV files"},
+              {"FILE", "LEVEL or main.sfx"}, {"FOLDER", "where they go"}, SaveSounds);
+    AddCheck(app, status, streams);
     for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
         if (argument.starts_with('[') && argument.ends_with(']'))
             argument.insert(0, "./");
@@ -112,15 +154,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     } catch (const CLI::ParseError& stop) { // also what --help and --version end in
         return app.exit(stop, streams.Out, streams.Errors) == 0 ? kGood : kWrongUse;
     }
-    if (app.got_subcommand("convert"))
-        return Convert(convert, streams);
-    if (app.got_subcommand("info"))
-        return Info(other.File, other.Json, streams);
-    if (app.got_subcommand("sheet"))
-        return SaveSheet(other.File, other.Target, streams);
-    if (app.got_subcommand("sounds"))
-        return SaveSounds(other.File, other.Target, streams);
-    return Check(other.File, other.Game, streams);
+    return status;
 }
 
 } // namespace morlik::cli

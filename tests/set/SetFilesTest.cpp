@@ -1,0 +1,268 @@
+// The files of object sets. Their layouts stand in the code once, for writing and for reading: what
+// they are is written down here a second time, byte by byte.
+
+#include "convert/ConvertLevel.h"
+#include "samples/MainSfx.h"
+#include "set/Sounds.h"
+#include "set/Swd.h"
+#include "set/Wad.h"
+#include "set/Was.h"
+#include "tests/support/Conversion.h"
+#include "tests/support/RealLevels.h"
+#include "tests/support/SameSet.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+/// One tile whose row r is filled with the byte r.
+class Rows : public TileRows
+{
+    void CopyRow(std::int64_t row, std::byte* out) const override
+    {
+        std::fill_n(out, kRowBytes, static_cast<std::byte>(row));
+    }
+};
+
+SetTiles OneTile()
+{
+    return {kTileBytes, std::make_shared<Rows>()};
+}
+
+/// Words of 16 bits in the order of a file.
+std::vector<int> WordsOf(const std::vector<std::byte>& bytes)
+{
+    ByteReader reader(bytes);
+    std::vector<int> words;
+    while (reader.Left() != 0)
+        words.push_back(reader.Read<std::uint16_t>());
+    return words;
+}
+
+/// The words without those of the one tile, which stand behind its count at `at`.
+std::vector<int> WithoutTile(std::vector<int> words, std::ptrdiff_t at)
+{
+    constexpr std::ptrdiff_t kTileWords = kTileBytes / 2;
+    for (std::ptrdiff_t row = 0; row < kTileSide; ++row)
+        EXPECT_EQ(words.at(static_cast<std::size_t>(at + row * kRowBytes / 2)), row * 0x101);
+    words.erase(words.begin() + at, words.begin() + at + kTileWords);
+    return words;
+}
+
+WadMesh Triangle()
+{
+    WadMesh mesh;
+    mesh.Centre = {1, 2, 3};
+    mesh.Radius = 0x50004;
+    mesh.Vertices = {{6, 7, 8}};
+    mesh.NumNormals = -2;
+    mesh.Lights = {9, 10};
+    mesh.Faces = {{.Type = kFaceTriangle, .Vertices = {11, 12, 13}, .Texture = 14, .Flags = 15},
+                  {.Type = kFaceRectangle, .Vertices = {1, 2, 3, 4}, .Texture = -5, .Flags = 6}};
+    return mesh;
+}
+
+TEST(WadFile, HasItsBlocksAndRecordsByteByByte)
+{
+    ScriptedHost host;
+    Reporter report(host);
+    ObjectSet set;
+    set.Textures = {{.X = 1, .Y = 2, .Tile = 3, .FlipX = 4, .Width = 5, .FlipY = 6, .Height = 7}};
+    set.Tiles = OneTile();
+    AppendWadMesh(set.Meshes, Triangle(), report);
+    AppendMeshPointer(set.Meshes, 0);
+    set.Animations = {{.FrameOffset = 0x10002,
+                       .FrameRate = 3,
+                       .FrameSize = 4,
+                       .State = 5,
+                       .Speed = 0x60007,
+                       .Accel = 0x80009,
+                       .LateralSpeed = 0xa000b,
+                       .LateralAccel = 0xc000d,
+                       .FrameStart = 14,
+                       .FrameEnd = 15,
+                       .NextAnimation = 16,
+                       .NextFrame = 17,
+                       .NumStateChanges = 18,
+                       .StateChange = 19,
+                       .NumAnimCommands = 20,
+                       .AnimCommand = 21}};
+    set.StateChanges = {{1, 2, 3}};
+    set.AnimDispatches = {{1, 2, 3, 4}};
+    set.EmptyCounts.AnimCommands = -7;
+    set.MeshTrees = {0x10002};
+    set.Frames = {1, 2, 3};
+    set.Moveables = {{.ObjectID = 0x10002,
+                      .NumMeshes = 3,
+                      .StartingMesh = 4,
+                      .MeshTree = 0x50006,
+                      .FrameOffset = 0x70008,
+                      .Animation = -1}};
+    set.StaticMeshes = {{.ObjectID = 0x10002,
+                         .Mesh = 3,
+                         .VisibilityBox = {4, 5, 6, 7, 8, 9},
+                         .CollisionBox = {10, 11, 12, 13, 14, 15},
+                         .Flags = 16}};
+    ByteWriter out;
+    WadProgress unwatched;
+    WriteWad(out, set, unwatched);
+    // clang-format off
+    const std::vector<int> expected{
+        129, 0,
+        1, 0, 0x201, 3, 0x504, 0x706,
+        0, 3, // of tile bytes, which stand here
+        2, 0, 0, 0, 0, 0,
+        26, 0, 1, 2, 3, 4, 5, 1, 6, 7, 8, 0xfffe, 9, 10, 2,
+            8, 11, 12, 13, 14, 15, 9, 1, 2, 3, 4, 0xfffb, 6,
+        1, 0, 2, 1, 0x403, 5, 7, 6, 9, 8, 11, 10, 13, 12, 14, 15, 16, 17, 18, 19, 20, 21,
+        1, 0, 1, 2, 3,
+        1, 0, 1, 2, 3, 4,
+        0xfff9, 0xffff, // a count below 0, as a level had it
+        1, 0, 2, 1,
+        3, 0, 1, 2, 3,
+        1, 0, 2, 1, 3, 4, 6, 5, 8, 7, 0xffff,
+        1, 0, 2, 1, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
+    // clang-format on
+    EXPECT_EQ(WithoutTile(WordsOf(out.Bytes()), 10), expected);
+    EXPECT_EQ(WadMeshOf(set.Meshes, 1), Triangle());
+}
+
+TEST(SwdFile, HasItsTablesAndRecordsByteByByte)
+{
+    ObjectSet set;
+    set.Sprites =
+        SpriteTables{{{.Tile = 1, .X = 2, .Y = 3, .Width = 4, .Height = 5, .Sides = {6, 7, 8, -9}}},
+                     OneTile(),
+                     {{.ObjectID = 0x10002, .NegatedCount = -1, .FirstTexture = 3}}};
+    ByteWriter out;
+    WadProgress unwatched;
+    WriteSwd(out, set, unwatched);
+    EXPECT_EQ(WithoutTile(WordsOf(out.Bytes()), 14),
+              (std::vector<int>{129, 0,      1, 0, 1, 0x302, 4, 5, 6,      7,
+                                8,   0xfff7, 0, 3, 1, 0,     2, 1, 0xffff, 3}));
+}
+
+TEST(SfxFile, HasItsTablesByteByByte)
+{
+    ObjectSet set;
+    SoundTables& tables = set.Sounds.emplace();
+    tables.SoundMap.fill(-1);
+    tables.SoundMap[369] = 0;
+    tables.SoundDetails = {{.Sample = 1, .Raw = {2, 3}, .Characteristics = 4}};
+    tables.SampleIndices = {0x50006};
+    ByteWriter out;
+    WriteSfx(out, set);
+    std::vector<int> expected(369, 0xffff);
+    expected.insert(expected.end(), {0, 1, 0, 1, 2, 3, 4, 1, 0, 6, 5});
+    EXPECT_EQ(WordsOf(out.Bytes()), expected);
+}
+
+TEST(WasFile, IsCutWhereItWasPutTogether)
+{
+    const TempFolder folder;
+    ObjectSet set;
+    set.Game = kTR3;
+    set.SourceTitle = "A:B.TR2";
+    set.Listed = {{"a:b", "C\\D"}, {"", ""}};
+    TextLines file;
+    file.Open(folder.File("was"));
+    WriteWas(file, set);
+    file.Close();
+    const auto lines = LinesOfFile(folder.File("was"));
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{"a:b:Z:\\TOMB3\\A:B.TR2\\C\\D", ":Z:\\TOMB3\\A:B.TR2\\"}));
+    EXPECT_EQ(CutWasLine(lines[1], kTR3)->SourceTitle, "A:B.TR2");
+    EXPECT_EQ(CutWasLine(lines[0], kTR3)->Names.EditorName, "a:b");
+    for (const char* line : {"", "a", "a:Z:\\TOMB2\\X\\b", "a:Z:\\TOMB3\\", "a:Z:\\TOMB3\\b"})
+        EXPECT_FALSE(CutWasLine(line, kTR3)) << line;
+    EXPECT_EQ(GameOfWas("x\r\na:Z:\\TOMB5\\"), kTR5);
+    for (const char* text : {"", ":Z:\\TOMB", ":Z:\\TOMB6\\", ":Z:\\TOMB0", ":z:\\TOMB1"})
+        EXPECT_EQ(GameOfWas(text), kNoLevel) << text;
+}
+
+/// Reads a saved set back and compares it with the one that was made of its level. In sets of IV
+/// and V the default files stand for sounds and sprites, and so do those for sprites in others.
+void ExpectSameReadBack(Conversion& run, const std::string& level)
+{
+    const Session& program = run.Program;
+    auto made = ConvertLevel(
+        program.Level, program.Names, program.LevelTitle,
+        {.UpdateHorizon = run.Host.SkyFixTicked, .ExportSprites = run.Host.ExpSprTicked},
+        run.Program.Report);
+    ASSERT_TRUE(made) << level;
+    EXPECT_TRUE(run.Save()) << level;
+    const ObjectSet read = run.Set();
+    if (made->Sounds && HasMainSFX(made->Game))
+        ListSetSamples(*made, [&](std::int32_t sample) {
+            return program.MainSFX.WaveOf(FindIn(made->Sounds->SampleIndices, sample));
+        });
+    if (!made->Sounds)
+        made->Sounds = read.Sounds;
+    if (!made->Sprites)
+        made->Sprites = read.Sprites;
+    EXPECT_EQ(DifferenceOf(*made, read), "") << level;
+}
+
+TEST(ObjectSets, ReadBackAreThoseThatWereMade)
+{
+    for (const VersionCode game : kGames) {
+        for (const bool ticked : {false, true}) {
+            Conversion run;
+            run.CopyDataFiles();
+            run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
+            WriteWholeFile(run.Folder.File("main.sfx"),
+                           samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+            if (ticked)
+                run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
+            ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+            ExpectSameReadBack(run, LevelName(game));
+        }
+    }
+}
+
+TEST(ObjectSets, OfRealLevelsReadBackAreThoseThatWereMade)
+{
+    auto levels = RealLevels();
+    for (const std::string& level : RealLevels("modern"))
+        levels.push_back(level);
+    if (levels.empty())
+        GTEST_SKIP() << "no real levels here";
+    for (const std::string& path : levels) {
+        Conversion run;
+        run.CopyDataFiles();
+        run.Host.ExpSprTicked = true;
+        run.Program.LevelTitle = FileTitle(path);
+        LoadLevel(run.Program, path);
+        ExpectSameReadBack(run, path);
+    }
+}
+
+TEST(ObjectSets, ThatAreCutShortAreRefusedWhereTheyAreRead)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    run.Host.ExpSprTicked = true;
+    ASSERT_TRUE(run.Load(samples::MakeTinyLevel(kTR1)));
+    ASSERT_TRUE(run.Save());
+    for (const char* extension : {".wad", ".swd", ".sfx", ".was"}) {
+        const auto whole = ReadFile(run.Output(extension));
+        for (const std::size_t size : {whole.size() - 1, whole.size() / 2, std::size_t{5}}) {
+            WriteWholeFile(run.Output(extension), std::span(whole).first(size));
+            EXPECT_THROW(run.Set(), ReadFailure) << extension << ' ' << size;
+        }
+        auto longer = whole;
+        longer.push_back({});
+        WriteWholeFile(run.Output(extension), longer);
+        EXPECT_THROW(run.Set(), ReadFailure) << extension;
+        WriteWholeFile(run.Output(extension), whole);
+    }
+    EXPECT_NO_THROW(run.Set());
+}
+
+} // namespace
+
+} // namespace morlik::test
