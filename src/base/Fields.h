@@ -16,7 +16,7 @@ template <class Record, class Member>
 Record RecordOf(Member Record::*);
 } // namespace detail
 
-/// The file form of a record whose memory form is wider or padded: its fields in file order, each
+/// The layout of a record that is wider or padded in memory: its fields in file order, each
 /// as wide as in memory, without gaps. One list serves reading and writing.
 template <auto First, auto... Rest>
 struct FieldList

@@ -7,7 +7,7 @@
 namespace morlik
 {
 
-/// Form of a value in the registry.
+/// Type of a value in the registry.
 enum class RegistryType : std::uint8_t
 {
     Text,

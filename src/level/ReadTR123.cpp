@@ -216,7 +216,7 @@ void ReadTR3(LevelReading& reading)
     SkipCameras(reader);
     SkipBoxes(reader, 8, 20);
     SkipTable(reader, "animated textures", 2);
-    ReadObjectTextures(reading, "-Converting textures");
+    ReadObjectTextures(reading, "-Converting textures"); // small, in this game alone
     SkipItems(reader, 24);
     SkipCinematics(reader);
     ReadSoundMap(reading, kLayout);

@@ -8,7 +8,7 @@ namespace morlik
 namespace
 {
 
-/// File form of an animation of Tomb Raider I to III, 32 bytes.
+/// Layout of an animation in the files of Tomb Raider I to III, 32 bytes.
 using ShortAnimationFields =
     FieldList<&Animation::FrameOffset, &Animation::FrameRate, &Animation::FrameSize,
               &Animation::State, &Animation::Speed, &Animation::Accel, &Animation::FrameStart,

@@ -85,6 +85,7 @@ void RegWriteBinary(Registry& registry, std::string key, const std::string& name
 {
     const RootKey root = RootOf(key, report);
     if (root != 0 && !registry.SetValue(root, key, name, {RegistryType::Binary, data}))
+        // "Error when writing the registry": users know the box as it is.
         report.Message("Fout bij het schrijven van het register");
 }
 

@@ -9,7 +9,7 @@ namespace morlik
 {
 
 /// A thin layer over the registry that names a key by one text, root and path together, such as
-/// "HKEY_LOCAL_MACHINE\software\Torvand", and knows two forms of values. Both hold one byte for
+/// "HKEY_LOCAL_MACHINE\software\Torvand", and knows two types of values. Both hold one byte for
 /// each character, without a terminator.
 
 /// Result of a read that failed.
