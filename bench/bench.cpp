@@ -1,7 +1,8 @@
-// Times the conversion of levels against its floor: a program that reads the same bytes, inflates
-// the same streams and writes as many bytes. The two take turns, so that both see the same machine;
-// what counts is the ratio of the medians of their CPU time. The memory is the most that either of
-// the conversion and this program had at a time, so that small figures are this program's own.
+// Times the conversion of levels against two floors: programs that read the same bytes, inflate the
+// same streams and write as many bytes, a plain one and one with the libraries and the link of
+// morlik-cli (see floor.cpp). The three take turns, so that all see the same machine; what counts
+// are the ratios of the medians of their CPU time. The memory is the most that either of the
+// conversion and this program had at a time, so that small figures are this program's own.
 // Then what the size of a level costs, what a second processor brings, and the start of the window.
 // usage: morlik-bench [RUNS [LEVEL...]]; without levels, the samples and those of MORLIK_LEVELS.
 
@@ -36,7 +37,7 @@ using morlik::bench::Usage;
 
 constexpr double kMiB = 1024.0 * 1024.0;
 
-/// What the floor does, and how much memory the goal allows.
+/// What the floors do, and how much memory the goal allows.
 struct FloorPlan
 {
     std::vector<std::string> Steps;
@@ -112,15 +113,18 @@ std::vector<double> PhaseTimes(const std::string& level, const std::string& set,
 
 void PrintHead(int runs)
 {
-    std::printf("CPU time of a conversion and of its floor in ms, medians of %d runs;\n"
-                "then where the time of the clock goes\n\n%-14s %7s %7s %6s %9s",
-                runs, "level", "taken", "floor", "ratio", "peak MiB");
+    std::printf(
+        "CPU time of a conversion in ms, then that of each floor and how many times as much\n"
+        "the conversion takes: \"plain\" has zlib and shared libraries, \"honest\" all that\n"
+        "morlik-cli has. Then where the time of the clock goes. Medians of %d runs.\n\n"
+        "%-14s %7s %7s %6s %7s %6s %9s",
+        runs, "level", "taken", "plain", "times", "honest", "times", "peak MiB");
     for (const char* phase : kPhases)
         std::printf(" %8s", phase);
     std::printf("\n");
 }
 
-/// Writing over files costs other times than creating them; both sides create theirs.
+/// Writing over files costs other times than creating them; all sides create theirs.
 void Empty(const fs::path& folder)
 {
     fs::remove_all(folder);
@@ -132,7 +136,6 @@ void Measure(const std::string& level, int runs, const fs::path& scratch)
     const auto bin = morlik::ProgramFolder();
     const auto output = scratch / "set";
     Empty(output);
-    Empty(scratch / "floor");
     const std::vector<std::string> convert{bin / "morlik-cli", "convert", level, "-o",
                                            output / "set.was"};
     if (!RunProcess(convert).Good) {
@@ -140,24 +143,37 @@ void Measure(const std::string& level, int runs, const fs::path& scratch)
         return;
     }
     const auto plan = MakePlan(level, output);
-    std::vector<std::string> floor{bin / "morlik-floor", level, scratch / "floor"};
-    floor.insert(floor.end(), plan.Steps.begin(), plan.Steps.end());
+    constexpr std::array<const char*, 2> kFloors{"morlik-floor", "morlik-floor-honest"};
+    std::array<std::vector<std::string>, kFloors.size()> floors;
+    for (std::size_t i = 0; i < kFloors.size(); ++i) {
+        floors[i] = {bin / kFloors[i], level, scratch / kFloors[i]};
+        floors[i].insert(floors[i].end(), plan.Steps.begin(), plan.Steps.end());
+    }
 
     std::vector<double> convertTimes;
-    std::vector<double> floorTimes;
+    std::array<std::vector<double>, kFloors.size()> floorTimes;
     double peak = 0;
     for (int run = 0; run < runs; ++run) {
         Empty(output);
-        Empty(scratch / "floor");
+        for (const char* name : kFloors)
+            Empty(scratch / name);
         const Usage used = RunProcess(convert);
         convertTimes.push_back(used.CpuMilliseconds);
-        floorTimes.push_back(RunProcess(floor).CpuMilliseconds);
         peak = std::max(peak, used.PeakMiB);
+        for (std::size_t i = 0; i < kFloors.size(); ++i) {
+            const Usage floor = RunProcess(floors[i]);
+            if (!floor.Good)
+                throw std::runtime_error(std::string("Can't run ") + kFloors[i]);
+            floorTimes[i].push_back(floor.CpuMilliseconds);
+        }
     }
     const double taken = Median(convertTimes);
-    const double least = Median(floorTimes);
-    std::printf("%-14s %7.2f %7.2f %6.2f %4.1f/%4.1f", morlik::FileTitle(level).c_str(), taken,
-                least, taken / least, peak, plan.GoalMiB);
+    std::printf("%-14s %7.2f", morlik::FileTitle(level).c_str(), taken);
+    for (const auto& times : floorTimes) {
+        const double least = Median(times);
+        std::printf(" %7.2f %6.2f", least, taken / least);
+    }
+    std::printf(" %4.1f/%4.1f", peak, plan.GoalMiB);
     for (const double time : PhaseTimes(level, output / "set.was", std::min(runs, 21)))
         std::printf(" %8.3f", time);
     std::printf("\n");
