@@ -37,7 +37,16 @@ public:
     std::span<const std::byte> Bytes() const { return {data_.get(), size_}; }
 
 private:
-    std::unique_ptr<std::byte[]> data_; // NOLINT(modernize-avoid-c-arrays): left uninitialised
+    struct Free
+    {
+        bool LargePages;
+        void operator()(std::byte* bytes) const;
+    };
+    using Memory = std::unique_ptr<std::byte, Free>; // left uninitialised
+
+    static Memory Allocate(std::size_t size);
+
+    Memory data_;
     std::size_t size_ = 0;
 };
 
