@@ -1,10 +1,10 @@
 // The floors of a conversion: each reads the level, inflates its streams and writes files of the
-// same sizes, and does nothing else. `morlik-floor` is what comes to mind first: zlib, vectors, the
-// system's shared libraries. `morlik-floor-honest`, built with MORLIK_HONEST, has all that makes
-// the conversion fast: its library for the streams, buffers that nothing clears, its way to link.
+// same sizes, and does nothing else. `morlik-floor` is what comes to mind first: zlib, cleared
+// buffers, the system's shared libraries. `morlik-floor-honest`, built with MORLIK_HONEST, has the
+// conversion's library for the streams, its way to link and buffers that nothing clears, but takes
+// memory in the pages that every program gets.
+//
 // usage: morlik-floor LEVEL OUTPUT_FOLDER (inflate=OFFSET,COMPRESSED,INFLATED | write=SIZE)...
-
-#include "base/Uninitialised.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -12,7 +12,6 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <vector>
 #include <zlib.h>
 
 #ifdef MORLIK_LIBDEFLATE
@@ -22,18 +21,28 @@
 namespace
 {
 
+struct Buffer
+{
+    explicit Buffer(std::size_t size)
 #ifdef MORLIK_HONEST
-using Buffer = morlik::UninitialisedVector<char>;
+        : Bytes(std::make_unique_for_overwrite<char[]>(size)), // NOLINT(modernize-avoid-c-arrays)
 #else
-using Buffer = std::vector<char>;
+        : Bytes(std::make_unique<char[]>(size)), // NOLINT(modernize-avoid-c-arrays)
 #endif
+          Size(size)
+    {
+    }
+
+    std::unique_ptr<char[]> Bytes; // NOLINT(modernize-avoid-c-arrays)
+    std::size_t Size;
+};
 
 Buffer ReadAll(const char* path)
 {
     std::ifstream file(path, std::ios::binary | std::ios::ate);
     Buffer bytes(static_cast<std::size_t>(file.tellg()));
     file.seekg(0);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.read(bytes.Bytes.get(), static_cast<std::streamsize>(bytes.Size));
     return bytes;
 }
 
@@ -48,19 +57,20 @@ void Inflate(const Buffer& level, const char* numbers)
 #ifdef MORLIK_LIBDEFLATE
     using Inflater = std::unique_ptr<libdeflate_decompressor, void (*)(libdeflate_decompressor*)>;
     const Inflater inflater(libdeflate_alloc_decompressor(), libdeflate_free_decompressor);
-    libdeflate_zlib_decompress(inflater.get(), level.data() + offset, compressed, target.data(),
-                               target.size(), nullptr);
+    libdeflate_zlib_decompress(inflater.get(), level.Bytes.get() + offset, compressed,
+                               target.Bytes.get(), target.Size, nullptr);
 #else
-    uncompress(reinterpret_cast<Bytef*>(target.data()), &inflated,
-               reinterpret_cast<const Bytef*>(level.data()) + offset, compressed);
+    uncompress(reinterpret_cast<Bytef*>(target.Bytes.get()), &inflated,
+               reinterpret_cast<const Bytef*>(level.Bytes.get()) + offset, compressed);
 #endif
 }
 
 void Write(const Buffer& level, const std::string& path, std::size_t size)
 {
     std::ofstream file(path, std::ios::binary);
-    for (std::size_t at = 0; at < size; at += level.size())
-        file.write(level.data(), static_cast<std::streamsize>(std::min(size - at, level.size())));
+    for (std::size_t at = 0; at < size; at += level.Size)
+        file.write(level.Bytes.get(),
+                   static_cast<std::streamsize>(std::min(size - at, level.Size)));
 }
 
 } // namespace
