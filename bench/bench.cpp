@@ -115,8 +115,8 @@ void PrintHead(int runs)
 {
     std::printf(
         "CPU time of a conversion in ms, then that of each floor and how many times as much\n"
-        "the conversion takes: \"plain\" has zlib and shared libraries, \"honest\" all that\n"
-        "morlik-cli has. Then where the time of the clock goes. Medians of %d runs.\n\n"
+        "the conversion takes: \"plain\" has zlib and shared libraries, \"honest\" the library\n"
+        "and the link of morlik-cli. Then where the time of the clock goes. Medians of %d runs.\n\n"
         "%-14s %7s %7s %6s %7s %6s %9s",
         runs, "level", "taken", "plain", "times", "honest", "times", "peak MiB");
     for (const char* phase : kPhases)
