@@ -4,13 +4,8 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <new>
 #include <system_error>
 #include <utility>
-
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
 
 namespace morlik
 {
@@ -20,38 +15,12 @@ namespace
 
 constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
 
-/// What most processors have beside pages of 4 KiB.
-constexpr std::size_t kLargePageBytes = std::size_t{2} << 20U;
-constexpr std::align_val_t kLargePage{kLargePageBytes};
-
 std::string LastReason()
 {
     return errno != 0 ? std::generic_category().message(errno) : "unknown reason";
 }
 
 } // namespace
-
-void FileBytes::Free::operator()(std::byte* bytes) const
-{
-    if (LargePages)
-        ::operator delete(bytes, kLargePage);
-    else
-        ::operator delete(bytes);
-}
-
-/// Memory for a whole file, in large pages where the system has them and the file fills a good part
-/// of one: the system gives fresh memory page by page, and small ones take longer than the read.
-FileBytes::Memory FileBytes::Allocate(std::size_t size)
-{
-    if (size < kLargePageBytes / 4)
-        return Memory(static_cast<std::byte*>(::operator new(size)), {false});
-    const auto whole = (size + kLargePageBytes - 1) / kLargePageBytes * kLargePageBytes;
-    Memory memory(static_cast<std::byte*>(::operator new(whole, kLargePage)), {true});
-#ifdef __linux__
-    madvise(memory.get(), whole, MADV_HUGEPAGE); // refused where there are none
-#endif
-    return memory;
-}
 
 FileBytes FileBytes::Load(const std::string& path, std::size_t most)
 {
@@ -72,9 +41,9 @@ FileBytes FileBytes::Load(const std::string& path, std::size_t most)
         throw FileFailure("open", path, LastReason());
 
     FileBytes file;
-    file.data_ = Allocate(static_cast<std::size_t>(size));
-    stream.read(reinterpret_cast<char*>(file.data_.get()), static_cast<std::streamsize>(size));
-    file.size_ = static_cast<std::size_t>(stream.gcount());
+    file.data_.resize(static_cast<std::size_t>(size));
+    stream.read(reinterpret_cast<char*>(file.data_.data()), static_cast<std::streamsize>(size));
+    file.data_.resize(static_cast<std::size_t>(stream.gcount()));
     if (stream.bad())
         throw FileFailure("open", path, LastReason());
     return file;

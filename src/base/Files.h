@@ -2,9 +2,9 @@
 
 #include "base/Bytes.h"
 #include "base/PhaseTimes.h"
+#include "base/Uninitialised.h"
 
 #include <fstream>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -34,20 +34,10 @@ public:
     /// memory.
     static constexpr std::size_t kMostBytes = std::size_t{512} << 20U;
 
-    std::span<const std::byte> Bytes() const { return {data_.get(), size_}; }
+    std::span<const std::byte> Bytes() const { return data_; }
 
 private:
-    struct Free
-    {
-        bool LargePages;
-        void operator()(std::byte* bytes) const;
-    };
-    using Memory = std::unique_ptr<std::byte, Free>; // left uninitialised
-
-    static Memory Allocate(std::size_t size);
-
-    Memory data_;
-    std::size_t size_ = 0;
+    UninitialisedVector<std::byte> data_;
 };
 
 /// A binary output file. Failures to open, write or close are `FileFailure`s. Without `Close` the

@@ -2,11 +2,18 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <type_traits>
 #include <vector>
 
 namespace morlik
 {
+
+/// Memory of that many bytes, in large pages where the system has them and much is asked for. The
+/// system gives fresh memory page by page, and with small ones that takes longer than to fill them.
+void* TakeMemory(std::size_t bytes);
+/// Gives back what `TakeMemory` gave for as many bytes.
+void GiveBackMemory(void* memory, std::size_t bytes) noexcept;
 
 /// Lets the new elements of a vector as they are. For buffers of many megabytes that something
 /// fills at once: to clear them first takes as long as a tenth of an inflation.
@@ -20,6 +27,17 @@ struct UninitialisedAllocator : std::allocator<Element>
     {
         using other = UninitialisedAllocator<Other>;
     };
+
+    Element* allocate(std::size_t count)
+    {
+        if (count > std::allocator_traits<std::allocator<Element>>::max_size(*this))
+            throw std::bad_alloc();
+        return static_cast<Element*>(TakeMemory(count * sizeof(Element)));
+    }
+    void deallocate(Element* elements, std::size_t count) noexcept
+    {
+        GiveBackMemory(elements, count * sizeof(Element));
+    }
 
     void construct(Element*) const noexcept {}
     template <class... Arguments>

@@ -149,8 +149,9 @@ std::vector<Outcome> WorkOnAll(const std::vector<Job>& jobs, const ConvertOption
             });
         }
     };
-    const auto processors = std::max(1U, std::thread::hardware_concurrency());
-    const auto wanted = options.Jobs != 0 ? options.Jobs : processors;
+    auto wanted = options.Jobs;
+    if (wanted == 0 && jobs.size() > 1) // to ask costs a single level too much
+        wanted = std::max(1U, std::thread::hardware_concurrency());
     std::vector<std::thread> threads;
     try {
         while (threads.size() + 1 < std::min<std::size_t>(wanted, jobs.size()))

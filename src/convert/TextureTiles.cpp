@@ -13,6 +13,8 @@ namespace
 
 constexpr std::int32_t kSquareSide = 4;
 constexpr std::int32_t kSquaresPerRow = kTileSide / kSquareSide;
+constexpr std::int32_t kPaletteRows =
+    (std::int32_t{kNumPaletteTextures} + kSquaresPerRow - 1) / kSquaresPerRow * kSquareSide;
 constexpr std::uint8_t kFlipMark = 0xff;
 
 /// Left column and top row of square `number` in the palette tile.
@@ -40,11 +42,11 @@ void PaintSquare(TilePixels& tile, std::size_t number, const Rgb& colour)
                         colour.data(), kPixelBytes);
 }
 
-/// The palette tile is black where no square lies. Square 256 is black too, square 257 magenta,
-/// but for Tomb Raider I, which has no horizon to repaint.
-TilePixels PaletteTile(const LevelData& level)
+/// The rows of the palette tile that squares lie on; it is black where none does, and below. Square
+/// 256 is black too, square 257 magenta, but for Tomb Raider I, which has no horizon to repaint.
+TilePixels PaletteRows(const LevelData& level)
 {
-    TilePixels tile(kTileBytes);
+    TilePixels tile(std::size_t{kPaletteRows} * kRowBytes);
     const bool isFirstGame = level.Version == kTR1;
     for (std::size_t i = 0; i < 256; ++i) {
         const Colour6& dim = level.Palette[i];
@@ -67,7 +69,7 @@ public:
         : pixels_(level, PixelOrder::Rgb),
           firstRow_(std::int64_t{tiles.First} * kTileSide),
           numRows_(std::int64_t{tiles.Count()} * kTileSide),
-          palette_(IsOlderGame(level.Version) ? PaletteTile(level) : TilePixels())
+          palette_(IsOlderGame(level.Version) ? PaletteRows(level) : TilePixels())
     {
     }
 
@@ -75,9 +77,11 @@ public:
     {
         if (row < numRows_)
             pixels_.ConvertRow(firstRow_ + row, out);
-        else
+        else if (row - numRows_ < kPaletteRows)
             std::memcpy(out, &palette_[static_cast<std::size_t>(row - numRows_) * kRowBytes],
                         kRowBytes);
+        else
+            std::memset(out, 0, kRowBytes);
     }
 
 private:

@@ -7,7 +7,10 @@ namespace morlik
 std::filesystem::path ProgramFolder()
 {
     const auto chosen = Environment("MORLIK_FOLDER");
-    return chosen.empty() ? ExecutablePath().parent_path() : ToPath(chosen);
+    if (!chosen.empty())
+        return ToPath(chosen);
+    static const auto kOwn = ExecutablePath().parent_path();
+    return kOwn;
 }
 
 } // namespace morlik

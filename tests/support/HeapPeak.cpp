@@ -18,17 +18,39 @@ constexpr std::size_t kHead = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 
 } // namespace
 
-void* operator new(std::size_t size)
+/// Counts a fresh block whose head is of that size.
+static void* Counted(void* fresh, std::size_t size, std::size_t head)
 {
-    auto* const block = static_cast<std::byte*>(std::malloc(size + kHead));
+    auto* const block = static_cast<std::byte*>(fresh);
     if (block == nullptr)
         throw std::bad_alloc();
     *reinterpret_cast<std::size_t*>(block) = size;
     const auto now = live += size;
     for (auto before = most.load(); before < now && !most.compare_exchange_weak(before, now);)
         ; // another thread came in between
-    return block + kHead;
+    return block + head;
 }
+
+void* operator new(std::size_t size)
+{
+    return Counted(std::malloc(size + kHead), size, kHead);
+}
+
+#ifndef _WIN32
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    const auto head = static_cast<std::size_t>(alignment);
+    const auto whole = (size + 2 * head - 1) / head * head;
+    return Counted(std::aligned_alloc(head, whole), size, head);
+}
+
+void operator delete(void* pointer, std::align_val_t alignment) noexcept
+{
+    auto* const block = static_cast<std::byte*>(pointer) - static_cast<std::size_t>(alignment);
+    live -= *reinterpret_cast<std::size_t*>(block);
+    std::free(block);
+}
+#endif
 
 void operator delete(void* pointer) noexcept
 {
