@@ -46,6 +46,7 @@ std::vector<std::byte> MakeWav(double hertz, double seconds)
     const auto dataBytes = narrow<std::uint32_t>(tone.size() * kSampleBytes);
 
     ByteWriter out;
+    out.Reserve(kHeaderBehindLength + 8 + dataBytes);
     PutText(out, "RIFF");
     out.Put(dataBytes + kHeaderBehindLength);
     PutText(out, "WAVEfmt ");

@@ -136,7 +136,7 @@ TEST(Check, FindsEachFaultOfASet)
         {[](Set& s) { s.Sam.pop_back(); }, " lines for "},
         {[](Set& s) { s.Was[0] = "LARA"; }, "Line 1 has no source path"},
         {[](Set& s) { s.Was.pop_back(); }, " static meshes"},
-        {[](Set& s) { s.Was.back().insert(0, "X"); }, " has two names for one object"}};
+        {[](Set& s) { s.Was.back() = "X" + s.Was.back(); }, " has two names for one object"}};
     const Set good(kTR1);
     EXPECT_EQ(ComplaintsOf(good), "");
     for (const Case& fault : cases) {
