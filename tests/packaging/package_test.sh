@@ -53,6 +53,7 @@ converts() {
 }
 
 make_packages() {
+    mkdir -p "$build" # for the log: nothing is there yet in a fresh clone
     umask 022 # the folders of the packages take their rights from it
     {
         cmake --preset package
@@ -93,6 +94,8 @@ check_trees() {
     version=$(dpkg-deb -f "$deb" Version)
     [[ $version == "$("$tree/bin/morlik-cli" --version | sed 's/^[^0-9]*//')".* ]] ||
         fail "The package is $version, the program is not"
+    grep -q "^## \[$version\]" "$tree/share/doc/morlik/CHANGELOG.md" ||
+        fail "The changelog does not tell of $version"
     [[ $(dpkg-deb -f "$deb" Depends) == *libqt6widgets6* ]] || fail "The .deb lacks dependencies"
 }
 
