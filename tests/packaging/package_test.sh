@@ -8,10 +8,6 @@ work=$(mktemp -d)
 chmod 755 "$work"
 converted=0 skipped=
 
-# No display, and no settings or data files but those of the packages.
-export HOME=$work/home XDG_STATE_HOME=$work/home/state QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
-unset DISPLAY WAYLAND_DISPLAY MORLIK_FOLDER XDG_CONFIG_HOME XDG_CONFIG_DIRS
-
 finish() {
     local status=$?
     chmod -R u+w "$work"
@@ -66,6 +62,15 @@ make_packages() {
     ls -sh "$deb" "$tarball"
 }
 
+# From here on no display, and no settings or data files but those of the packages. The build had
+# the user's own folder, where a cache of the compiler may stand.
+leave_home() {
+    export HOME=$work/home XDG_STATE_HOME=$work/home/state
+    export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
+    unset DISPLAY WAYLAND_DISPLAY MORLIK_FOLDER XDG_CONFIG_HOME XDG_CONFIG_DIRS
+    mkdir -m 777 "$HOME"
+}
+
 unpack() {
     tree=$work/root/usr
     portable="$work/zamek łódź"
@@ -77,7 +82,6 @@ unpack() {
     [ -d "$portable" ] || fail "Not one folder at the top of $tarball"
     [ "$(id -u)" -ne 0 ] || chown -R 65534 "$portable"
     ln -s "$portable/bin/morlik-cli" "$work/linked-cli"
-    mkdir -m 777 "$HOME"
 }
 
 check_trees() {
@@ -177,6 +181,7 @@ LINES
 }
 
 make_packages
+leave_home
 unpack
 check_trees
 convert_levels
