@@ -6,7 +6,7 @@
 // Then what the size of a level costs, what a second processor brings, and the start of the window.
 // usage: morlik-bench [RUNS [LEVEL...]]; without levels, the samples and those of MORLIK_LEVELS.
 
-#include "base/Files.h"
+#include "base/OutputFile.h"
 #include "base/Text.h"
 #include "bench/Process.h"
 #include "cli/Commands.h"

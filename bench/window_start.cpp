@@ -1,6 +1,7 @@
 // Starts the window as the program does, with a sample level as its file, and ends when it has been
 // painted for the first time, so that a parent can time that from outside.
 
+#include "base/OutputFile.h"
 #include "samples/LevelWriter.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/QtHost.h"

@@ -1,6 +1,6 @@
 #include "fuzz/LevelInput.h"
 
-#include "base/Files.h"
+#include "base/OutputFile.h"
 #include "samples/LevelWriter.h"
 
 #include <array>

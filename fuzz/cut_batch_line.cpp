@@ -1,7 +1,7 @@
 // Cuts batch command lines. The paths are pieces of the line, in their order. Nothing is read or
 // written, since a line may name any file.
 
-#include "output/OutputNames.h"
+#include "set/ReadSet.h"
 #include "shell/Batch.h"
 
 #include <cstdlib>

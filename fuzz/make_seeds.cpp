@@ -2,8 +2,8 @@
 // games, and the full ones with their tiles left out where that is possible.
 // usage: morlik-fuzz-seeds FOLDER
 
-#include "base/Files.h"
 #include "base/Narrow.h"
+#include "base/OutputFile.h"
 #include "fuzz/LevelInput.h"
 #include "samples/LevelWriter.h"
 #include "samples/MainSfx.h"
@@ -57,7 +57,7 @@ samples::LevelContent FullLevel(VersionCode game)
 void WriteLevels(const Seeds& seeds)
 {
     for (const VersionCode game : kGames) {
-        const std::string name = "game" + std::to_string(game);
+        const std::string name = "game" + DigitsOf(game);
         auto fractional = samples::MakeSmallestLevel(game);
         samples::MakeFractional(fractional);
         for (const char* fuzzer : {"level", "set", "sheet"}) {
@@ -91,7 +91,7 @@ void WriteSets(const Seeds& seeds)
                 const auto file = FileBytes::Load(run.File("set." + extension));
                 input.insert(input.end(), file.Bytes().begin(), file.Bytes().end());
             }
-            seeds.Write("check", extensions[0] + std::to_string(game), input);
+            seeds.Write("check", extensions[0] + DigitsOf(game), input);
         };
         put(game, {"wad"});
         put(7, {"was"});

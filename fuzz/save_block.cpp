@@ -1,6 +1,7 @@
 // Reads and saves Tomb Raider IV levels whose level block is the input: the changes reach the
 // reader without a way through zlib.
 
+#include "base/OutputFile.h"
 #include "fuzz/LevelMutator.h"
 #include "samples/LevelWriter.h"
 

@@ -1,4 +1,4 @@
-#include "base/Files.h"
+#include "base/OutputFile.h"
 #include "base/Text.h"
 #include "platform/Platform.h"
 #include "samples/LevelWriter.h"

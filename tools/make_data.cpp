@@ -5,7 +5,7 @@
 // empty name.
 
 #include "base/Bytes.h"
-#include "base/Files.h"
+#include "base/OutputFile.h"
 #include "base/Text.h"
 
 #include <array>
@@ -91,10 +91,10 @@ void PutList(morlik::ByteSink& sink, const std::map<std::uint32_t, std::string>&
 
 void WriteCatalogue(const std::string& lists, const std::string& path)
 {
-    morlik::OutputFile file(path);
+    morlik::ByteWriter file;
     for (const List& list : kLists)
         PutList(file, ReadList(lists + "/" + list.Name), list.HasValue);
-    file.Close();
+    morlik::WriteWholeFile(path, file.Bytes());
 }
 
 void WriteDefaults(const std::string& folder)

@@ -2,6 +2,7 @@
 // none is named. QT_SCALE_FACTOR scales it; MORLIK_DARK makes the colours of the desktop dark.
 // usage: morlik-screenshot OUT.png [LEVEL]
 
+#include "base/OutputFile.h"
 #include "platform/Platform.h"
 #include "samples/LevelWriter.h"
 #include "shell/window/Main_Frm.h"

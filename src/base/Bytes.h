@@ -114,14 +114,6 @@ public:
         PutBytes(std::as_bytes(std::span(table)));
     }
 
-    /// A 32-bit count and its table.
-    template <Packed T>
-    void PutCounted(std::int32_t count, const std::vector<T>& table)
-    {
-        Put(count);
-        PutTable(table);
-    }
-
 protected:
     ByteSink() = default;
     ByteSink(const ByteSink&) = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 namespace morlik
@@ -17,6 +18,13 @@ struct FileDialog
     std::string Filter;   ///< descriptions and patterns in turn, separated by "|"
     std::string Folder;   ///< where it starts; empty where the system chooses
     std::string FileName; ///< full path of the chosen file; a cancel leaves it as it was
+};
+
+/// The end of a work that the user asked to stop.
+class Interrupted : public std::runtime_error
+{
+public:
+    Interrupted() : std::runtime_error("Stopped by the user") {}
 };
 
 /// The one way to the outside: message boxes, status, options, folders, the clock.
@@ -40,6 +48,8 @@ public:
     virtual void SetProg(float percent) = 0;
     /// A turn for the window system, so that the controls repaint.
     virtual void GiveTurn() = 0;
+    /// Whether the user asked to stop what is going on; looked at in the turns.
+    virtual bool StopRequested() const { return false; }
     /// Caption of the main window.
     virtual std::string Caption() const = 0;
     virtual void SetCaption(const std::string& text) = 0;

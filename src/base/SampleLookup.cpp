@@ -40,6 +40,12 @@ std::vector<SampleUse> ListSamples(std::span<const std::int16_t> soundMap,
     return uses;
 }
 
+std::string NameOf(VersionCode game, const SampleUse& use)
+{
+    return "TR" + DigitsOf(game) + " Sound " + std::to_string(use.Slot) + "-" +
+           std::to_string(use.Index);
+}
+
 std::size_t CountSamples(std::span<const SoundDetail> details)
 {
     return std::accumulate(details.begin(), details.end(), std::size_t{0},

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "base/Records.h"
+#include "base/VersionCode.h"
 
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace morlik
@@ -37,6 +39,9 @@ struct SampleUse
 /// The samples of all details, in the order of the details.
 std::vector<SampleUse> ListSamples(std::span<const std::int16_t> soundMap,
                                    std::span<const SoundDetail> details, SlotRule rule);
+
+/// The name of a sample, without an ending: "TR<game> Sound <slot>-<index>".
+std::string NameOf(VersionCode game, const SampleUse& use);
 
 /// How many samples `ListSamples` would list at the most.
 std::size_t CountSamples(std::span<const SoundDetail> details);

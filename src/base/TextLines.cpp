@@ -1,15 +1,29 @@
 #include "base/TextLines.h"
 
+#include "base/Text.h"
+
+#include <filesystem>
 #include <utility>
 
 namespace morlik
 {
 
-void TextLines::Open(const std::string& path)
+void TextLines::Open(const std::string& path, const std::string& shownAs)
 {
-    failure_.reset();
-    file_.reset();
-    file_.emplace(path);
+    Abandon();
+    // File systems that guard against lost files write an emptied one to the disk at once when it
+    // is closed, and a fresh one in its own time.
+    std::error_code fault;
+    if (std::filesystem::symlink_status(ToPath(path), fault).type() ==
+        std::filesystem::file_type::regular)
+        std::filesystem::remove(ToPath(path), fault);
+    file_ = &plain_.emplace(path, shownAs);
+}
+
+void TextLines::OpenNew(const std::string& path)
+{
+    Abandon();
+    file_ = &new_.emplace(path).File();
 }
 
 void TextLines::Line(std::string_view text, std::int16_t flag)
@@ -28,14 +42,29 @@ void TextLines::Flush()
 void TextLines::Close()
 {
     Keep([](OutputFile& file, std::string_view) { file.Close(); }, {});
-    file_.reset();
-    if (const auto failure = std::exchange(failure_, std::nullopt))
+    auto failure = std::exchange(failure_, std::nullopt);
+    if (new_ && !failure)
+        try {
+            new_->TakePlace();
+        } catch (const FileFailure& fault) {
+            failure = fault;
+        }
+    Abandon();
+    if (failure)
         throw FileFailure(*failure);
+}
+
+void TextLines::Abandon()
+{
+    file_ = nullptr;
+    plain_.reset();
+    new_.reset();
+    failure_.reset();
 }
 
 void TextLines::Keep(void (*write)(OutputFile&, std::string_view), std::string_view text)
 {
-    if (!file_ || failure_)
+    if (file_ == nullptr || failure_)
         return;
     try {
         write(*file_, text);

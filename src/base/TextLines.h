@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Files.h"
+#include "base/OutputFile.h"
 
 #include <optional>
 #include <string_view>
@@ -16,22 +16,27 @@ constexpr std::int16_t kEndLine = -1;
 class TextLines
 {
 public:
-    /// Creates the file, or opens it to be replaced; a `FileFailure` if that can't be done. What an
-    /// old one held is gone with the first `Flush` or at the end.
-    void Open(const std::string& path);
-    bool IsOpen() const { return file_.has_value(); }
+    /// Opens the file at `path`, in place of one that is there; a `FileFailure`, which calls it
+    /// `shownAs`, if that can't be done.
+    void Open(const std::string& path, const std::string& shownAs);
+    void Open(const std::string& path) { Open(path, path); }
+    /// The same for a file that takes its place in `Close` only.
+    void OpenNew(const std::string& path);
+    bool IsOpen() const { return file_ != nullptr; }
 
     /// Writes `text`, and ends the line if `flag` is `kEndLine`; else the next text continues it.
     void Line(std::string_view text, std::int16_t flag = kEndLine);
     void Flush();
     void Close();
     /// Ends the file as far as it is written; a failure is not told. For a save that stops.
-    void Abandon() { file_.reset(); }
+    void Abandon();
 
 private:
     void Keep(void (*write)(OutputFile&, std::string_view), std::string_view text);
 
-    std::optional<OutputFile> file_;
+    std::optional<OutputFile> plain_;
+    std::optional<NewFile> new_;
+    OutputFile* file_ = nullptr; ///< one of them, or null
     std::optional<FileFailure> failure_;
 };
 

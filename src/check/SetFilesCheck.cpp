@@ -1,3 +1,4 @@
+#include "base/FileGroup.h"
 #include "base/Files.h"
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
@@ -153,6 +154,12 @@ Complaints CheckSwd(const SpriteTables& sprites)
 SetReport CheckSet(const std::string& setBase, VersionCode game)
 {
     SetCheck check(setBase);
+    try {
+        FinishGroup(setBase + ".was");
+    } catch (const FileFailure& failure) {
+        check.Report.Problems.emplace_back(failure.what());
+        return std::move(check.Report);
+    }
     ObjectSet set;
     set.Game = game;
     const auto readLines = [](const std::string& path) {

@@ -58,11 +58,9 @@ Complaints CheckSam(const std::vector<std::string>& lines, const SoundTables& so
     if (!IsOlderGame(game))
         return {};
     Gatherer out;
-    const auto stem = "TR" + DigitsOf(game) + " Sound ";
     const auto uses = ListSamples(sounds.SoundMap, sounds.SoundDetails, SlotRule::LastOr0);
     for (std::size_t i = 0; i < std::min(uses.size(), lines.size()); ++i) {
-        const auto expected =
-            stem + std::to_string(uses[i].Slot) + "-" + std::to_string(uses[i].Index) + ".wav";
+        const auto expected = NameOf(game, uses[i]) + ".wav";
         if (lines[i] != expected)
             out.Add("Line ", i + 1, " is ", Quoted(lines[i]), ", not ", Quoted(expected));
     }

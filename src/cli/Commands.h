@@ -10,8 +10,9 @@ namespace morlik::cli
 
 /// Exit statuses.
 constexpr int kGood = 0;
-constexpr int kFailed = 1;   ///< of several files, one is enough
-constexpr int kWrongUse = 2; ///< nothing was done
+constexpr int kFailed = 1;    ///< of several files, one is enough
+constexpr int kWrongUse = 2;  ///< nothing was done
+constexpr int kStopped = 130; ///< by the user
 
 /// Where results and complaints go.
 struct Streams

@@ -6,6 +6,7 @@
 #include "cli/Plan.h"
 #include "cli/ProgressBar.h"
 #include "cli/QuietHost.h"
+#include "platform/Platform.h"
 #include "shell/MORLIK_Main.h"
 #include "shell/ObjectID_Mod.h"
 #include "shell/Session.h"
@@ -49,17 +50,17 @@ constexpr std::array<PhaseName, kNumPhases> kPhases{{{Phase::Read, "read"},
 bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
 {
     Reporter& report = session.Report;
-    if (!options.Log.empty())
-        OpenLogFile(options.Log, report);
+    if (!options.Log.empty()) {
+        report.Log.OpenNew(options.Log);
+        BeginLog(report);
+    }
     report.LogLine("Loading TR4Objects.dat");
     LoadObjectIDs("", session.Names, report);
     report.LogLine("Loading level");
     session.LevelTitle = FileTitle(job.Level);
     LoadLevel(session, job.Level);
     report.LogLine("Saving WAS");
-    const bool complete = SaveLevel(session, job.Set);
-    report.Log.Close();
-    return complete;
+    return SaveLevel(session, job.Set);
 }
 
 /// The whole work on one level. Whatever comes of it, it comes as a result.
@@ -72,6 +73,12 @@ Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(f
     Session session(host);
     Outcome outcome;
     outcome.Complete = host.Try([&] { return ConvertOne(job, options, session); });
+    outcome.Complete &= host.Try([&] {
+        session.Report.Log.Close();
+        return true;
+    });
+    if (!outcome.Complete && host.StopRequested())
+        host.Messages.emplace_back("Stopped by the user");
     const auto note = NoteOnSounds(session, job.MainSFX, job.MainSFX != options.MainSFX);
     if (outcome.Complete && !note.empty())
         host.Messages.push_back(note);
@@ -137,7 +144,8 @@ std::vector<Outcome> WorkOnAll(const std::vector<Job>& jobs, const ConvertOption
     std::size_t printed = 0;
     ProgressBar bar(streams, jobs.size());
     const auto work = [&] {
-        for (std::size_t i = next++; i < jobs.size(); i = next++) {
+        for (std::size_t i = next++; i < jobs.size() && !InterruptScope::IsRequested();
+             i = next++) {
             auto outcome =
                 Work(jobs[i], options, [&bar, i](float percent) { bar.Set(i, percent); });
             bar.Set(i, 100);
@@ -176,6 +184,10 @@ int Convert(const ConvertOptions& options, const Streams& streams)
     }
     MakeFolder(ToPath(jobs[0].Set).parent_path());
     const auto outcomes = WorkOnAll(jobs, options, streams);
+    const auto numDone = std::ranges::count(outcomes, true, &Outcome::IsDone);
+    if (std::cmp_less(numDone, jobs.size()))
+        streams.Errors << "Stopped by the user: " << numDone << " of " << jobs.size()
+                       << " levels were begun\n";
     if (options.Json) {
         auto list = nlohmann::ordered_json::array();
         for (std::size_t i = 0; i < jobs.size(); ++i)
@@ -184,6 +196,8 @@ int Convert(const ConvertOptions& options, const Streams& streams)
     }
     const bool good = std::all_of(outcomes.begin(), outcomes.end(),
                                   [](const Outcome& outcome) { return outcome.Complete; });
+    if (!good && InterruptScope::IsRequested())
+        return kStopped;
     return good ? kGood : kFailed;
 }
 

@@ -11,6 +11,7 @@ int main(int argc, char** argv)
     using namespace morlik;
     TakeFaultsAsErrors();
     const ConsoleTexts console;
+    const InterruptScope interrupts;
     try {
         const int status = cli::RunCommandLine(Arguments(argc, argv),
                                                {std::cout, std::cerr, ErrorsGoToATerminal()});

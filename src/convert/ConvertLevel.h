@@ -19,7 +19,8 @@ struct ConvertChoices
     bool ExportSprites = false; ///< the level's own sprites, Tomb Raider I to III
 };
 
-/// Stages of a conversion, each told as it begins.
+/// Stages of a conversion, each told as it begins, for the status of a save. All games go through
+/// all of them.
 enum class ConvertStage : std::uint8_t
 {
     Meshes,

@@ -35,19 +35,19 @@ bool AnyAbove(const RawMesh& mesh, const RawFace& face, std::size_t corners)
 
 } // namespace
 
-HorizonUpdate::HorizonUpdate(const LevelData& level, std::int32_t colourBase, bool skyFix,
+HorizonUpdate::HorizonUpdate(const LevelData& level, std::int32_t colourBase, bool updateHorizon,
                              std::vector<std::string>& info)
     : level_(level),
       black_(Word(colourBase + kBlackSquare)),
       magenta_(Word(colourBase + kMagentaSquare)),
-      skyFix_(skyFix),
+      updateHorizon_(updateHorizon),
       info_(info)
 {
 }
 
 void HorizonUpdate::Rectangle(const RawMesh& mesh, const RawFace& raw, WadFace& face) const
 {
-    if (skyFix_ && AnyAbove(mesh, raw, 4))
+    if (updateHorizon_ && AnyAbove(mesh, raw, 4))
         face.Texture = magenta_;
 }
 
@@ -56,7 +56,7 @@ void HorizonUpdate::Triangle(const RawMesh& mesh, const RawFace& raw, WadFace& f
     // The part below the horizon line turns black in Tomb Raider III, ticked box or not.
     if (level_.Version == kTR3 && AnyY(mesh, raw, 3, [](std::int16_t y) { return y > 0; }))
         face.Texture = black_;
-    if (!skyFix_ || face.Texture == black_)
+    if (!updateHorizon_ || face.Texture == black_)
         return;
     const Colour8& colour = level_.Palette16[static_cast<std::uint16_t>(raw.Texture) >> 8U];
     const bool bright = colour.R != 0 && colour.G != 0 && colour.B != 0;

@@ -17,8 +17,8 @@ class HorizonUpdate
 {
 public:
     /// For one mesh. `colourBase` is the texture number of the first colour square; without
-    /// `skyFix` hardly anything is repainted. What was done goes to `info`, line by line.
-    HorizonUpdate(const LevelData& level, std::int32_t colourBase, bool skyFix,
+    /// `updateHorizon` hardly anything is repainted. What was done goes to `info`, line by line.
+    HorizonUpdate(const LevelData& level, std::int32_t colourBase, bool updateHorizon,
                   std::vector<std::string>& info);
 
     /// Repaints a coloured face just built from `raw`. A vertex index outside `mesh` is a
@@ -36,7 +36,7 @@ private:
     const LevelData& level_;
     std::int16_t black_;
     std::int16_t magenta_;
-    bool skyFix_;
+    bool updateHorizon_;
     bool textWritten_ = false;
     std::vector<std::string>& info_;
 };

@@ -57,7 +57,8 @@ void SkipRooms(LevelReading& reading)
     SkipTable(reader, "floor data", 2);
 }
 
-/// The editor has ten more static meshes in front of those that this game counts from 50 on.
+/// The catalogue has ten more static meshes in front of those that this game counts from 50 on: the
+/// IDs are brought to it here, so that the object list shows their names.
 void RenumberStatics(LevelData& level)
 {
     for (StaticMesh& mesh : level.StaticMeshes)

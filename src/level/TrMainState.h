@@ -34,8 +34,8 @@ static_assert(sizeof(ObjectTexture) == 20);
 struct ObjectTextureTR45
 {
     std::int16_t Attribute = 0;
-    std::int16_t Tile = 0; ///< bit 15 marks a triangle
-    std::int16_t NewFlags = 0;
+    std::int16_t Tile = 0;     ///< bit 15 marks a triangle
+    std::int16_t NewFlags = 0; ///< read and not used
     std::array<TextureCorner, 4> Corners{};
     std::int32_t Width = 0;  ///< last pixel column less first
     std::int32_t Height = 0; ///< last pixel row less first

@@ -1,6 +1,6 @@
 #include "picture/PNG.h"
 
-#include "base/Files.h"
+#include "base/OutputFile.h"
 #include "picture/TGA_Mod.h"
 
 #ifdef MORLIK_PNG

@@ -1,7 +1,7 @@
 #include "picture/TGA_Mod.h"
 
-#include "base/Files.h"
 #include "base/Narrow.h"
+#include "base/OutputFile.h"
 #include "convert/Pixels.h"
 
 #include <algorithm>
@@ -145,10 +145,10 @@ bool SaveTGA(const std::string& fileName, const LevelData& level, Reporter& repo
         return false;
     try {
         const auto parts = PartsOf(level);
-        OutputFile file(fileName);
-        file.Put(TgaHeader{.Height = Word(parts[0].NumRows + parts[1].NumRows)});
-        file.PutBytes(SheetRows(level, report.TheHost()));
-        file.Close();
+        NewFile file(fileName);
+        file.File().Put(TgaHeader{.Height = Word(parts[0].NumRows + parts[1].NumRows)});
+        file.File().PutBytes(SheetRows(level, report.TheHost()));
+        file.TakePlace();
         return true;
     } catch (const FileFailure& failure) {
         report.Message(failure.what());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Host.h"
+#include "platform/Platform.h"
 
 #include <ostream>
 
@@ -35,6 +36,7 @@ public:
     void SetEvent(const std::string& /*text*/) override {}
     void SetProg(float /*percent*/) override {}
     void GiveTurn() override {}
+    bool StopRequested() const override { return InterruptScope::IsRequested(); }
     std::string Caption() const override { return {}; }
     void SetCaption(const std::string& /*text*/) override {}
     void Beep() override {}

@@ -32,6 +32,24 @@ std::vector<std::string> Arguments(int argc, const char* const* argv);
 /// but no other file takes their numbers and with them what is printed.
 void TakeFaultsAsErrors();
 
+/// While one lives, a first Ctrl+C, or a first word of the system to end (SIGINT, SIGTERM), is a
+/// request to stop, which the work looks for in its turns. A second one ends the process at once,
+/// as without this. One lives at a time.
+class InterruptScope
+{
+public:
+    InterruptScope();
+    InterruptScope(const InterruptScope&) = delete;
+    InterruptScope& operator=(const InterruptScope&) = delete;
+    ~InterruptScope();
+
+    /// Whether there was a request since the last one was made.
+    static bool IsRequested();
+};
+
+/// Exit status of a program that was asked to stop.
+constexpr int kStoppedStatus = 130;
+
 /// Whether standard error is a terminal, and not a file or another program.
 bool ErrorsGoToATerminal();
 

@@ -58,6 +58,45 @@ void TakeFaultsAsErrors()
             static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
+namespace
+{
+
+// A signal can leave its word nowhere else.
+volatile std::sig_atomic_t stopRequested = 0;
+
+void RequestStop(int /*signal*/)
+{
+    stopRequested = 1;
+}
+
+void Handle(int signal, void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
+    static_cast<void>(sigaction(signal, &action, nullptr));
+}
+
+} // namespace
+
+InterruptScope::InterruptScope()
+{
+    stopRequested = 0;
+    Handle(SIGINT, RequestStop);
+    Handle(SIGTERM, RequestStop);
+}
+
+InterruptScope::~InterruptScope()
+{
+    Handle(SIGINT, SIG_DFL);
+    Handle(SIGTERM, SIG_DFL);
+}
+
+bool InterruptScope::IsRequested()
+{
+    return stopRequested != 0;
+}
+
 bool ErrorsGoToATerminal()
 {
     return isatty(STDERR_FILENO) != 0;

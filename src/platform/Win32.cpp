@@ -3,6 +3,7 @@
 #include "platform/Win32Text.h"
 
 #include <array>
+#include <atomic>
 #include <cstdio>
 #include <io.h>
 #include <memory>
@@ -50,6 +51,36 @@ std::filesystem::path StateFolder()
 void TakeFaultsAsErrors()
 {
     // a limit here is an error from the start
+}
+
+namespace
+{
+
+// The system calls the handler in a thread of its own.
+std::atomic<bool> stopRequested{false};
+
+BOOL WINAPI RequestStop(DWORD event)
+{
+    const bool isFirst = !stopRequested.exchange(true);
+    return isFirst && (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) ? TRUE : FALSE;
+}
+
+} // namespace
+
+InterruptScope::InterruptScope()
+{
+    stopRequested = false;
+    SetConsoleCtrlHandler(RequestStop, TRUE);
+}
+
+InterruptScope::~InterruptScope()
+{
+    SetConsoleCtrlHandler(RequestStop, FALSE);
+}
+
+bool InterruptScope::IsRequested()
+{
+    return stopRequested;
 }
 
 bool ErrorsGoToATerminal()

@@ -1,5 +1,6 @@
 #include "set/ReadSet.h"
 
+#include "base/FileGroup.h"
 #include "base/Files.h"
 #include "base/Text.h"
 #include "set/Sounds.h"
@@ -75,6 +76,7 @@ std::shared_ptr<const FileBytes> LoadListFile(const std::string& path)
 ObjectSet ReadSet(const std::string& fileName)
 {
     const SetNames names(fileName);
+    FinishGroup(names.With("was"));
     ObjectSet set;
     ReadList(names.With("was"), set);
     const auto wad = LoadSetFile(names.With("wad"));

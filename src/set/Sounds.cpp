@@ -31,15 +31,13 @@ void ListSetSamples(ObjectSet& set, const WaveOf& waveOf)
     const SoundTables& tables = *set.Sounds;
     if (CountSamples(tables.SoundDetails) > kMostSampleLines)
         throw SoundsDamaged();
-    const auto stem = "TR" + DigitsOf(set.Game) + " Sound ";
     std::map<std::string_view, Wave> waves;
     const auto uses = ListSamples(tables.SoundMap, tables.SoundDetails, SlotRule::LastOr0);
     set.Samples.clear();
     set.Samples.reserve(uses.size()); // the names stay where they are
     set.MissingSamples = 0;
     for (const SampleUse& use : uses) {
-        set.Samples.push_back(
-            {stem + std::to_string(use.Slot) + "-" + std::to_string(use.Index) + ".wav", {}});
+        set.Samples.push_back({NameOf(set.Game, use) + ".wav", {}});
         if (const Wave wave = waveOf(use.Sample))
             waves[set.Samples.back().Name] = wave;
         else
@@ -56,7 +54,7 @@ void WriteSam(TextLines& file, const std::vector<SetSample>& samples)
         file.Line(sample.Name);
 }
 
-void WriteWaves(const std::string& folder, const std::vector<SetSample>& samples)
+void WriteWaves(FileGroup& group, const std::string& folder, const std::vector<SetSample>& samples)
 {
     std::map<std::string_view, Wave> waves;
     std::size_t bytes = 0;
@@ -66,7 +64,7 @@ void WriteWaves(const std::string& folder, const std::vector<SetSample>& samples
     if (bytes > kMostWaveBytes)
         throw SoundsDamaged();
     for (const auto& [name, wave] : waves)
-        WriteWholeFile(folder + "/" + std::string(name), *wave);
+        group.Write(folder + "/" + std::string(name), *wave);
 }
 
 void WriteSfx(ByteSink& out, const ObjectSet& set)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/FileGroup.h"
 #include "base/TextLines.h"
 #include "set/ObjectSet.h"
 
@@ -37,8 +38,9 @@ void ListSetSamples(ObjectSet& set, const WaveOf& waveOf);
 /// The SAM file of Tomb Raider I to III: a line for each sample, the name of its WAV file.
 void WriteSam(TextLines& file, const std::vector<SetSample>& samples);
 
-/// The WAV files, into a folder that is there. `FileFailure` where one can't be written.
-void WriteWaves(const std::string& folder, const std::vector<SetSample>& samples);
+/// The WAV files, in `folder`, which was added to the group. `FileFailure` where one can't be
+/// written, `SoundsDamaged` for more bytes than any level has.
+void WriteWaves(FileGroup& group, const std::string& folder, const std::vector<SetSample>& samples);
 
 /// The SFX file of Tomb Raider I to III, the sound tables:
 ///

@@ -5,7 +5,8 @@
 namespace morlik
 {
 
-bool CopyDataFile(const std::string& name, const std::string& target, Reporter& report)
+bool CopyDataFile(const std::string& name, FileGroup& group, const std::string& target,
+                  Reporter& report)
 {
     FileBytes content;
     try {
@@ -15,7 +16,7 @@ bool CopyDataFile(const std::string& name, const std::string& target, Reporter& 
         report.Message("Can't find " + name);
         return false;
     }
-    WriteWholeFile(target, content.Bytes());
+    group.Write(target, content.Bytes());
     return true;
 }
 

@@ -15,6 +15,11 @@ constexpr const char* kLogName = "MORLIK.log";
 void OpenLogFile(const std::string& path, Reporter& report)
 {
     report.Log.Open(path);
+    BeginLog(report);
+}
+
+void BeginLog(Reporter& report)
+{
     report.LogLine("MORLIK v1.6");
     report.LogLine("File created on " + report.TheHost().ShortDate());
     report.LogLine(std::string(27, '-'));

@@ -24,6 +24,9 @@ void OpenLog(Reporter& report);
 /// Opens the log at `path`. `FileFailure` if it can't be created.
 void OpenLogFile(const std::string& path, Reporter& report);
 
+/// Writes the header lines of a log that was just opened.
+void BeginLog(Reporter& report);
+
 /// The text that window captions begin with, such as "MORLIK 1.7".
 std::string BuildVersionString(const VersionRecord& version);
 

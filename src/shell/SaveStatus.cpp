@@ -42,6 +42,8 @@ void SaveStatus::Prog(float percent)
 {
     TheHost().SetProg(percent);
     TheHost().GiveTurn();
+    if (TheHost().StopRequested())
+        throw Interrupted();
 }
 
 void SaveStatus::Rest()

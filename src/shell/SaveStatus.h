@@ -19,7 +19,7 @@ public:
     void Begin(ConvertStage stage);
     /// A stage of its own.
     void Stage(const std::string& event, float percent);
-    /// A percentage and a turn for the window system.
+    /// A percentage and a turn for the window system. `Interrupted` where the user asked to stop.
     void Prog(float percent);
     /// The text at rest.
     void Rest();

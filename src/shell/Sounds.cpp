@@ -1,5 +1,7 @@
 #include "shell/Sounds.h"
 
+#include "base/OutputFile.h"
+
 #include <map>
 
 namespace morlik
@@ -34,12 +36,11 @@ std::span<const std::int16_t> SlotsInUse(const LevelData& level)
 std::vector<SoundEntry> LevelSounds(const LevelData& level)
 {
     std::vector<SoundEntry> entries;
-    const auto game = "TR" + DigitsOf(level.Version) + " Sound ";
     for (const SampleUse& use :
          ListSamples(SlotsInUse(level), level.SoundDetails, SlotRule::FirstOrNone)) {
         const Sample* sample = FindIn(level.Samples, use.Sample);
         const std::size_t size = sample != nullptr ? sample->Size() : 0;
-        const auto name = game + std::to_string(use.Slot) + "-" + std::to_string(use.Index);
+        const auto name = NameOf(level.Version, use);
         entries.push_back({name, name + " (" + std::to_string(size) + " bytes)", use.Sample, size});
     }
     return entries;

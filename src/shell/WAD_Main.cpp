@@ -1,5 +1,6 @@
 #include "shell/WAD_Main.h"
 
+#include "base/FileGroup.h"
 #include "base/SampleLookup.h"
 #include "base/Text.h"
 #include "convert/ConvertLevel.h"
@@ -44,6 +45,7 @@ public:
     /// Gives whether all files of the set are there.
     bool Run()
     {
+        group_.emplace(names_.With("was"));
         if (!WriteWADFile())
             return false;
         const PhaseScope writing(report_.Times, Phase::Write);
@@ -53,17 +55,28 @@ public:
         status_.Prog(0);
         status_.Rest();
         report_.Info.Close();
+        group_->TakePlaces();
         return complete;
     }
 
 private:
+    /// Opens a binary file of the set, writes it and closes it.
+    template <class Write>
+    void WriteFile(const std::string& path, Write write)
+    {
+        OutputFile file(group_->DraftOf(path), path, &report_.Times);
+        write(file);
+        file.Close();
+    }
+
     bool WriteWADFile()
     {
-        OutputFile file(names_.With("wad"), &report_.Times);
-        report_.Info.Open(names_.Info());
+        const auto wad = names_.With("wad");
+        OutputFile file(group_->DraftOf(wad), wad, &report_.Times);
+        report_.Info.Open(group_->DraftOf(names_.Info()), names_.Info());
         report_.LogLine("Writing WAD file " + fileName_);
-        const Host& host = report_.TheHost();
-        report_.TheHost().SetProg(0);
+        Host& host = report_.TheHost();
+        host.SetProg(0);
         auto set = ConvertLevel(level_, context_.Names, context_.LevelTitle,
                                 {.UpdateHorizon = host.SkyFix(), .ExportSprites = host.ExpSpr()},
                                 report_, [this](ConvertStage stage) { status_.Begin(stage); });
@@ -81,27 +94,30 @@ private:
     {
         status_.Stage("Writing SAM", 80);
         report_.LogLine("Writing SAM file");
-        bool complete =
-            set_.Sounds ? WriteSamples() : CopyDataFile("morlik.sam", names_.With("sam"), report_);
+        bool complete = set_.Sounds ? WriteSamples() : CopyDefault("sam");
         status_.Stage("Writing SFX", 85);
         report_.LogLine("Writing SFX file");
-        if (set_.Sounds) {
-            OutputFile file(names_.With("sfx"));
-            WriteSfx(file, set_);
-            file.Close();
-        } else {
-            complete &= CopyDataFile("morlik.sfx", names_.With("sfx"), report_);
-        }
+        if (set_.Sounds)
+            WriteFile(names_.With("sfx"), [this](OutputFile& file) { WriteSfx(file, set_); });
+        else
+            complete &= CopyDefault("sfx");
         status_.Stage("Writing SWD", 90);
         return complete;
+    }
+
+    bool CopyDefault(const char* extension)
+    {
+        return CopyDataFile(std::string("morlik.") + extension, *group_, names_.With(extension),
+                            report_);
     }
 
     /// The list of the samples and their WAV files.
     bool WriteSamples()
     {
         TextLines file;
-        file.Open(names_.With("sam"));
+        file.Open(group_->DraftOf(names_.With("sam")), names_.With("sam"));
         const Answer answer = HasMainSFX(set_.Game) ? TakeMainSFX() : Answer::Read;
+        context_.FMLoad.Filter = kOpenFilter;
         WriteSam(file, set_.Samples);
         if (answer == Answer::Read)
             WriteWaveFiles();
@@ -117,7 +133,6 @@ private:
         dialog.Filter = kMainSFXFilter;
         dialog.FileName.clear();
         report_.TheHost().ShowOpen(dialog);
-        dialog.Filter = kOpenFilter;
         if (dialog.FileName.empty())
             return Answer::Cancelled;
         MainSFXState chosen;
@@ -135,10 +150,9 @@ private:
 
     void WriteWaveFiles()
     {
-        std::error_code ignored; // it may be there; what is wrong with it shows at the first file
-        std::filesystem::create_directory(ToPath(names_.SoundFolder()), ignored);
+        group_->AddFolder(names_.SoundFolder());
         try {
-            WriteWaves(names_.SoundFolder(), set_.Samples);
+            WriteWaves(*group_, names_.SoundFolder(), set_.Samples);
         } catch (const SoundsDamaged&) {
             report_.Stop("The sounds are damaged - can't continue!");
         }
@@ -152,12 +166,11 @@ private:
     {
         report_.LogLine("Writing SWD file");
         if (set_.Sprites) {
-            OutputFile file(names_.With("swd"), &report_.Times);
-            WriteSwd(file, set_, status_);
-            file.Close();
+            WriteFile(names_.With("swd"),
+                      [this](OutputFile& file) { WriteSwd(file, set_, status_); });
             return true;
         }
-        const bool copied = CopyDataFile("morlik.swd", names_.With("swd"), report_);
+        const bool copied = CopyDefault("swd");
         status_.Stage("Writing WAS", 95);
         return copied;
     }
@@ -166,7 +179,7 @@ private:
     {
         report_.LogLine("Writing WAS file");
         TextLines file;
-        file.Open(names_.With("was"));
+        file.Open(group_->DraftOf(names_.With("was")), names_.With("was"));
         WriteWas(file, set_);
         status_.Prog(100);
         file.Close();
@@ -179,6 +192,7 @@ private:
     Reporter& report_;
     SaveStatus status_;
     ObjectSet set_;
+    std::optional<FileGroup> group_; ///< the files on their way
 };
 
 /// Brings the status back to rest and the Info file to its end when a save stops on its way.
@@ -214,6 +228,9 @@ bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveCont
         return Saver(fileName, level, context).Run();
     } catch (const FileFailure& failure) {
         context.Report.Message(failure.what());
+        return false;
+    } catch (const Interrupted& stop) {
+        context.Report.LogLine(stop.what());
         return false;
     }
 }

@@ -22,7 +22,8 @@ struct SaveContext
 
 /// Saves the object set of a level: WAD, SAM, SFX and SWD file, WAS list, sounds and Info file.
 /// `fileName` ends in ".was" and names them all. Gives whether the set is complete; if not, the
-/// user has got the message. Faults of the level end the program.
+/// user has got the message. Faults of the level end the program. The files appear
+/// together at the end: whatever stops the save, a set that is there stays as it was.
 bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveContext& context);
 
 } // namespace morlik

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace morlik::test
 {
 
@@ -43,33 +47,63 @@ TEST(TextLines, EndsLinesInCrLfAndContinuesThemForAFlagOf0)
 TEST(OutputFile, KeepsTheOrderOfSmallAndLargePieces)
 {
     const TempFolder folder;
+    const std::string name = folder.File("out");
     std::vector<std::byte> expected;
-    WriteWholeFile(folder.File("out"), std::vector<std::byte>(900000)); // longer than what comes
+    WriteWholeFile(name, std::vector<std::byte>(900000)); // longer than what comes
     {
-        OutputFile file(folder.File("out"));
+        OutputFile file(name, name);
         file.Flush();
-        EXPECT_EQ(ReadFile(folder.File("out")).size(), 0U); // as a log that is read while it grows
+        EXPECT_EQ(ReadFile(name).size(), 0U); // as a log that is read while it grows
         for (const std::size_t size : {3U, 65535U, 65536U, 1U, 200000U, 65533U, 2U}) {
             const std::vector<std::byte> piece(size, static_cast<std::byte>(expected.size()));
             file.PutBytes(piece);
             expected.insert(expected.end(), piece.begin(), piece.end());
         }
-    } // not closed: what a stopped save has written stays
-    EXPECT_EQ(ReadFile(folder.File("out")), expected);
-    { // over a longer one, of which nothing stays
-        OutputFile file(folder.File("out"));
-        file.PutBytes(std::vector<std::byte>(70000));
+    } // not closed: what is buffered is written all the same
+    EXPECT_EQ(ReadFile(name), expected);
+}
+
+TEST(NewFile, TakesItsPlaceWholeOrNotAtAll)
+{
+    const TempFolder folder;
+    const std::string name = folder.File("out");
+    const std::vector<std::byte> old(9, std::byte{1});
+    const std::vector<std::byte> fresh(100000, std::byte{2});
+    const auto numFiles = [&] {
+        const std::filesystem::directory_iterator files(folder.Path());
+        return std::distance(begin(files), end(files));
+    };
+    WriteWholeFile(name, old);
+    {
+        NewFile file(name);
+        file.File().PutBytes(fresh);
     }
-    EXPECT_EQ(ReadFile(folder.File("out")), std::vector<std::byte>(70000));
-    WriteWholeFile(folder.File("out"), std::span(expected).first(3));
-    EXPECT_EQ(ReadFile(folder.File("out")).size(), 3U);
+    EXPECT_EQ(ReadFile(name), old);
+    EXPECT_EQ(numFiles(), 1);
+    std::filesystem::create_hard_link(name, folder.File("level.phd"));
+    std::filesystem::create_symlink(folder.File("level.phd"), folder.File("link"));
+    for (const std::string& place : {name, folder.File("link")}) {
+        WriteWholeFile(place, fresh); // a link is only a name
+        EXPECT_EQ(ReadFile(place), fresh);
+        EXPECT_EQ(ReadFile(folder.File("level.phd")), old);
+    }
+    EXPECT_EQ(numFiles(), 3);
+    EXPECT_EQ(FailureOf([&] { WriteWholeFile(FromPath(folder.Path()), fresh); }),
+              "Can't write " + FromPath(folder.Path()) + ": Is a directory");
+#ifndef _WIN32
+    const std::string pipe = folder.File("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+    EXPECT_EQ(FailureOf([&] { WriteWholeFile(pipe, fresh); }),
+              "Can't write " + pipe + ": It is a device or a pipe, no file");
+    EXPECT_EQ(FailureOf([&] { WriteWholeFile("/dev/null", fresh); }), ""); // meant to be written
+#endif
 }
 
 TEST(Files, TellTheFileAndTheReasonOfAFailure)
 {
     const TempFolder folder;
     const std::string missing = folder.File("missing/out");
-    EXPECT_EQ(FailureOf([&] { OutputFile file(missing); }),
+    EXPECT_EQ(FailureOf([&] { NewFile file(missing); }),
               "Can't write " + missing + ": No such file or directory");
     EXPECT_EQ(FailureOf([&] { FileBytes::Load(missing); }),
               "Can't open " + missing + ": No such file or directory");
@@ -94,8 +128,6 @@ TEST(Files, TellOfAFullDisk)
     if (!std::filesystem::exists(full))
         GTEST_SKIP() << "no file here that is always full";
     const std::string message = "Can't write /dev/full: No space left on device";
-    EXPECT_EQ(FailureOf([&] { WriteWholeFile(full, std::vector<std::byte>(10)); }), message);
-    EXPECT_EQ(FailureOf([&] { WriteWholeFile(full, std::vector<std::byte>(1000000)); }), message);
     TextLines file;
     file.Open(full);
     file.Line("a line"); // goes on without a word

@@ -85,7 +85,7 @@ struct CountRow
 {
     const char* Name;
     void (*Empty)(LevelContent&);
-    const char* Classic;
+    const char* Older;
     const char* TR4;
     const char* TR5;
 };
@@ -125,7 +125,7 @@ TEST(ReadTR, TakesCountsOf0AndLessWhereTheGameAllowsThem)
             row.Empty(level);
             LevelFile part = PartOf(level);
             const std::string expected =
-                game == kTR4 ? row.TR4 : (game == kTR5 ? row.TR5 : row.Classic);
+                game == kTR4 ? row.TR4 : (game == kTR5 ? row.TR5 : row.Older);
             for (std::size_t i = 0; i < expected.size(); ++i) {
                 part.SetCount(row.Name, -static_cast<std::int64_t>(i));
                 Conversion run;

@@ -150,7 +150,7 @@ TEST(Batch, TellsWhatItCannotDo)
               (Strings{"MORLIK: You must save it as a was file", saved}));
     EXPECT_EQ(messages("was"), (Strings{"MORLIK: You must save it as a was file", saved}));
     EXPECT_EQ(messages(run.Folder.File("none/a.was")),
-              (Strings{"MORLIK: Can't write " + run.Folder.File("none/a.wad") +
+              (Strings{"MORLIK: Can't write " + run.Folder.File("none/a.was") +
                            ": No such file or directory",
                        saved}));
     // A folder in the place of a later file of the set.

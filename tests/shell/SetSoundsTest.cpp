@@ -137,8 +137,9 @@ TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
     ASSERT_TRUE(run.Load(WithSounds(kTR1)));
     WriteWholeFile(run.Output("-Sounds"), {});
     EXPECT_FALSE(run.Save());
-    EXPECT_EQ(
-        run.Host.Messages().at(0).rfind("MORLIK: Can't write " + run.Output("-Sounds/TR1"), 0), 0U);
+    EXPECT_EQ(run.Host.Messages(),
+              Strings{"MORLIK: Can't write " + run.Output("-Sounds") + ": Not a directory"});
+    EXPECT_FALSE(std::filesystem::exists(run.Output(".wad")));
 }
 
 TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Files.h"
+#include "base/OutputFile.h"
 #include "samples/LevelWriter.h"
 #include "set/ObjectSet.h"
 #include "set/ReadSet.h"

@@ -1,6 +1,8 @@
 // The commands that write files: the object set, the texture sheet, the sounds.
 
+#include "base/OutputFile.h"
 #include "picture/TGA_Mod.h"
+#include "platform/Platform.h"
 #include "shell/Filters.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
@@ -60,8 +62,13 @@ private:
 
 void Main_Frm::Work(const std::function<void()>& action)
 {
-    const BusyScope scope(*this, controls_, busy_);
-    action();
+    {
+        const BusyScope scope(*this, controls_, busy_);
+        const InterruptScope interrupts; // a save ends whole or leaves nothing
+        action();
+    }
+    if (InterruptScope::IsRequested())
+        End(kStoppedStatus);
 }
 
 bool Main_Frm::AskToSave(const char* filter)

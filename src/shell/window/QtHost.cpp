@@ -74,6 +74,11 @@ void QtHost::GiveTurn()
     QApplication::processEvents();
 }
 
+bool QtHost::StopRequested() const
+{
+    return InterruptScope::IsRequested();
+}
+
 std::string QtHost::Caption() const
 {
     return ToPathText(window_->windowTitle());

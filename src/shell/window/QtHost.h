@@ -19,6 +19,7 @@ public:
     void SetEvent(const std::string& text) override;
     void SetProg(float percent) override;
     void GiveTurn() override;
+    bool StopRequested() const override;
     std::string Caption() const override;
     void SetCaption(const std::string& text) override;
     void Beep() override;

@@ -45,7 +45,11 @@ int RunBatchJob(Session& session, const std::string& commandLine)
     QSettings store = UserSettings();
     auto registry = MakeRegistry(store);
     OpenLog(session.Report);
-    return RunBatch(session, registry, commandLine) ? EXIT_SUCCESS : EXIT_FAILURE;
+    const InterruptScope interrupts;
+    const bool complete = RunBatch(session, registry, commandLine);
+    if (InterruptScope::IsRequested())
+        return kStoppedStatus;
+    return complete ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 int RunBatchOnConsole(const std::string& commandLine)

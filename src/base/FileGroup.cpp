@@ -1,0 +1,205 @@
+#include "base/FileGroup.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+#include <system_error>
+#include <vector>
+
+namespace morlik
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr const char* kHeldName = "held";
+
+/// The hidden folder of a group, by a number that follows from its name.
+fs::path DraftFolderOf(const fs::path& name)
+{
+    std::uint64_t number = 14695981039346656037U; // FNV-1a
+    const auto file = name.filename();
+    for (const auto letter : file.native())
+        number = (number ^ static_cast<std::uint64_t>(letter)) * 1099511628211U;
+    const auto high = static_cast<std::uint32_t>(number >> 32U);
+    const auto low = static_cast<std::uint32_t>(number);
+    return name.parent_path() / (".morlik-" + Hex(high) + "-" + Hex(low));
+}
+
+[[noreturn]] void Fail(const std::string& path, const std::error_code& fault)
+{
+    const bool busy = fault == std::errc::device_or_resource_busy;
+    throw FileFailure("write", path,
+                      busy ? "Another program is writing this set"
+                           : fault.default_error_condition().message());
+}
+
+/// Everything in a folder, but for the held file.
+std::vector<fs::directory_entry> EntriesOf(const fs::path& folder)
+{
+    std::vector<fs::directory_entry> entries;
+    std::error_code fault;
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault))
+        if (entry->path().filename() != kHeldName)
+            entries.push_back(*entry);
+    return entries;
+}
+
+/// Lets all files of `draft` take their places in `place`; a folder that isn't there yet goes as a
+/// whole. Gives the first fault.
+std::error_code MoveInto(const fs::path& draft, const fs::path& place)
+{
+    std::error_code first;
+    for (const fs::directory_entry& entry : EntriesOf(draft)) {
+        const fs::path to = place / entry.path().filename();
+        std::error_code missing;
+        const bool isFolder = entry.is_directory(missing);
+        std::error_code fault;
+        if (isFolder && fs::exists(fs::symlink_status(to, missing)))
+            fault = MoveInto(entry.path(), to);
+        else
+            fault = TakePlace(entry.path(), to);
+        if (fault && !first)
+            first = fault;
+        if (isFolder)
+            fs::remove(entry.path(), missing); // empty, or gone
+    }
+    return first;
+}
+
+void ClearDraft(const fs::path& draft)
+{
+    std::error_code ignored; // what can't be removed now is removed by the next one
+    for (const fs::directory_entry& entry : EntriesOf(draft))
+        fs::remove_all(entry.path(), ignored);
+}
+
+/// Holds the group and brings it to rest: what a dead writer left behind is finished or removed.
+std::unique_ptr<HeldFile> HoldAtRest(const fs::path& draft, const fs::path& place,
+                                     std::error_code& fault)
+{
+    auto held = HeldFile::Hold(draft / kHeldName, fault);
+    if (held == nullptr)
+        return nullptr;
+    if (held->IsMarked())
+        fault = MoveInto(draft, place);
+    if (!fault)
+        ClearDraft(draft);
+    return held;
+}
+
+bool HoldsAlready(const fs::path& path, std::span<const std::byte> bytes)
+{
+    std::error_code missing;
+    if (fs::symlink_status(path, missing).type() != fs::file_type::regular ||
+        fs::file_size(path, missing) != bytes.size() || missing)
+        return false;
+    try {
+        return std::ranges::equal(FileBytes::Load(FromPath(path)).Bytes(), bytes);
+    } catch (const FileFailure&) {
+        return false;
+    }
+}
+
+} // namespace
+
+FileGroup::FileGroup(const std::string& name)
+    : name_(name),
+      place_(name.substr(0, name.size() - FromPath(ToPath(name).filename()).size())),
+      draftFolder_(DraftFolderOf(ToPath(name))),
+      draft_(FromPath(draftFolder_) + "/")
+{
+    std::error_code fault;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        fs::create_directory(draftFolder_, fault);
+        if (fault)
+            Fail(name_, fault);
+        held_ = HoldAtRest(draftFolder_, ToPath(name_).parent_path(), fault);
+        // The holder before may have removed the folder in between.
+        if (fault != std::errc::no_such_file_or_directory)
+            break;
+    }
+    if (fault)
+        Fail(name_, fault);
+    if (held_->IsMarked()) { // finished just now: a mark of our own comes later
+        held_->Remove();
+        held_.reset();
+        held_ = HeldFile::Hold(draftFolder_ / kHeldName, fault);
+        if (held_ == nullptr)
+            Fail(name_, fault);
+    }
+}
+
+FileGroup::~FileGroup()
+{
+    ClearDraft(draftFolder_);
+    held_->Remove();
+    held_.reset();
+    std::error_code ignored; // somebody else may be in it already
+    fs::remove(draftFolder_, ignored);
+}
+
+std::string FileGroup::DraftOf(const std::string& path)
+{
+    if (const Folder* folder = FolderOf(path); folder == nullptr || folder->IsThere)
+        CheckPlace(path);
+    return draft_ + path.substr(place_.size());
+}
+
+void FileGroup::AddFolder(const std::string& path)
+{
+    std::error_code fault;
+    const auto status = fs::status(ToPath(path), fault);
+    if (fs::exists(status) && !fs::is_directory(status))
+        throw FileFailure("write", path, "Not a directory");
+    folders_.push_back({path + "/", fs::exists(status)});
+    fs::create_directory(ToPath(draft_ + path.substr(place_.size())), fault);
+    if (fault)
+        Fail(path, fault);
+}
+
+void FileGroup::Write(const std::string& path, std::span<const std::byte> bytes)
+{
+    const Folder* folder = FolderOf(path);
+    if ((folder == nullptr || folder->IsThere) && HoldsAlready(ToPath(path), bytes))
+        return;
+    OutputFile file(DraftOf(path), path);
+    file.PutBytes(bytes);
+    file.Close();
+}
+
+const FileGroup::Folder* FileGroup::FolderOf(const std::string& path) const
+{
+    const auto found = std::find_if(folders_.begin(), folders_.end(), [&](const Folder& folder) {
+        return path.starts_with(folder.Path);
+    });
+    return found == folders_.end() ? nullptr : &*found;
+}
+
+void FileGroup::TakePlaces()
+{
+    if (const auto fault = held_->Mark())
+        Fail(name_, fault);
+    if (const auto fault = MoveInto(draftFolder_, ToPath(name_).parent_path()))
+        Fail(name_, fault);
+}
+
+void FinishGroup(const std::string& name)
+{
+    const auto draft = DraftFolderOf(ToPath(name));
+    std::error_code fault;
+    if (!fs::exists(draft, fault))
+        return;
+    const auto held = HoldAtRest(draft, ToPath(name).parent_path(), fault);
+    if (fault == std::errc::no_such_file_or_directory)
+        return; // its writer was through with it in between
+    if (fault)
+        Fail(name, fault);
+    held->Remove();
+    fs::remove(draft, fault);
+}
+
+} // namespace morlik

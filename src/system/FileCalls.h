@@ -1,0 +1,41 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace morlik
+{
+
+/// The few calls of the system that the standard library lacks and files need.
+
+/// Gives the file `fresh` the name `place` in one step: at any moment the one or the other file
+/// bears it. What bore it before is gone. A link there is replaced, not followed.
+std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesystem::path& place);
+
+/// Whether the file at `path` may be written, as its owner or a mode tells; a missing one may.
+std::error_code MayWrite(const std::filesystem::path& path);
+
+/// A file that one holder at a time has, in this process or another. The system takes it back from
+/// a process that ends, whatever way; the file stays then, and what is in it.
+class HeldFile
+{
+public:
+    /// Opens or creates the file at `path` and holds it. Null where that can't be done: with
+    /// `std::errc::device_or_resource_busy` somebody else holds it.
+    static std::unique_ptr<HeldFile> Hold(const std::filesystem::path& path,
+                                          std::error_code& error);
+
+    HeldFile() = default;
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+    virtual ~HeldFile() = default;
+
+    /// Whether the file is marked, by this holder or one before.
+    virtual bool IsMarked() const = 0;
+    virtual std::error_code Mark() = 0;
+    /// Removes the file; it is held until the end of this object all the same.
+    virtual void Remove() = 0;
+};
+
+} // namespace morlik

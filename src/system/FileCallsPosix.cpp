@@ -1,0 +1,102 @@
+#include "system/FileCalls.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace morlik
+{
+
+namespace
+{
+
+std::error_code LastError()
+{
+    return {errno, std::generic_category()};
+}
+
+class PosixHeldFile : public HeldFile
+{
+public:
+    PosixHeldFile(int descriptor, std::filesystem::path path)
+        : descriptor_(descriptor), path_(std::move(path))
+    {
+    }
+    PosixHeldFile(const PosixHeldFile&) = delete;
+    PosixHeldFile& operator=(const PosixHeldFile&) = delete;
+    ~PosixHeldFile() override { close(descriptor_); }
+
+    bool IsMarked() const override
+    {
+        struct stat status = {};
+        return fstat(descriptor_, &status) == 0 && status.st_size > 0;
+    }
+
+    std::error_code Mark() override
+    {
+        return pwrite(descriptor_, "!", 1, 0) == 1 ? std::error_code() : LastError();
+    }
+
+    void Remove() override { unlink(path_.c_str()); }
+
+    /// Whether the path still leads to the file: the holder before may have removed it meanwhile.
+    bool IsThere() const
+    {
+        struct stat mine = {};
+        struct stat there = {};
+        return fstat(descriptor_, &mine) == 0 && stat(path_.c_str(), &there) == 0 &&
+               mine.st_ino == there.st_ino && mine.st_dev == there.st_dev;
+    }
+
+private:
+    int descriptor_;
+    std::filesystem::path path_;
+};
+
+} // namespace
+
+std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesystem::path& place)
+{
+#ifdef RENAME_EXCHANGE
+    // A rename over a file may write the new one to the disk at once, which takes longer than all
+    // other work on a level. An exchange doesn't.
+    const auto exchange = [&] {
+        return renameat2(AT_FDCWD, fresh.c_str(), AT_FDCWD, place.c_str(), RENAME_EXCHANGE) == 0;
+    };
+    if (exchange()) {
+        if (unlink(fresh.c_str()) == 0)
+            return {};
+        const auto fault = LastError(); // a folder stood there: it comes back
+        exchange();
+        return fault;
+    }
+#endif
+    return rename(fresh.c_str(), place.c_str()) == 0 ? std::error_code() : LastError();
+}
+
+std::error_code MayWrite(const std::filesystem::path& path)
+{
+    return access(path.c_str(), W_OK) == 0 || errno == ENOENT ? std::error_code() : LastError();
+}
+
+std::unique_ptr<HeldFile> HeldFile::Hold(const std::filesystem::path& path, std::error_code& error)
+{
+    for (;;) {
+        const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        error = descriptor < 0 ? LastError() : std::error_code();
+        if (error)
+            return nullptr;
+        auto file = std::make_unique<PosixHeldFile>(descriptor, path);
+        if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+            error = errno == EWOULDBLOCK ? make_error_code(std::errc::device_or_resource_busy)
+                                         : LastError();
+            return nullptr;
+        }
+        if (file->IsThere())
+            return file;
+    }
+}
+
+} // namespace morlik

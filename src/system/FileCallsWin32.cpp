@@ -1,0 +1,84 @@
+#include "system/FileCalls.h"
+
+#include <windows.h>
+
+namespace morlik
+{
+
+namespace
+{
+
+std::error_code LastError()
+{
+    return {static_cast<int>(GetLastError()), std::system_category()};
+}
+
+class Win32HeldFile : public HeldFile
+{
+public:
+    Win32HeldFile(HANDLE handle, std::filesystem::path path)
+        : handle_(handle), path_(std::move(path))
+    {
+    }
+    Win32HeldFile(const Win32HeldFile&) = delete;
+    Win32HeldFile& operator=(const Win32HeldFile&) = delete;
+    ~Win32HeldFile() override
+    {
+        CloseHandle(handle_);
+        if (removed_)
+            DeleteFileW(path_.c_str());
+    }
+
+    bool IsMarked() const override
+    {
+        LARGE_INTEGER size = {};
+        return GetFileSizeEx(handle_, &size) != 0 && size.QuadPart > 0;
+    }
+
+    std::error_code Mark() override
+    {
+        DWORD written = 0;
+        return WriteFile(handle_, "!", 1, &written, nullptr) != 0 ? std::error_code() : LastError();
+    }
+
+    /// A file that is open can't be removed here: it goes with the object.
+    void Remove() override { removed_ = true; }
+
+private:
+    HANDLE handle_;
+    std::filesystem::path path_;
+    bool removed_ = false;
+};
+
+} // namespace
+
+std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesystem::path& place)
+{
+    return MoveFileExW(fresh.c_str(), place.c_str(), MOVEFILE_REPLACE_EXISTING) != 0
+               ? std::error_code()
+               : LastError();
+}
+
+std::error_code MayWrite(const std::filesystem::path& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    const bool readOnly =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    return readOnly ? make_error_code(std::errc::permission_denied) : std::error_code();
+}
+
+std::unique_ptr<HeldFile> HeldFile::Hold(const std::filesystem::path& path, std::error_code& error)
+{
+    // Shared with nobody.
+    const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    error = {};
+    if (handle != INVALID_HANDLE_VALUE)
+        return std::make_unique<Win32HeldFile>(handle, path);
+    error = GetLastError() == ERROR_SHARING_VIOLATION
+                ? make_error_code(std::errc::device_or_resource_busy)
+                : LastError();
+    return nullptr;
+}
+
+} // namespace morlik
