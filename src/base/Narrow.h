@@ -24,4 +24,12 @@ constexpr std::int16_t Word(std::int32_t value)
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
 }
 
+/// Whether `count` elements from `first` on lie in a table of `size`. None lie anywhere.
+inline bool Inside(std::int64_t first, std::int64_t count, std::size_t size)
+{
+    if (count <= 0)
+        return count == 0;
+    return first >= 0 && first + count <= static_cast<std::int64_t>(size);
+}
+
 } // namespace morlik

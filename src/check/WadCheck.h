@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Narrow.h"
 #include "check/ObjectSetCheck.h"
 #include "set/ObjectSet.h"
 
@@ -35,14 +36,6 @@ struct Budget
         return Left != 0;
     }
 };
-
-/// Whether `count` elements from `first` on lie in a table of `size`. None lie anywhere.
-inline bool Inside(std::int64_t first, std::int64_t count, std::size_t size)
-{
-    if (count <= 0)
-        return count == 0;
-    return first >= 0 && first + count <= static_cast<std::int64_t>(size);
-}
 
 /// The beginning of a text of a damaged file, in double quotes, fit for a terminal.
 inline std::string Quoted(std::string text)

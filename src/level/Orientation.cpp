@@ -10,34 +10,6 @@ namespace morlik
 namespace
 {
 
-constexpr BoxCorner kTopLeft{false, false};
-constexpr BoxCorner kTopRight{true, false};
-constexpr BoxCorner kBottomRight{true, true};
-constexpr BoxCorner kBottomLeft{false, true};
-
-struct CodeCorners
-{
-    std::int32_t Code;
-    std::array<BoxCorner, 4> Corners;
-};
-
-constexpr std::array<CodeCorners, 2> kRectangleCodes{{
-    {1, {kTopLeft, kTopRight, kBottomRight, kBottomLeft}},
-    {-1, {kTopRight, kTopLeft, kBottomLeft, kBottomRight}},
-}};
-
-/// The right angle, and on which way the triangle goes from there. The last corner is not used.
-constexpr std::array<CodeCorners, 8> kTriangleCodes{{
-    {0x0000, {kTopLeft, kTopRight, kBottomLeft, kTopLeft}},
-    {0x2000, {kTopRight, kBottomRight, kTopLeft, kTopLeft}},
-    {0x4000, {kBottomRight, kBottomLeft, kTopRight, kTopLeft}},
-    {0x6000, {kBottomLeft, kTopLeft, kBottomRight, kTopLeft}},
-    {0x8000, {kTopRight, kTopLeft, kBottomRight, kTopLeft}},
-    {0xa000, {kTopLeft, kBottomLeft, kTopRight, kTopLeft}},
-    {0xc000, {kBottomLeft, kBottomRight, kTopLeft, kTopLeft}},
-    {0xe000, {kBottomRight, kTopRight, kBottomLeft, kTopLeft}},
-}};
-
 struct Distance
 {
     std::int32_t Sum = 0;
@@ -60,13 +32,6 @@ Distance DistanceOf(std::span<const TextureCorner> corners, const PixelBox& box,
 
 } // namespace
 
-std::array<BoxCorner, 4> CornersOfCode(std::int32_t code)
-{
-    if (code == 1 || code == -1)
-        return kRectangleCodes[code == 1 ? 0 : 1].Corners;
-    return kTriangleCodes[static_cast<std::size_t>(code & 0xffff) >> 13U].Corners;
-}
-
 PixelBox BoxOf(std::span<const TextureCorner> corners)
 {
     PixelBox box{255, 255, 0, 0};
@@ -83,14 +48,14 @@ Orientation OrientationOf(std::span<const TextureCorner> corners, const PixelBox
 {
     Orientation best;
     auto smallest = std::numeric_limits<std::int32_t>::max();
-    const auto codes = corners.size() == 4 ? std::span<const CodeCorners>(kRectangleCodes)
-                                           : std::span<const CodeCorners>(kTriangleCodes);
+    const auto codes = corners.size() == 4 ? std::span<const std::int32_t>(kRectangleCodes)
+                                           : std::span<const std::int32_t>(kTriangleCodes);
     for (std::size_t turn = 0; turn < corners.size(); ++turn) {
-        for (const CodeCorners& code : codes) {
-            const auto distance = DistanceOf(corners, box, code.Corners, turn);
+        for (const std::int32_t code : codes) {
+            const auto distance = DistanceOf(corners, box, CornersOfCode(code), turn);
             if (distance.Sum < smallest) {
                 smallest = distance.Sum;
-                best = {code.Code, static_cast<std::int32_t>(turn), distance.Largest > 1};
+                best = {code, static_cast<std::int32_t>(turn), distance.Largest > 1};
             }
         }
     }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/CornerCode.h"
 #include "level/TrMainState.h"
 
-#include <array>
 #include <cstdint>
 #include <span>
 
@@ -17,17 +17,6 @@ struct Orientation
     std::int32_t Turn = 0;
     bool Simplified = false; ///< a corner lies more than a pixel from its corner of the box
 };
-
-/// Corner of a box: whether it is at the right, and whether at the bottom.
-struct BoxCorner
-{
-    bool Right;
-    bool Bottom;
-};
-
-/// The corners of the box that the vertices of a face lie at by its code: for a rectangle (1 or
-/// -1) all four, for a triangle, whose right angle is at the first, the first three.
-std::array<BoxCorner, 4> CornersOfCode(std::int32_t code);
 
 /// The smallest and the largest pixel of some corners.
 struct PixelBox
