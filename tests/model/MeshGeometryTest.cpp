@@ -1,0 +1,148 @@
+#include "model/Model.h"
+#include "tests/model/MadeSet.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <utility>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+// clang-format off
+/// Columns and rows of the corners of faces with texture 1, by their texture word.
+const std::vector<std::pair<int, std::vector<std::pair<int, int>>>> kCodes{
+    {1, {{10, 20}, {15, 20}, {15, 27}, {10, 27}}},
+    {-1, {{15, 20}, {10, 20}, {10, 27}, {15, 27}}},
+    {0x0001, {{10, 20}, {15, 20}, {10, 27}}},
+    {0x2001, {{15, 20}, {15, 27}, {10, 20}}},
+    {0x4001, {{15, 27}, {10, 27}, {15, 20}}},
+    {0x6001, {{10, 27}, {10, 20}, {15, 27}}},
+    {0x8001, {{15, 20}, {10, 20}, {15, 27}}},
+    {0xa001, {{10, 20}, {10, 27}, {15, 20}}},
+    {0xc001, {{10, 27}, {15, 27}, {10, 20}}},
+    {0xe001, {{15, 27}, {15, 20}, {10, 27}}},
+};
+// clang-format on
+
+TEST(MeshGeometry, CornersLieOnTheBoxByTheirCode)
+{
+    WadMesh mesh = MadeMesh();
+    mesh.Faces.clear();
+    for (const auto& [texture, places] : kCodes)
+        mesh.Faces.push_back({.Type = places.size() == 4 ? kFaceRectangle : kFaceTriangle,
+                              .Vertices = {3, 1, 2, 0},
+                              .Texture = Word(texture)});
+    const MeshGeometry geometry = GeometryOf(MadeSet({mesh}), 0);
+    ASSERT_EQ(geometry.Faces.size(), kCodes.size());
+    for (std::size_t i = 0; i < kCodes.size(); ++i) {
+        const auto corners = geometry.Faces[i].Used();
+        ASSERT_EQ(corners.size(), kCodes[i].second.size());
+        EXPECT_EQ(geometry.Faces[i].Texture, 1);
+        for (std::size_t c = 0; c < corners.size(); ++c) {
+            EXPECT_EQ((std::pair<int, int>(corners[c].X, corners[c].Y)), kCodes[i].second[c]) << i;
+            EXPECT_EQ(corners[c].Vertex, mesh.Faces[i].Vertices.at(c));
+        }
+    }
+}
+
+TEST(MeshGeometry, TellsColoursFlagsAndLights)
+{
+    WadMesh mesh = MadeMesh();
+    mesh.Faces[0].Flags = 0x43;
+    mesh.NumNormals = -4;
+    mesh.Normals.clear();
+    mesh.Lights = {0, 1, 2, 8191};
+    mesh.Faces.push_back({.Type = kFaceTriangle, .Vertices = {0, 1, 2}, .Texture = 2});
+    ObjectSet set = MadeSet({mesh});
+    set.Textures.resize(2 + kNumPaletteTextures, {.X = 4, .Width = 3, .Height = 3});
+    for (const VersionCode game : {kTR3, kTR4}) {
+        set.Game = game; // with palette squares, of which the first is texture 2, and without
+        const MeshGeometry geometry = GeometryOf(set, 0);
+        EXPECT_EQ(geometry.Positions, mesh.Vertices);
+        EXPECT_TRUE(geometry.Normals.empty());
+        EXPECT_EQ(geometry.Lights, mesh.Lights);
+        EXPECT_TRUE(geometry.Faces[0].Blends());
+        EXPECT_EQ(geometry.Faces[0].Shine(), 0x21);
+        EXPECT_FALSE(geometry.Faces[0].IsColour);
+        EXPECT_FALSE(geometry.Faces[1].Blends());
+        EXPECT_EQ(geometry.Faces[1].IsColour, game == kTR3);
+        EXPECT_EQ(geometry.Faces[1].Corners[1], (FaceCorner{.Vertex = 1, .X = 7, .Y = 0}));
+    }
+}
+
+using Change = std::function<void(ObjectSet&, WadMesh&)>;
+// clang-format off
+const std::vector<std::pair<std::string, Change>> kMeshDamages{
+    {"mesh 0, face 0: vertex 4 of 4", [](auto&, auto& mesh) { mesh.Faces[0].Vertices[3] = 4; }},
+    {"mesh 0, face 0: vertex -1 of 4", [](auto&, auto& mesh) { mesh.Faces[0].Vertices[0] = -1; }},
+    {"mesh 0, face 0: texture 2 of 2", [](auto&, auto& mesh) { mesh.Faces[0].Texture = -2; }},
+    {"texture 1 lies on tile 2 of 2", [](auto& set, auto&) { set.Textures[1].Tile = 2; }},
+    {"texture 1 lies on tile -1 of 2", [](auto& set, auto&) { set.Textures[1].Tile = -1; }},
+    {"texture 1 leaves its tile", [](auto& set, auto&) { set.Textures[1].X = 251; }},
+    {"texture 1 leaves its tile", [](auto& set, auto&) { set.Textures[1].Y = 249; }},
+    {"mesh 0: 4 normals or lights for 5 vertices", [](auto&, auto& mesh) { mesh.Vertices.push_back({}); }},
+    {"", [](auto&, auto& mesh) { mesh.NumNormals = 0; mesh.Normals.clear(); }},
+    {"", [](auto& set, auto&) { set.Textures[1].X = 250; set.Textures[1].Y = 248; }},
+    {"moveable 0: mesh tree of 4 words", [](auto& set, auto&) { set.MeshTrees.clear(); }},
+    {"there is no mesh 2", [](auto& set, auto&) { set.Moveables[0].StartingMesh = 1; }},
+    {"out of its range", [](auto& set, auto&) { set.Moveables[0].StartingMesh = -1; }},
+    {"out of its range", [](auto& set, auto&) { set.StaticMeshes[0].Mesh = -1; }},
+    {"static mesh 0 of 0", [](auto& set, auto&) { set.StaticMeshes.clear(); }},
+};
+// clang-format on
+
+/// A moveable of two meshes and a static mesh, both meshes still to come.
+ObjectSet TwoObjects()
+{
+    ObjectSet set = MadeSet();
+    set.MeshTrees = {0, 100, 0, 0};
+    set.Moveables = {{.NumMeshes = 2}};
+    set.StaticMeshes = {{.Mesh = 1}};
+    return set;
+}
+
+TEST(Models, OfDamagedRecordsFailWithThePlace)
+{
+    for (const auto& [failure, change] : kMeshDamages) {
+        WadMesh mesh = MadeMesh();
+        ObjectSet set = TwoObjects();
+        change(set, mesh);
+        AddMeshes(set, {mesh, MadeMesh()});
+        ExpectFailure(failure, [&] {
+            ModelOfMoveable(set, 0);
+            ModelOfStaticMesh(set, 0);
+        });
+    }
+    // A mesh that comes again and again would fill memory.
+    WadMesh large;
+    large.Vertices.resize(30000);
+    ObjectSet set = TwoObjects();
+    AddMeshes(set, {large});
+    set.Meshes.MeshPointers.resize(30000, 0);
+    set.MeshTrees.resize(std::size_t{4} * 30000);
+    set.Moveables[0].NumMeshes = 30000;
+    ExpectFailure("more than 262144", [&] { ModelOfMoveable(set, 0); });
+}
+
+TEST(Models, HaveBoundsOverAllTheirMeshes)
+{
+    WadMesh other = MadeMesh();
+    other.Vertices[0].X = -500;
+    ObjectSet set = TwoObjects();
+    AddMeshes(set, {MadeMesh(), other});
+    const Model figure = ModelOfMoveable(set, 0);
+    const auto bounds = BoundsOf(figure, TransformsOf(figure.Joints, RestPose(2))).value();
+    EXPECT_EQ(bounds.Least.X, -400);
+    EXPECT_EQ(bounds.Greatest.X, 108);
+    EXPECT_EQ(bounds.Greatest.Z, 9);
+    const Model fixed = ModelOfStaticMesh(set, 0);
+    EXPECT_EQ(BoundsOf(fixed, TransformsOf(fixed.Joints, RestPose(1)))->Least.X, -500);
+    EXPECT_FALSE(BoundsOf({}, {}));
+}
+
+} // namespace
+
+} // namespace morlik::test
