@@ -176,17 +176,32 @@ TEST_F(TgaTest, CaptionTellsProgressAndComesBack)
 
 TEST_F(TgaTest, RefusesWhatCannotBeWritten)
 {
-    LevelData tall = LevelWithFaces(kTR3, {127}, {});
-    EXPECT_FALSE(Save(tall));
-    LevelData negative = NumberedRows(kTR5, 1);
-    negative.NumRoomTiles = -1;
-    negative.NumBumpTiles = 4;
-    EXPECT_FALSE(Save(negative));
-    EXPECT_EQ(Host.Calls, (std::vector<std::string>{
-                              "message: MORLIK: 128 room tiles and 0 bump tiles don't fit in a TGA "
-                              "file - nothing was saved!",
-                              "message: MORLIK: -1 room tiles and 4 bump tiles don't fit in a TGA "
-                              "file - nothing was saved!"}));
+    const auto fits = [&](const LevelData& level, const std::string& tiles) {
+        Host.Calls.clear();
+        const bool good = SheetFits(level, Report);
+        const std::vector<std::string> told{"MORLIK: " + tiles +
+                                            " don't fit in a TGA file - nothing was saved!"};
+        EXPECT_EQ(Host.Messages(), good ? std::vector<std::string>{} : told);
+        EXPECT_TRUE(good || !Save(level));
+        return good;
+    };
+    EXPECT_FALSE(fits(LevelWithFaces(kTR3, {127}, {}), "128 room tiles and 0 bump tiles"));
+    struct Row
+    {
+        std::int16_t Rooms;
+        std::int16_t Bumps; ///< of half the height
+        bool Fits;
+    };
+    for (const Row& row :
+         {Row{127, 1, true}, Row{127, 2, false}, Row{100, 100, false}, Row{0, 0, true},
+          Row{0, 1, true}, Row{-1, 4, false}, Row{4, -1, false}}) {
+        LevelData level = NumberedRows(kTR5, 1);
+        level.NumRoomTiles = row.Rooms;
+        level.NumBumpTiles = row.Bumps;
+        EXPECT_EQ(fits(level, std::to_string(row.Rooms) + " room tiles and " +
+                                  std::to_string(row.Bumps) + " bump tiles"),
+                  row.Fits);
+    }
     EXPECT_FALSE(std::filesystem::exists(Name));
 
     Name = Folder.File("missing/sheet.tga");
