@@ -26,6 +26,18 @@ std::string FailureOf(Work work)
     return {};
 }
 
+TEST(Text, ChangesTheCaseOfAsciiLettersAlone)
+{
+    const std::string text = "@AZ[`az{\xda\xfa";
+    EXPECT_EQ(ToLower(text), "@az[`az{\xda\xfa");
+    EXPECT_EQ(ToUpper(text), "@AZ[`AZ{\xda\xfa");
+    EXPECT_TRUE(EndsWithNoCase("zZ.TRC", "Zz.trc"));
+    EXPECT_FALSE(EndsWithNoCase("trc", ".trc"));
+    EXPECT_EQ(Hex(0x90af), "90AF");
+    EXPECT_EQ(FileTitle("a\\b/c\\d"), "d");
+    EXPECT_EQ(FileTitle("a/"), "");
+}
+
 TEST(TextLines, EndsLinesInCrLfAndContinuesThemForAFlagOf0)
 {
     const TempFolder folder;

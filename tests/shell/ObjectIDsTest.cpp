@@ -11,8 +11,12 @@ namespace
 
 using Counts = std::array<std::int32_t, 6>;
 
-/// A catalogue whose sections have so many entries. Each is called "N" + section + "-" + id, with a
-/// small accented letter behind, but those of id 1, which have no name.
+/// The ends of the alphabets, signs beside them, and two small letters without a capital.
+constexpr const char* kLetters = "`az{\xdf\xe0\xf6\xf7\xf8\xfe\xff";
+constexpr const char* kCapitals = "`AZ{\xdf\xc0\xd6\xf7\xd8\xde\xff";
+
+/// A catalogue whose sections have so many entries. Each is called "n" + section + "-" + id + the
+/// letters, but those of id 1, which have no name.
 std::vector<std::byte> Catalogue(const Counts& counts)
 {
     ByteWriter out;
@@ -22,7 +26,7 @@ std::vector<std::byte> Catalogue(const Counts& counts)
             // Not one sum: g++ 12 at -O3 sees strings overlap where a temporary is added to "n".
             std::string name = id == 1 ? "" : "n";
             if (id != 1)
-                name += std::to_string(section) + "-" + std::to_string(id) + "\xe4";
+                name += std::to_string(section) + "-" + std::to_string(id) + kLetters;
             out.Put(static_cast<std::int32_t>(name.size()));
             out.PutBytes(std::as_bytes(std::span(name)));
             if (section >= 2)
@@ -43,12 +47,13 @@ TEST(LoadObjectIDs, FillsTheTablesInTheOrderOfTheFile)
     Conversion run;
     ASSERT_EQ(LoadEnd(run, Catalogue({501, 90, 501, 501, 501, 501})), "");
     const ObjectNames& names = run.Program.Names;
-    EXPECT_EQ(names.Moveable(kTR4, 500), "n0-500\xe4");
-    EXPECT_EQ(names.Static(89), "n1-89\xe4");
-    EXPECT_EQ(names.Moveable(kTR3, 500), "N2-500\xc4");
-    EXPECT_EQ(names.Moveable(kTR2, 500), "n3-500\xe4");
-    EXPECT_EQ(names.Moveable(kTR1, 2), "n4-2\xe4");
-    EXPECT_EQ(names.Moveable(kTR5, 0), "n5-0\xe4");
+    const std::string letters = kLetters;
+    EXPECT_EQ(names.Moveable(kTR4, 500), "n0-500" + letters);
+    EXPECT_EQ(names.Static(89), "n1-89" + letters);
+    EXPECT_EQ(names.Moveable(kTR3, 500), std::string("N2-500") + kCapitals);
+    EXPECT_EQ(names.Moveable(kTR2, 500), "n3-500" + letters);
+    EXPECT_EQ(names.Moveable(kTR1, 2), "n4-2" + letters);
+    EXPECT_EQ(names.Moveable(kTR5, 0), "n5-0" + letters);
     for (const std::string& none : {names.Moveable(kTR5, 1), names.Moveable(kTR5, 501),
                                     names.Moveable(kTR1, -1), names.Static(90)})
         EXPECT_EQ(none, "");
