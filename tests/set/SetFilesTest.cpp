@@ -161,6 +161,63 @@ TEST(SfxFile, HasItsTablesByteByByte)
     EXPECT_EQ(WordsOf(out.Bytes()), expected);
 }
 
+SoundDetail Detail(std::int16_t sample, int samples)
+{
+    return {.Sample = sample, .Characteristics = Word(samples << 2)};
+}
+
+TEST(SetSamples, OfOneNameHaveTheLastFileThatExists)
+{
+    ObjectSet set;
+    set.Game = kTR2;
+    SoundTables& tables = set.Sounds.emplace();
+    tables.SoundMap.fill(-1);
+    tables.SoundMap[7] = 1;
+    // All but detail 1 are sound 0, for no slot names them.
+    tables.SoundDetails = {Detail(5, 1), Detail(6, 1), Detail(7, 2), Detail(9, 1)};
+    const std::vector<std::byte> files(9);
+    const auto waveOf = [&](std::int32_t sample) -> std::optional<std::span<const std::byte>> {
+        const auto size = static_cast<std::size_t>(sample);
+        return size < 9 ? std::optional(std::span(files).first(size)) : std::nullopt;
+    };
+    for (int i = 0; i < 2; ++i) { // the second list takes the place of the first
+        ListSetSamples(set, waveOf);
+        std::vector<std::pair<std::string, std::size_t>> listed;
+        for (const SetSample& sample : set.Samples)
+            listed.emplace_back(sample.Name, sample.Wave.value().size());
+        EXPECT_EQ(listed,
+                  (std::vector<std::pair<std::string, std::size_t>>{{"TR2 Sound 0-0.wav", 7},
+                                                                    {"TR2 Sound 7-0.wav", 6},
+                                                                    {"TR2 Sound 0-0.wav", 7},
+                                                                    {"TR2 Sound 0-1.wav", 8},
+                                                                    {"TR2 Sound 0-0.wav", 7}}));
+        EXPECT_EQ(set.MissingSamples, 1U);
+    }
+}
+
+TEST(SetSamples, OfMoreThanAnyLevelHasAreRefused)
+{
+    ObjectSet set;
+    set.Sounds.emplace().SoundDetails.assign(33825, Detail(0, 31));
+    set.Sounds->SoundDetails.push_back(Detail(0, 1)); // 2^20 of them
+    const auto none = [](std::int32_t) { return std::nullopt; };
+    ListSetSamples(set, none);
+    EXPECT_EQ(set.Samples.size(), std::size_t{1} << 20U);
+    set.Sounds->SoundDetails.push_back(Detail(0, 1));
+    EXPECT_THROW(ListSetSamples(set, none), SoundsDamaged);
+
+    const std::vector<std::byte> mebibyte(std::size_t{1} << 20U);
+    std::vector<SetSample> samples;
+    for (int i = 0; i < 256; ++i)
+        samples.push_back({std::to_string(i), mebibyte});
+    samples.push_back(samples.back()); // one file once more
+    const TempFolder folder;
+    EXPECT_THROW(WriteWaves(folder.File("none"), samples), FileFailure);
+    samples.push_back({"one byte more", std::span(mebibyte).first(1)});
+    EXPECT_THROW(WriteWaves(folder.File(""), samples), SoundsDamaged);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
 TEST(WasFile, IsCutWhereItWasPutTogether)
 {
     const TempFolder folder;

@@ -1,7 +1,10 @@
+#include "base/Text.h"
 #include "samples/MainSfx.h"
+#include "shell/Sounds.h"
 #include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace morlik::test
 {
@@ -127,6 +130,80 @@ TEST(Sounds, OfTombRaiderIIAndIIIComeFromMainSfx)
         EXPECT_EQ(run.Program.State.LevelVersion, game);
         const std::string asked = "open: TR2&3 Sound Data (main.sfx)|main.sfx in ";
         EXPECT_EQ(std::count(run.Host.Calls.begin(), run.Host.Calls.end(), asked), 4);
+    }
+}
+
+TEST(Sounds, ThatNoSetCanHoldEndTheProgram)
+{
+    for (const bool many : {false, true}) {
+        Conversion run;
+        run.CopyDataFiles();
+        LevelContent level = WithSounds(kTR2);
+        if (many)
+            level.SoundDetails.assign(33826, Detail(0, 31)); // lines of the list
+        level.SampleIndices.assign(31, 0);
+        ASSERT_TRUE(run.Load(level));
+        // A WAV file of 9 MiB, 31 times over.
+        samples::LevelFile file{std::vector<std::byte>(std::size_t{9} << 20U), {}};
+        file.Patch(40, static_cast<std::uint32_t>(file.Bytes.size() - 44));
+        WriteWholeFile(run.Folder.File("main.sfx"), file.Bytes);
+        run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
+        EXPECT_EQ(EndOf([&] { run.Save(); }), "The sounds are damaged - can't continue!");
+        EXPECT_EQ(CountWaves(run), 0U);
+    }
+}
+
+TEST(Sounds, OfALevelAreListedByItsSlotsAndExportedByThoseOfTheEditor)
+{
+    const std::vector<std::pair<VersionCode, Strings>> rows{
+        {kTR1, {"0", "255"}},
+        {kTR2, {"0", "255", "256", "369"}},
+        {kTR3, {"0", "255", "256", "369"}},
+        {kTR4, {"0", "255", "256", "369"}},
+        {kTR5, {"0", "255", "256", "369", "370", "449"}},
+    };
+    const std::vector<std::byte> wave(6);
+    for (const auto& [game, slots] : rows) {
+        LevelData level;
+        level.Version = game;
+        level.SoundMap.fill(-1);
+        std::int16_t detail = 0;
+        for (const std::size_t slot : {0U, 255U, 256U, 369U, 370U, 449U}) {
+            level.SoundMap[slot] = detail;
+            level.SoundDetails.push_back(Detail(detail++, 1));
+            level.Samples.push_back({std::span(wave).first(level.Samples.size())});
+        }
+        level.SoundMap[300] = 0; // of several slots the first one counts
+        level.SoundDetails.push_back(Detail(0, 1));
+        level.SoundMap[257] = 6;
+        level.SoundDetails[6].Sample = 99;
+        Strings listed;
+        for (const SoundEntry& entry : LevelSounds(level))
+            listed.push_back(entry.Text);
+        Strings expected;
+        for (std::size_t i = 0; i < slots.size(); ++i)
+            expected.push_back("TR" + DigitsOf(game) + " Sound " + slots[i] + "-0 (" +
+                               std::to_string(i) + " bytes)");
+        if (game != kTR1)
+            expected.push_back("TR" + DigitsOf(game) + " Sound 257-0 (0 bytes)");
+        EXPECT_EQ(listed, expected);
+
+        const TempFolder folder;
+        ScriptedHost host;
+        Reporter report(host);
+        report.Log.Open(folder.File("log"));
+        WriteLevelSounds(folder.File("out"), level, report);
+        std::map<std::string, std::size_t> files;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+            if (entry.path().extension() == ".wav")
+                files[FromPath(entry.path().filename())] = entry.file_size();
+        // Without a slot among those of the editor, a detail is sound 0.
+        EXPECT_EQ(files, (std::map<std::string, std::size_t>{{"out 0-0.wav", 5},
+                                                             {"out 255-0.wav", 1},
+                                                             {"out 256-0.wav", 2},
+                                                             {"out 369-0.wav", 3}}));
+        EXPECT_EQ(LinesOfFile(folder.File("log")),
+                  Strings{"No WAV file for 1 samples that do not exist"});
     }
 }
 
