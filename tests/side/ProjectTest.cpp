@@ -104,6 +104,13 @@ TEST_F(ProjectTest, UnknownObjectsGetAMessageAndTheReadGoesOn)
                                                     "message: MORLIK: Unknown object found --1"}));
     EXPECT_EQ(project.NumRooms, 3);
     EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
+
+    for (const std::size_t more : {17U, 18U}) { // 20 of them, and one too many
+        content.Rooms[3].SecondObjects.assign(more, 1);
+        EXPECT_EQ(Read(content).NumRooms, more == 17 ? 3 : 0);
+        EXPECT_EQ(Host.Messages().size(), more == 17 ? 20U : 21U);
+        EXPECT_EQ(Host.Messages().back() == kReadError, more == 18);
+    }
 }
 
 TEST_F(ProjectTest, FileCutAnywhereFailsWithItsMessage)
