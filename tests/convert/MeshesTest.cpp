@@ -218,6 +218,41 @@ TEST(ConvertMeshes, TellsFacesWithATextureOfTheOtherKindOrOfNone)
     }
 }
 
+TEST(UsedTextures, OfFractionalLevelsBeginWithOneThatNothingMirrors)
+{
+    struct Row
+    {
+        std::vector<std::int32_t> Codes;
+        bool Fractional;
+        std::vector<std::int32_t> InOrder;
+    };
+    const std::vector<Row> rows{
+        {{-1, -1, 1, 1, -1}, true, {2, 0, 1, 3, 4}},
+        {{-1, -1, 1, 1, -1}, false, {0, 1, 2, 3, 4}}, // as the games' own tools had them
+        {{1, -1, 1}, true, {0, 1, 2}},
+        {{-1, -1}, true, {0, 1}},
+        {{}, true, {}},
+    };
+    for (const Row& row : rows) {
+        MeshContent mesh = Corner();
+        for (std::size_t i = 0; i < row.Codes.size(); ++i)
+            mesh.Rectangles.push_back({{0, 1, 2, 0}, Word(static_cast<std::int32_t>(i))});
+        MeshLevel made(kTR4, {mesh}, row.Codes);
+        made.Level.HasFractions = row.Fractional;
+        ASSERT_TRUE(made.Convert());
+        EXPECT_EQ(made.Textures.InOrder, row.InOrder);
+        for (std::size_t i = 0; i < row.InOrder.size(); ++i) {
+            const auto texture = static_cast<std::size_t>(row.InOrder[i]);
+            EXPECT_EQ(made.Textures.TextureNumbers[texture], static_cast<int>(i));
+        }
+        if (row.Codes.size() == 3) { // the first one by a repeat of its box
+            made.Level.Textures[1].TextureRemap = 0;
+            ASSERT_TRUE(made.Convert());
+            EXPECT_EQ(made.Textures.InOrder, (std::vector<std::int32_t>{2, 0}));
+        }
+    }
+}
+
 /// One horizon conversion. The vertices 0, 1 and 2 lie at, 3 above and 4 below the line.
 struct HorizonRow
 {
@@ -283,6 +318,14 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
         else
             lines.emplace_back("The horizon is NOT updates for cloud support");
         EXPECT_EQ(made.Info, lines) << i;
+        for (const std::int16_t vertex : {Word(5), Word(-1)}) { // of 5
+            mesh.ColouredRectangles = {{{0, 1, 2, vertex}, 1}};
+            made.MeshData = EncodeMesh(mesh, row.Version);
+            made.Level.MeshPointers = {0};
+            made.Level.Moveables = {{.ObjectID = id}};
+            EXPECT_EQ(EndOf([&] { made.Convert(); }),
+                      row.SkyFix ? "Mesh 0 is damaged - can't continue!" : "");
+        }
     }
 }
 

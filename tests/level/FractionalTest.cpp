@@ -1,5 +1,6 @@
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
+#include "level/Orientation.h"
 #include "samples/Textures.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/FaceProof.h"
@@ -80,6 +81,23 @@ TEST(FractionalTextures, OfRealLevelsInClassicFormLoseTheirTurnsAtTheMost)
         RecordProperty(FileTitle(path), std::to_string(share));
         // The level of the first game is as its own tools left it; the others have turned textures.
         EXPECT_GE(share, run.Program.Level.Version == kTR1 ? 1.0 : 0.7) << path;
+    }
+}
+
+TEST(FractionalTextures, MayMissTheirCornersByOnePixel)
+{
+    for (const std::uint8_t off : std::initializer_list<std::uint8_t>{0, 1, 2}) {
+        for (const bool sideways : {false, true}) {
+            std::array<TextureCorner, 3> corners{{{.XPixel = 10, .YPixel = 20},
+                                                  {.XPixel = 26, .YPixel = 20},
+                                                  {.XPixel = 10, .YPixel = 36}}};
+            std::uint8_t& pixel = sideways ? corners[0].XPixel : corners[0].YPixel;
+            pixel = static_cast<std::uint8_t>(pixel + off);
+            const Orientation found = OrientationOf(corners, BoxOf(corners));
+            EXPECT_EQ(found.Code, 0);
+            EXPECT_EQ(found.Turn, 0);
+            EXPECT_EQ(found.Simplified, off > 1);
+        }
     }
 }
 
