@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "cli/Commands.h"
+#include "cli/MainSFX.h"
 #include "picture/TGA_Mod.h"
 #include "platform/Platform.h"
 #include "samples/MainSfx.h"
@@ -173,31 +174,56 @@ TEST_F(CliTest, TellsWhereSoundsAreMissing)
     EXPECT_FALSE(std::filesystem::exists(ToPath(File("waves"))));
 }
 
+#ifndef _WIN32 // there one name stands for all
+
+TEST_F(CliTest, TakesTheFirstOfSeveralMainSfx)
+{
+    std::filesystem::create_directories(ToPath(File("sfx/below")));
+    // In their order; the plain name goes before all others.
+    const Strings names{"main.sfx", "MAIN.SFX", "MAIN.SFx", "MAIN.sfx", "MaiN.SFX",
+                        "Main.sfx", "mAIN.sfx", "maiN.SFX", "main.SFX"};
+    for (std::size_t i = 0; i < names.size(); ++i)
+        WriteWholeFile(File("sfx/" + names[i * 4 % names.size()]), {});
+    for (const std::string& name : names) {
+        for (const char* level : {"sfx/a.tr2", "sfx/below/a.tr2"})
+            EXPECT_EQ(cli::FindMainSFX(File(level)), File("sfx/" + name));
+        std::filesystem::remove(ToPath(File("sfx/" + name)));
+    }
+    EXPECT_EQ(cli::FindMainSFX(File("sfx/a.tr2")), File("MAIN.Sfx"));
+    std::filesystem::create_directory(ToPath(File("sfx/main.sfx"))); // a folder is none
+    EXPECT_EQ(cli::FindMainSFX(File("sfx/a.tr2")), File("MAIN.Sfx"));
+    EXPECT_EQ(cli::FindMainSFX(File("sfx/below/a.tr2")), "");
+}
+
+#endif
+
 TEST_F(CliTest, TellsWrongUseAndDoesNothing)
 {
     WriteWholeFile(File("level.tga"), ReadFile(Levels[0]));
     WriteWholeFile(File("main.wad"), ReadFile(Levels[2]));
     WriteWholeFile(File("main.sfx"), ReadFile(File("MAIN.Sfx")));
-    for (const Strings& words : std::initializer_list<Strings>{
-             {},
-             {"frobnicate"},
-             {"convert"},
-             {"convert", Levels[0]},
-             {"convert", Levels[0], "-o", File("a.was"), "-d", File("sets")},
-             {"convert", Levels[0], Levels[1], "-o", File("a.was")},
-             {"convert", Levels[0], File("L1level.tr4"), "-d", File("sets")},
-             {"convert", Levels[0], Levels[1], "-d", File("sets"), "--log", File("log")},
-             {"convert", Levels[0], "-o", File("a.was"), "--jobs", "0"},
-             {"convert", Levels[0], "-o", File("a")},
-             {"convert", Levels[0], "-o", File("a.was"), "--log", Levels[0]},
-             {"convert", Levels[0], "-o", File("a.was"), "--log", File("A.wad")},
-             {"convert", File("main.wad"), "-d", File("")}, // the set would replace its level
-             {"convert", Levels[2], "-o", File("main.was"), "--main-sfx", "auto"},
-             {"convert", Levels[0], "-o", File("main.was"), "--main-sfx", File("./main.sfx")},
-             {"convert", Levels[0], "-o", FromPath(ProgramFolder() / "morlik.was")},
-             {"sheet", Levels[0], File("sheet.bmp")},
-             {"sheet", File("level.tga"), File("level.tga")},
-             {"check", File("a.wad")}}) {
+    std::vector<Strings> wrong{
+        {},
+        {"frobnicate"},
+        {"convert"},
+        {"convert", Levels[0]},
+        {"convert", Levels[0], "-o", File("a.was"), "-d", File("sets")},
+        {"convert", Levels[0], Levels[1], "-o", File("a.was")},
+        {"convert", Levels[0], File("L1level.tr4"), "-d", File("sets")},
+        {"convert", Levels[0], Levels[1], "-d", File("sets"), "--log", File("log")},
+        {"convert", Levels[0], "-o", File("a.was"), "--jobs", "0"},
+        {"convert", Levels[0], "-o", File("a")},
+        {"convert", Levels[0], "-o", File("a.was"), "--log", Levels[0]},
+        {"convert", File("main.wad"), "-d", File("")}, // the set would replace its level
+        {"convert", Levels[2], "-o", File("main.was"), "--main-sfx", "auto"},
+        {"convert", Levels[0], "-o", File("main.was"), "--main-sfx", File("./main.sfx")},
+        {"convert", Levels[0], "-o", FromPath(ProgramFolder() / "morlik.was")},
+        {"sheet", Levels[0], File("sheet.bmp")},
+        {"sheet", File("level.tga"), File("level.tga")},
+        {"check", File("a.wad")}};
+    for (const char* result : {"A.was", "A.wad", "a.swd", "a.sam", "a.sfx", "a Info.txt"})
+        wrong.push_back({"convert", Levels[0], "-o", File("a.was"), "--log", File(result)});
+    for (const Strings& words : wrong) {
         const auto ran = RunCli(words);
         EXPECT_EQ(ran.Status, 2) << testing::PrintToString(words);
         EXPECT_EQ(ran.Out, "");
@@ -221,6 +247,14 @@ TEST_F(CliTest, TellsWhatIsInAFile)
     EXPECT_GT(level["textures used"], 0);
     ASSERT_EQ(level["moveables"].size(), content.Moveables.size());
     EXPECT_EQ(level["moveables"][0]["name"], "LARA");
+    for (std::size_t i = 0; i < content.Moveables.size(); ++i) {
+        const int first = content.Moveables[i].Animation;
+        auto end = static_cast<int>(content.Animations.size()); // where those of the next begin
+        for (const Moveable& other : content.Moveables)
+            if (other.Animation > first)
+                end = std::min<int>(end, other.Animation);
+        EXPECT_EQ(level["moveables"][i]["animations"], first == -1 ? 0 : end - first) << i;
+    }
     EXPECT_EQ(level["static meshes"].size(), content.StaticMeshes.size());
     EXPECT_EQ(level["sounds"][0]["bytes"], content.Samples[0].size());
     const auto text = RunCli({"info", Levels[4]});
