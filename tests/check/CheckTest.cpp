@@ -2,9 +2,11 @@
 
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
+#include "check/WadCheck.h"
 #include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
@@ -160,6 +162,176 @@ TEST(Check, FindsEachFaultOfASet)
     EXPECT_NE(ComplaintsOf(set).find(" more\n"), std::string::npos); // not cut off silently
 }
 
+/// The least set of a game without a palette: a mesh of one vertex, which is one moveable, with an
+/// animation of two frames, one for every two numbers. Behind the header of a frame stand a
+/// rotation of one word and one of two.
+ObjectSet LeastSet()
+{
+    ScriptedHost host;
+    Reporter report(host);
+    WadMesh mesh;
+    mesh.Vertices = {{}};
+    mesh.NumNormals = -1;
+    mesh.Lights = {0};
+    ObjectSet set;
+    set.Game = kTR4;
+    AppendWadMesh(set.Meshes, mesh, report);
+    AppendMeshPointer(set.Meshes, 0);
+    set.MeshTrees = {0, 1, 2, 3};
+    set.Moveables = {{.ObjectID = 500, .NumMeshes = 2}};
+    set.StaticMeshes = {{.ObjectID = 89, .Mesh = 1}};
+    set.Animations = {{.FrameRate = 2,
+                       .FrameSize = 12,
+                       .FrameEnd = 3,
+                       .NumStateChanges = 1,
+                       .NumAnimCommands = 2}};
+    set.StateChanges = {{0, 1, 0}};
+    set.AnimDispatches = {{3, 3, 0, 0}};
+    set.AnimCommands = {3, 2, 7, 7};
+    set.Frames.assign(24, 0);
+    set.Frames[9] = set.Frames[21] = 0x4000;
+    return set;
+}
+
+/// Gives the set a sprite that ends at the border of its tile.
+SpriteTables& WithSprite(ObjectSet& set)
+{
+    set.Sprites = SpriteTables{
+        {{.X = 200, .Width = 55 * 256 + 255}}, {2 * kTileBytes, nullptr}, {{.NegatedCount = -1}}};
+    return *set.Sprites;
+}
+
+TEST(Check, KnowsTheLastGoodValue)
+{
+    struct Case
+    {
+        void (*Change)(ObjectSet&);
+        const char* Complaint; ///< empty for none
+    };
+    const std::vector<Case> cases{
+        {[](ObjectSet&) {}, ""},
+        {[](ObjectSet& s) { s.Moveables[0].ObjectID = 501; }, "Moveable 0 has the ID 501"},
+        {[](ObjectSet& s) { s.Moveables[0].ObjectID = -1; }, "Moveable 0 has the ID -1"},
+        {[](ObjectSet& s) { s.StaticMeshes[0].ObjectID = 90; }, "Static mesh 0 has the ID 90"},
+        {[](ObjectSet& s) { s.StaticMeshes[0].Mesh = 2; }, "Static mesh 0 has mesh 2"},
+        {[](ObjectSet& s) { s.Moveables[0].StartingMesh = 1; }, "Moveable 0 has 2 meshes from 1"},
+        {[](ObjectSet& s) { s.Moveables[0].NumMeshes = 0; }, "Moveable 0 has 0 meshes"},
+        {[](ObjectSet& s) { s.Moveables[0].Animation = 1; }, "Moveable 0 has animation 1 of 1"},
+        {[](ObjectSet& s) { s.MeshTrees.pop_back(); }, "its mesh tree at word 0 of 3"},
+        {[](ObjectSet& s) { s.MeshTrees[0] = 3; }, ""}, // takes from the empty stack, as some do
+        {[](ObjectSet& s) { s.MeshTrees[0] = 4; }, "Moveable 0 has the flags 4 at mesh 1"},
+        {[](ObjectSet& s) { s.Animations[0].FrameEnd = 4; }, "Animation 0 has 2 frames for 3"},
+        {[](ObjectSet& s) { s.Animations[0].FrameEnd = -1; }, "runs from frame 0 to -1"},
+        {[](ObjectSet& s) { s.Animations[0].FrameStart = -1; }, "runs from frame -1"},
+        {[](ObjectSet& s) { s.Animations[0].FrameStart = 3; }, ""},
+        {[](ObjectSet& s) { s.Animations[0].FrameSize = 24, s.Animations[0].FrameEnd = 1; }, ""},
+        {[](ObjectSet& s) { s.Animations[0].FrameSize = 11; }, "has frames of 11 words in 24"},
+        {[](ObjectSet& s) { s.Animations[0].FrameOffset = 2; }, "Animation 0 has frames of 12"},
+        {[](ObjectSet& s) { s.Frames.clear(); }, "Animation 0 has 0 frames for 2"},
+        {[](ObjectSet& s) { s.Frames.clear(), s.Animations[0].FrameSize = 0; }, ""},
+        {[](ObjectSet& s) { s.Frames[21] = 0x3fff; }, "at word 12 is too short"}, // now a pair
+        {[](ObjectSet& s) { s.Frames[9] = Word(0x8000), s.Frames[10] = Word(0xc000); }, ""},
+        {[](ObjectSet& s) { s.Frames.resize(18), s.Animations[0].FrameSize = 9; },
+         "at word 0 is too short"},
+        {[](ObjectSet& s) { s.Animations[0].NextAnimation = 1; }, "is followed by 1 of 1"},
+        {[](ObjectSet& s) { s.Animations[0].NumStateChanges = 2; }, "its state changes outside"},
+        {[](ObjectSet& s) { s.Animations[0].NumAnimCommands = 3; }, "Command 2 of animation 0"},
+        {[](ObjectSet& s) {
+             s.AnimCommands = {4, 6, 7, 7};
+         },
+         ""},
+        {[](ObjectSet& s) { s.AnimCommands = {1, 0, 0, 0, 5, 0, 0}; }, ""},
+        {[](ObjectSet& s) { s.AnimCommands[0] = 7; }, "Command 0 of animation 0 at word 0"},
+        {[](ObjectSet& s) { s.AnimCommands.pop_back(); }, "Command 1 of animation 0 at word 1"},
+        {[](ObjectSet& s) { s.StateChanges[0].NumAnimDispatches = 2; }, "dispatches outside"},
+        {[](ObjectSet& s) { s.AnimDispatches[0].NextAnimation = 1; }, "to animation 1 of another"},
+        {[](ObjectSet& s) { s.AnimDispatches[0].Low = 4; }, "holds from frame 4 to 3"},
+        {[](ObjectSet& s) { s.AnimDispatches[0].Low = -1; }, "holds from frame -1"},
+        {[](ObjectSet& s) { s.AnimDispatches[0].Low = 0; }, ""},
+        {[](ObjectSet& s) {
+             s.StateChanges.assign(200, {0, 30000, 0}), s.AnimDispatches.assign(30000, {});
+             s.Animations[0].NumStateChanges = 200;
+         },
+         "overlap too often"},
+        {[](ObjectSet& s) { s.Meshes.MeshData.push_back({}); }, "can't be walked"},
+        {[](ObjectSet& s) { s.Meshes.MeshPointers[1] = 4; }, "Mesh pointer 1 leads to 4"},
+        {[](ObjectSet& s) {
+             s.Tiles = {kTileBytes, nullptr};
+         },
+         "first to the last of the 1 tiles"},
+        {[](ObjectSet& s) {
+             s.Tiles = {kTileBytes - 1, nullptr};
+         },
+         "are no whole tiles"},
+        {[](ObjectSet& s) { s.Textures.resize(2048); }, "2048 textures are more"},
+        {[](ObjectSet& s) { s.Textures = {{.X = 200, .Y = 1, .Width = 56}}; }, "leaves its tile"},
+        {[](ObjectSet& s) { s.Textures = {{.X = 1, .Y = 200, .Height = 56}}; }, "leaves its tile"},
+        {[](ObjectSet& s) { s.StaticMeshes.resize(61); }, "61 static meshes are more"},
+        {[](ObjectSet& s) { WithSprite(s); }, ""},
+        {[](ObjectSet& s) { WithSprite(s).SpriteTextures[0].Tile = 1; }, "on tile 1 of 1"},
+        {[](ObjectSet& s) { WithSprite(s).SpriteTextures[0].X = 201; }, "leaves its tile"},
+        {[](ObjectSet& s) { WithSprite(s).SpriteTextures[0].Y = 255; }, ""},
+        {[](ObjectSet& s) {
+             SpriteTexture& sprite = WithSprite(s).SpriteTextures[0];
+             sprite.Y = 255, sprite.Height = 256;
+         },
+         "leaves its tile"},
+        {[](ObjectSet& s) { WithSprite(s).SpriteSequences[0].NegatedCount = -2; },
+         "2 textures from"},
+        {[](ObjectSet& s) { WithSprite(s).SpriteSequences[0].NegatedCount = 0; },
+         "0 textures from"},
+        {[](ObjectSet& s) {
+             WithSprite(s).Tiles = {1, nullptr};
+         },
+         "1 tile bytes are no whole"},
+    };
+    const auto complaintsOf = [](const ObjectSet& set) {
+        auto all = CheckWad(set);
+        if (set.Sprites)
+            for (const std::string& complaint : CheckSwd(*set.Sprites))
+                all.push_back(complaint);
+        return all;
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        ObjectSet set = LeastSet();
+        cases[i].Change(set);
+        const auto all = complaintsOf(set);
+        const std::string wanted = cases[i].Complaint;
+        const auto has = [&](const std::string& c) { return c.find(wanted) != std::string::npos; };
+        EXPECT_TRUE(wanted.empty() ? all.empty() : std::ranges::any_of(all, has))
+            << i << ' ' << wanted << ' ' << testing::PrintToString(all);
+    }
+    ObjectSet full = LeastSet();
+    full.Textures.resize(2047);
+    full.StaticMeshes.resize(60);
+    for (const std::string& complaint : complaintsOf(full))
+        EXPECT_EQ(complaint.find(" are more than "), std::string::npos) << complaint;
+}
+
+TEST(Check, ShowsTheFirst20ComplaintsAndTheFirst60Letters)
+{
+    SoundTables sounds;
+    sounds.SoundMap.fill(-1);
+    sounds.SampleIndices.assign(21, -1);
+    EXPECT_EQ(CheckSfx(sounds).size(), 21U);
+    EXPECT_EQ(CheckSfx(sounds).back(), "and 1 more");
+    sounds.SampleIndices.pop_back();
+    EXPECT_EQ(CheckSfx(sounds).back(), "Sample index 19 is -1");
+    EXPECT_EQ(Quoted(std::string(60, 'x')).size(), 62U);
+    EXPECT_EQ(Quoted(std::string(61, 'x')), '"' + std::string(60, 'x') + "...\"");
+    EXPECT_EQ(Quoted(" \x1f\x7f\x80~"), "\" ??\x80~\"");
+    sounds.SoundMap[0] = 0;
+    sounds.SoundDetails = {{.Characteristics = 2 << 2}};
+    sounds.SampleIndices = {0, 1};
+    EXPECT_EQ(CheckSfx(sounds), Complaints());
+    EXPECT_EQ(CheckSam({"TR2 Sound 0-0.wav", "TR2 Sound 0-1.wav"}, sounds, kTR2), Complaints());
+    EXPECT_EQ(CheckSam({"", ""}, sounds, kTR4), Complaints());
+    sounds.SampleIndices.pop_back();
+    EXPECT_EQ(CheckSfx(sounds).size(), 1U);
+    sounds.SoundMap[1] = 1;
+    EXPECT_EQ(CheckSfx(sounds).size(), 2U);
+}
+
 TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
 {
     for (const VersionCode game : {kTR1, kTR3}) {
@@ -181,7 +353,10 @@ TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
             return found();
         };
         EXPECT_EQ(with({}), "wav: " + name + " holds no sound\n");
-        EXPECT_EQ(with(std::span(wave).first(2)), "wav: " + name + " holds no sound\n");
+        const std::size_t head = game == kTR1 ? 8 : 44;
+        EXPECT_EQ(with(std::span(wave).first(head)), "wav: " + name + " holds no sound\n");
+        EXPECT_EQ(with(std::span(wave).first(head + 1)),
+                  "wav: " + name + " has another size than its header says\n");
         EXPECT_EQ(with(std::span(wave).first(wave.size() - 1)),
                   "wav: " + name + " has another size than its header says\n");
         EXPECT_EQ(with(std::vector<std::byte>(wave.size())), "wav: " + name + " is no RIFF file\n");
