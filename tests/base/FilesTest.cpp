@@ -120,6 +120,10 @@ TEST(Files, TellTheFileAndTheReasonOfAFailure)
     EXPECT_EQ(FailureOf([&] { FileBytes::Load(missing); }),
               "Can't open " + missing + ": No such file or directory");
     EXPECT_NE(FailureOf([&] { FileBytes::Load(folder.File(".")); }), "");
+    WriteWholeFile(folder.File("three"), std::vector<std::byte>(3));
+    EXPECT_EQ(FailureOf([&] { FileBytes::Load(folder.File("three"), 3); }), "");
+    EXPECT_EQ(FailureOf([&] { FileBytes::Load(folder.File("three"), 2); }),
+              "Can't open " + folder.File("three") + ": 3 bytes are more than any such file has");
 }
 
 TEST(Files, HaveNamesOfAllLetters)

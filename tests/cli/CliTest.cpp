@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/MainSFX.h"
+#include "cli/ProgressBar.h"
 #include "picture/TGA_Mod.h"
 #include "platform/Platform.h"
 #include "samples/MainSfx.h"
@@ -142,6 +143,39 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
     EXPECT_EQ(logged.Status, 0);
     EXPECT_NE(logged.Errors.find("[####"), std::string::npos); // the bar of a terminal
     EXPECT_GT(LinesOfFile(File("log")).size(), 10U);
+}
+
+TEST(ProgressBar, GoesUpToTheLastPercentAndAway)
+{
+    std::ostringstream out;
+    std::ostringstream errors;
+    const auto drawn = [&errors] { return std::exchange(errors, {}).str(); };
+    const auto picture = [](std::size_t full, const std::string& percent) {
+        return "\r[" + std::string(full, '#') + std::string(40 - full, ' ') + "] " + percent + " %";
+    };
+    const std::string wiped = '\r' + std::string(48, ' ') + '\r';
+    const cli::Streams streams{out, errors, true};
+    {
+        cli::ProgressBar bar(streams, 2);
+        bar.Set(0, 0);
+        EXPECT_EQ(drawn(), picture(0, "0"));
+        bar.Set(0, 51);
+        EXPECT_EQ(drawn(), picture(10, "25"));
+        bar.Set(0, 40); // a save goes back to 0 at its end
+        EXPECT_EQ(drawn(), "");
+        bar.Around([&errors] { errors << "text"; });
+        EXPECT_EQ(drawn(), wiped + "text" + picture(10, "25"));
+        bar.Set(1, 300);
+        EXPECT_EQ(drawn(), picture(30, "75"));
+        bar.Set(0, 99);
+        EXPECT_EQ(drawn(), picture(39, "99"));
+        bar.Set(0, 100);
+        EXPECT_EQ(drawn(), "");
+    }
+    EXPECT_EQ(drawn(), wiped);
+    const cli::Streams file{out, errors, false};
+    cli::ProgressBar(file, 1).Set(0, 50);
+    EXPECT_EQ(drawn(), "");
 }
 
 TEST_F(CliTest, TellsWhereSoundsAreMissing)

@@ -1,6 +1,7 @@
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "level/Orientation.h"
+#include "level/TextureForm.h"
 #include "samples/Textures.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/FaceProof.h"
@@ -81,6 +82,60 @@ TEST(FractionalTextures, OfRealLevelsInClassicFormLoseTheirTurnsAtTheMost)
         RecordProperty(FileTitle(path), std::to_string(share));
         // The level of the first game is as its own tools left it; the others have turned textures.
         EXPECT_GE(share, run.Program.Level.Version == kTR1 ? 1.0 : 0.7) << path;
+    }
+}
+
+TEST(TextureForm, IsToldByCornersAndSizes)
+{
+    constexpr TextureCorner kHalf{0x7f, 8, 0x7f, 8};
+    constexpr TextureCorner kOther{0x40, 8, 0x7f, 8};
+    constexpr TextureCorner kClassic{0x40, 8, 0xff, 8};
+    using Corners = std::array<TextureCorner, 4>;
+    const auto isFractional = [](std::size_t count, const Corners& all, const Corners& last) {
+        std::vector<ObjectTexture> textures(count, {.Corners = all});
+        textures.push_back({.Corners = last});
+        return FormOf(textures) == TextureForm::Fractional;
+    };
+    EXPECT_FALSE(isFractional(0, {}, {}));
+    EXPECT_TRUE(isFractional(0, {}, {kHalf, kOther, kHalf, kOther}));
+    EXPECT_FALSE(isFractional(0, {}, {kHalf, kOther, kOther})); // the last one is unused
+    EXPECT_TRUE(isFractional(0, {}, {kHalf, kOther}));
+    const Corners other{kOther, kOther, kOther, kOther};
+    EXPECT_FALSE(isFractional(62, other, other));
+    EXPECT_TRUE(isFractional(63, other, other)); // so many are no accident
+    EXPECT_FALSE(isFractional(63, other, {kOther, kOther, kOther, kClassic}));
+
+    constexpr std::int32_t kOne = 0x3f800000; // 1.0 as a float
+    struct Row
+    {
+        std::int32_t Size;
+        bool Classic;
+        bool Float;
+    };
+    for (const Row& row :
+         {Row{0, true, true}, Row{255, true, false}, Row{256, false, false}, Row{-1, false, false},
+          Row{kOne, false, true}, Row{kOne - 1, false, false}, Row{0x47800000, false, true},
+          Row{0x47800001, false, false}}) {
+        for (const bool wide : {false, true}) {
+            // The corner is not at the middle of its pixel: the sizes alone tell.
+            ObjectTextureTR45 texture{.Corners = {kOther, kOther, kOther, kOther}};
+            (wide ? texture.Width : texture.Height) = row.Size;
+            const std::vector textures{ObjectTextureTR45{}, texture};
+            EXPECT_EQ(HasClassicSizes(textures), row.Classic) << row.Size;
+            EXPECT_EQ(HasFloatSizes(textures), row.Float) << row.Size;
+            EXPECT_EQ(FormOf(textures) == TextureForm::Fractional, !row.Classic && row.Float);
+        }
+    }
+    // With sizes of the games' own tools, boxes from even to odd pixels are theirs too.
+    for (int odd = 0; odd < 16; ++odd) {
+        const auto pixel = [odd](int bit) {
+            return static_cast<std::uint8_t>(8 + (odd >> bit & 1));
+        };
+        const TextureCorner least{0x7f, pixel(0), 0x7f, pixel(1)};
+        const TextureCorner most{0x7f, static_cast<std::uint8_t>(pixel(2) + 8), 0x7f,
+                                 static_cast<std::uint8_t>(pixel(3) + 8)};
+        const std::vector<ObjectTextureTR45> textures{{.Corners = {least, most, least, most}}};
+        EXPECT_EQ(FormOf(textures) == TextureForm::Classic, odd == 12);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "level/Compressed.h"
 #include "tests/support/Conversion.h"
 
 #include <algorithm>
@@ -227,14 +228,40 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
             EXPECT_NE(run.LogLines().back().find("inflated size of " + std::to_string(size)),
                       std::string::npos);
         }
-        constexpr std::int64_t kTold = std::int64_t{kTilePixels} * 8;
-        LevelFile file = good;
-        file.SetCount("Tiles32 inflated", kTold);
-        Conversion run;
-        ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
-        EXPECT_EQ(run.Program.Level.TileBytes, 2 * kTileBytes);
-        EXPECT_EQ(run.Program.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
-        EXPECT_EQ(run.Program.Level.Tiles32.back(), 0U);
+        for (const std::int64_t bytes : {1, 2, 3, 4}) { // of a pixel
+            LevelFile file = good;
+            file.SetCount("Tiles32 inflated", std::int64_t{kTilePixels} * 8 - 4 + bytes);
+            Conversion run;
+            ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
+            EXPECT_EQ(run.Program.Level.TileBytes, 2 * kTileBytes - 3 + bytes * 3 / 4);
+            EXPECT_EQ(run.Program.Level.Tiles32[0], MakeTinyLevel(game).Tiles32[0]);
+            EXPECT_EQ(run.Program.Level.Tiles32.size(), std::size_t{kTilePixels} * 2);
+            EXPECT_EQ(run.Program.Level.Tiles32.back(), 0U);
+        }
+    }
+    // Above 64 MiB the stream must be long enough; above 96 MiB none is.
+    constexpr std::int32_t kMiB = 1 << 20;
+    const std::vector<std::tuple<std::int32_t, std::int32_t, bool>> rows{
+        {0, 1, false},
+        {1, 1, true},
+        {64 * kMiB, 1, true},
+        {64 * kMiB + 1032, 1, false},
+        {96 * kMiB, 97540, false},
+        {96 * kMiB, 97541, true},
+        {96 * kMiB + 1, 97542, false}};
+    for (const auto& [inflated, compressed, taken] : rows) {
+        ByteWriter out;
+        out.Put(inflated);
+        out.Put(compressed);
+        out.PutZeros(97542);
+        ByteReader reader(out.Bytes());
+        BlockSizes sizes{};
+        try {
+            EXPECT_EQ(TakeBlock(reader, sizes).size(), static_cast<std::size_t>(compressed));
+            EXPECT_TRUE(taken) << inflated;
+        } catch (const ReadFailure&) {
+            EXPECT_FALSE(taken) << inflated;
+        }
     }
 }
 

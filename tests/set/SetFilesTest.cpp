@@ -241,6 +241,53 @@ TEST(WasFile, IsCutWhereItWasPutTogether)
         EXPECT_EQ(GameOfWas(text), kNoLevel) << text;
 }
 
+TEST(Lists, EndEveryLineInCrLf)
+{
+    const auto lines = [](const std::string& text) {
+        return ReadLines(std::as_bytes(std::span(text)));
+    };
+    EXPECT_EQ(lines(""), std::vector<std::string>{});
+    EXPECT_EQ(lines("\r\na\r\n"), (std::vector<std::string>{"", "a"}));
+    for (const char* text : {"a", "a\n", "\n", "a\r", "a\rb\r\n", "a\r\nb", "\r\r\n"})
+        EXPECT_THROW(lines(text), ReadFailure) << text;
+    std::string most;
+    for (int i = 0; i < 1 << 16; ++i)
+        most += "\r\n";
+    EXPECT_EQ(lines(most).size(), std::size_t{1} << 16U);
+    EXPECT_THROW(lines(most + "\r\n"), ReadFailure);
+    EXPECT_THROW(lines(most + "a"), ReadFailure);
+}
+
+TEST(MeshRecords, AreWalkedToTheirEndOrRefused)
+{
+    ScriptedHost host;
+    Reporter report(host);
+    WadMeshSet set;
+    WadMesh mesh = Triangle();
+    AppendWadMesh(set, mesh, report);
+    mesh.Faces.pop_back();
+    AppendWadMesh(set, mesh, report); // with two bytes that fill it up
+    std::vector<std::size_t> offsets;
+    const auto walk = [&] {
+        offsets.clear();
+        ForEachWadMesh(set, [&](std::size_t at, const WadMesh&) { offsets.push_back(at); });
+    };
+    walk();
+    EXPECT_EQ(offsets, (std::vector<std::size_t>{0, 52}));
+    EXPECT_EQ(mesh.Faces[0].TextureNumber(), 14U);
+    EXPECT_EQ(Triangle().Faces[1].TextureNumber(), 5U);
+    EXPECT_EQ(WadMeshOf(set, 1), mesh);
+    EXPECT_THROW(WadMeshOf(set, 2), ReadFailure);
+    set.MeshData.back() = std::byte{1};
+    EXPECT_THROW(walk(), ReadFailure);
+    for (const int count : {-1, 2, 0x7fff}) { // faces of the last mesh
+        std::memcpy(&set.MeshData[52 + 24], &count, 2);
+        EXPECT_THROW(WadMeshOf(set, 1), ReadFailure) << count;
+    }
+    mesh.Faces.push_back({.Type = 7});
+    EXPECT_EQ(EndOf([&] { AppendWadMesh(set, mesh, report); }), "Unknown face type - Face 1");
+}
+
 /// Reads a saved set back and compares it with the one that was made of its level. In sets of IV
 /// and V the default files stand for sounds and sprites, and so do those for sprites in others.
 void ExpectSameReadBack(Conversion& run, const std::string& level)
