@@ -1,8 +1,5 @@
-#include "check/ObjectSetCheck.h"
 #include "convert/FixAnimDispatches.h"
-#include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
-#include "tests/support/RealLevels.h"
 
 #include <gtest/gtest.h>
 
@@ -117,54 +114,6 @@ TEST(Objects, AreNoMoreThan60StaticMeshes)
         EXPECT_TRUE(run.Save());
         EXPECT_EQ(run.Wad().StaticMeshes.size(), 60U);
         EXPECT_EQ(LinesOfFile(run.Output(".was")).size(), run.Wad().Moveables.size() + 60);
-    }
-}
-
-/// Everything that holds for a set.
-void ExpectGoodSet(Conversion& run, const std::string& level)
-{
-    EXPECT_TRUE(run.Save()) << level;
-    EXPECT_EQ(run.Host.Messages(), Strings{}) << level;
-    const auto check = [&] {
-        const check::SetReport report = check::CheckSet(run.Base(), run.Program.Level.Version);
-        EXPECT_EQ(report.Problems, Strings{}) << level;
-        EXPECT_EQ(report.Missing, Strings{}) << level;
-    };
-    check();
-    const auto wad = ReadFile(run.Output(".wad"));
-    EXPECT_TRUE(run.Save()) << level; // a second save, over the files of the first
-    check();
-    EXPECT_EQ(ReadFile(run.Output(".wad")) == wad, true) << level;
-}
-
-TEST(ObjectSets, OfTheSampleLevelsAreGoodWithAndWithoutOptions)
-{
-    for (const VersionCode game : kGames) {
-        for (const bool ticked : {false, true}) {
-            Conversion run;
-            run.CopyDataFiles();
-            run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
-            if (ticked)
-                run.Host.OpenAnswers = {run.Folder.File("main.sfx"), run.Folder.File("main.sfx")};
-            WriteWholeFile(run.Folder.File("main.sfx"),
-                           samples::WriteMainSfx(samples::SampleSounds()).Bytes);
-            ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
-            ExpectGoodSet(run, LevelName(game));
-        }
-    }
-}
-
-TEST(ObjectSets, OfRealLevelsAreGood)
-{
-    const auto levels = RealLevels();
-    if (levels.empty())
-        GTEST_SKIP() << "no real levels here";
-    for (const std::string& path : levels) {
-        Conversion run;
-        run.CopyDataFiles();
-        run.Program.LevelTitle = FileTitle(path);
-        EXPECT_EQ(EndOf([&] { LoadLevel(run.Program, path); }), "") << path;
-        ExpectGoodSet(run, path);
     }
 }
 

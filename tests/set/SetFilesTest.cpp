@@ -1,15 +1,11 @@
 // The files of object sets. Their layouts stand in the code once, for writing and for reading: what
 // they are is written down here a second time, byte by byte.
 
-#include "convert/ConvertLevel.h"
-#include "samples/MainSfx.h"
 #include "set/Sounds.h"
 #include "set/Swd.h"
 #include "set/Wad.h"
 #include "set/Was.h"
 #include "tests/support/Conversion.h"
-#include "tests/support/RealLevels.h"
-#include "tests/support/SameSet.h"
 
 #include <gtest/gtest.h>
 
@@ -286,63 +282,6 @@ TEST(MeshRecords, AreWalkedToTheirEndOrRefused)
     }
     mesh.Faces.push_back({.Type = 7});
     EXPECT_EQ(EndOf([&] { AppendWadMesh(set, mesh, report); }), "Unknown face type - Face 1");
-}
-
-/// Reads a saved set back and compares it with the one that was made of its level. In sets of IV
-/// and V the default files stand for sounds and sprites, and so do those for sprites in others.
-void ExpectSameReadBack(Conversion& run, const std::string& level)
-{
-    const Session& program = run.Program;
-    auto made = ConvertLevel(
-        program.Level, program.Names, program.LevelTitle,
-        {.UpdateHorizon = run.Host.SkyFixTicked, .ExportSprites = run.Host.ExpSprTicked},
-        run.Program.Report);
-    ASSERT_TRUE(made) << level;
-    EXPECT_TRUE(run.Save()) << level;
-    const ObjectSet read = run.Set();
-    if (made->Sounds && HasMainSFX(made->Game))
-        ListSetSamples(*made, [&](std::int32_t sample) {
-            return program.MainSFX.WaveOf(FindIn(made->Sounds->SampleIndices, sample));
-        });
-    if (!made->Sounds)
-        made->Sounds = read.Sounds;
-    if (!made->Sprites)
-        made->Sprites = read.Sprites;
-    EXPECT_EQ(DifferenceOf(*made, read), "") << level;
-}
-
-TEST(ObjectSets, ReadBackAreThoseThatWereMade)
-{
-    for (const VersionCode game : kGames) {
-        for (const bool ticked : {false, true}) {
-            Conversion run;
-            run.CopyDataFiles();
-            run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
-            WriteWholeFile(run.Folder.File("main.sfx"),
-                           samples::WriteMainSfx(samples::SampleSounds()).Bytes);
-            if (ticked)
-                run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
-            ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
-            ExpectSameReadBack(run, LevelName(game));
-        }
-    }
-}
-
-TEST(ObjectSets, OfRealLevelsReadBackAreThoseThatWereMade)
-{
-    auto levels = RealLevels();
-    for (const std::string& level : RealLevels("modern"))
-        levels.push_back(level);
-    if (levels.empty())
-        GTEST_SKIP() << "no real levels here";
-    for (const std::string& path : levels) {
-        Conversion run;
-        run.CopyDataFiles();
-        run.Host.ExpSprTicked = true;
-        run.Program.LevelTitle = FileTitle(path);
-        LoadLevel(run.Program, path);
-        ExpectSameReadBack(run, path);
-    }
 }
 
 TEST(ObjectSets, ThatAreCutShortAreRefusedWhereTheyAreRead)
