@@ -127,9 +127,12 @@ TEST(Sounds, OfTombRaiderIIAndIIIComeFromMainSfx)
             EXPECT_EQ(wave("9-2"), sounds[1]);
             EXPECT_EQ(CountWaves(run), 1 + 2 + 1 + 4U);
         }
+        std::filesystem::remove_all(run.Output("-Sounds"));
+        EXPECT_TRUE(run.Save()); // cancelled again: the choice before is none of this save
+        EXPECT_EQ(CountWaves(run), 0U);
         EXPECT_EQ(run.Program.State.LevelVersion, game);
         const std::string asked = "open: TR2&3 Sound Data (main.sfx)|main.sfx in ";
-        EXPECT_EQ(std::count(run.Host.Calls.begin(), run.Host.Calls.end(), asked), 4);
+        EXPECT_EQ(std::count(run.Host.Calls.begin(), run.Host.Calls.end(), asked), 5);
     }
 }
 

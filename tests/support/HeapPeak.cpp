@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace
@@ -28,6 +29,7 @@ static void* Counted(void* fresh, std::size_t size, std::size_t head)
     const auto now = live += size;
     for (auto before = most.load(); before < now && !most.compare_exchange_weak(before, now);)
         ; // another thread came in between
+    std::memset(block + head, 0xa5, size); // what nobody fills shows
     return block + head;
 }
 
