@@ -1,6 +1,7 @@
 // Levels with one fault each. Whatever is wrong with a file, a load and a save end in a message or
 // in a set, never in a crash.
 
+#include "base/Text.h"
 #include "level/Readers.h"
 #include "samples/MainSfx.h"
 #include "side/MainSFX_Mod.h"
@@ -86,6 +87,10 @@ public:
             EXPECT_EQ(end, kReadError);
     }
 
+    void OpenLog() { run_.OpenLog(); }
+    /// In small letters.
+    std::string LastLine() const { return ToLower(run_.LogLines().back()); }
+
     LevelFile Part;
 
 private:
@@ -124,6 +129,13 @@ bool IsIdle(const std::string& name, VersionCode game)
     return begins("Tail");
 }
 
+/// Sections that go by the same name in the log as in the samples.
+const std::string kSections =
+    "|floor data|mesh data|mesh pointers|animations|state changes|dispatches|commands|mesh trees|"
+    "frames|moveables|static meshes|object textures|sprite textures|sprite sequences|cameras|"
+    "sound sources|boxes|overlaps|zones|animated textures|items|ai objects|light map|palette|"
+    "cinematic frames|demo data|sound map|sound details|sample data|sample indices|rooms|";
+
 class Damage : public testing::TestWithParam<VersionCode>
 {
 };
@@ -140,9 +152,14 @@ TEST_P(Damage, OfALevelCutAtAnySectionIsAReadError)
             continue;
         for (const std::size_t size :
              {mark.Offset, mark.Offset + mark.Size / 2, mark.Offset + mark.Size - 1}) {
+            patient.OpenLog();
             const auto end = patient.Treat(std::span(bytes).first(size), "cut at " + mark.Name);
-            if (!IsIdle(mark.Name, GetParam())) {
-                EXPECT_EQ(end, kReadError) << GetParam() << ' ' << mark.Name << ' ' << size;
+            if (IsIdle(mark.Name, GetParam()))
+                continue;
+            EXPECT_EQ(end, kReadError) << GetParam() << ' ' << mark.Name << ' ' << size;
+            if (kSections.find('|' + ToLower(mark.Name) + '|') != std::string::npos) {
+                EXPECT_TRUE(patient.LastLine().starts_with(ToLower(mark.Name) + ", offset "))
+                    << patient.LastLine();
             }
         }
     }
