@@ -57,6 +57,11 @@ TEST(FixAnimDispatches, LeadsWaysOutOfAnObjectToItsFirstAnimation)
     EXPECT_EQ(level.AnimDispatches[0].NextAnimation, 3);
     EXPECT_EQ(level.AnimDispatches[0].NextFrame, 103);
 
+    level = Animated({6, -5, 0x7fff}); // there are no such animations
+    const auto before = level.AnimDispatches;
+    FixAnimDispatches(level, report);
+    EXPECT_EQ(level.AnimDispatches, before);
+
     level = Animated({0});
     level.StateChanges[1] = {0, 0x7fff, -5};
     level.Animations[2].StateChange = 0x7fff;
