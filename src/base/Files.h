@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Bytes.h"
+#include "base/Text.h"
 #include "base/Uninitialised.h"
 
 #include <stdexcept>
@@ -15,7 +16,7 @@ class FileFailure : public std::runtime_error
 {
 public:
     FileFailure(const std::string& doing, const std::string& path, const std::string& reason)
-        : std::runtime_error("Can't " + doing + " " + path + ": " + reason)
+        : std::runtime_error("Can't " + doing + " " + Printable(path) + ": " + reason)
     {
     }
 };

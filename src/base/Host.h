@@ -36,6 +36,12 @@ public:
 
     /// A plain message box with an OK button; returns when the user has answered it.
     virtual void ShowMessage(const std::string& text, const std::string& title) = 0;
+    /// The same with a line that tells more of a failure, such as its place in a file.
+    virtual void ShowFailure(const std::string& text, const std::string& title,
+                             const std::string& detail)
+    {
+        ShowMessage(text + "\n" + detail, title);
+    }
 
     /// Asks for a file to open.
     virtual void ShowOpen(FileDialog& dialog) = 0;

@@ -1,24 +1,105 @@
 #include "base/Reporter.h"
 
+#include "base/Text.h"
+
+#include <new>
+
 namespace morlik
 {
 
+namespace
+{
+
+/// A text without its numbers.
+std::string KindOf(const std::string& text)
+{
+    std::string kind = text;
+    std::erase_if(kind, [](char c) { return c >= '0' && c <= '9'; });
+    return kind;
+}
+
+} // namespace
+
+const char* ReasonOf(const std::exception& failure)
+{
+    if (dynamic_cast<const std::bad_alloc*>(&failure) != nullptr)
+        return "There is not enough memory";
+    return failure.what();
+}
+
 void Reporter::LogLine(std::string_view text, std::int16_t flag)
 {
-    Log.Line(text, flag);
+    Log.Line(Printable(text), flag);
     // The log is read when something went wrong, so it must be on disk by then.
     Log.Flush();
 }
 
-void Reporter::Message(const std::string& text, const std::string& title)
+void Reporter::Message(const std::string& text, const std::string& title, const std::string& detail)
 {
-    host_.ShowMessage(text, title);
+    Show(KindOf(text), text, title, detail);
 }
 
-void Reporter::Stop(const std::string& text, const std::string& title)
+void Reporter::MessageOf(const std::string& text, const std::string& name)
 {
-    Message(text, title);
+    Show(text, text + Printable(name), kAppTitle, {});
+}
+
+void Reporter::Stop(const std::string& text, const std::string& title, const std::string& detail)
+{
+    TellHeldBack();
+    LogMessage(text, detail);
+    ShowBox(text, title, detail);
     throw ProgramEnd(text);
+}
+
+void Reporter::Show(const std::string& kind, const std::string& text, const std::string& title,
+                    const std::string& detail)
+{
+    LogMessage(text, detail);
+    if (scopes_ != 0 && ++told_[kind] > MessageScope::kMostOfAKind)
+        ++heldBack_;
+    else
+        ShowBox(text, title, detail);
+}
+
+void Reporter::LogMessage(const std::string& text, const std::string& detail)
+{
+    if (!detail.empty())
+        LogLine(detail);
+    if (scopes_ != 0)
+        LogLine(text);
+}
+
+void Reporter::ShowBox(const std::string& text, const std::string& title, const std::string& detail)
+{
+    if (detail.empty())
+        host_.ShowMessage(text, title);
+    else
+        host_.ShowFailure(text, title, detail);
+}
+
+void Reporter::TellHeldBack()
+{
+    if (heldBack_ == 0)
+        return;
+    const auto text = "There are " + std::to_string(heldBack_) + " more messages like these";
+    heldBack_ = 0;
+    host_.ShowMessage(
+        text + (Log.IsOpen() ? ": the log has them all." : ", not shown: no log is kept."),
+        kAppTitle);
+}
+
+MessageScope::~MessageScope()
+{
+    if (--report_.scopes_ != 0)
+        return;
+    try {
+        report_.told_.clear();
+        report_.TellHeldBack();
+    } catch (const std::exception&) {
+        // What ends the scope by an exception is told at its edge.
+        report_.heldBack_ = 0;
+    }
 }
 
 } // namespace morlik

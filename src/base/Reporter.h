@@ -4,6 +4,8 @@
 #include "base/PhaseTimes.h"
 #include "base/TextLines.h"
 
+#include <exception>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -19,6 +21,10 @@ public:
     explicit ProgramEnd(const std::string& why) : std::runtime_error(why) {}
 };
 
+/// What to tell of a failure that only a main or a window event catches. A text of its own for
+/// missing memory; nothing is allocated.
+const char* ReasonOf(const std::exception& failure);
+
 /// The channels on which the work tells what it does: message boxes and status through the Host,
 /// the log beside the program and the Info file of the running save.
 class Reporter
@@ -28,22 +34,58 @@ public:
 
     Host& TheHost() const { return host_; }
 
-    /// One text to the log; `kEndLine` ends the line. Without an open log it goes nowhere.
+    /// One text to the log; `kEndLine` ends the line. Without an open log it goes nowhere. A line
+    /// break in it can't end the line: it may come from a name.
     void LogLine(std::string_view text, std::int16_t flag = kEndLine);
     /// The same for the Info file.
     void InfoLine(std::string_view text, std::int16_t flag = kEndLine) { Info.Line(text, flag); }
 
-    /// A message box with an OK button.
-    void Message(const std::string& text, const std::string& title = kAppTitle);
+    /// A message box with an OK button. `detail` tells more, such as the place in a file; it goes
+    /// to the log and where the Host has room for it.
+    void Message(const std::string& text, const std::string& title = kAppTitle,
+                 const std::string& detail = {});
     /// The message of a failure that ends the program, then its end.
-    [[noreturn]] void Stop(const std::string& text, const std::string& title = kAppTitle);
+    [[noreturn]] void Stop(const std::string& text, const std::string& title = kAppTitle,
+                           const std::string& detail = {});
+    /// A message that ends in a name. All with the same text are of one kind, see `MessageScope`.
+    void MessageOf(const std::string& text, const std::string& name);
 
     TextLines Log;
     TextLines Info;
     PhaseTimes Times; ///< where the time of the work goes
 
 private:
+    friend class MessageScope;
+
+    void Show(const std::string& kind, const std::string& text, const std::string& title,
+              const std::string& detail);
+    void LogMessage(const std::string& text, const std::string& detail);
+    void ShowBox(const std::string& text, const std::string& title, const std::string& detail);
+    /// Tells how many messages were held back, if any were.
+    void TellHeldBack();
+
     Host& host_;
+    int scopes_ = 0;                          ///< loads and saves that go on
+    std::map<std::string, std::size_t> told_; ///< messages of them by kind
+    std::size_t heldBack_ = 0;
+};
+
+/// One load or save. A damaged level may have a message for each of its thousands of textures: of
+/// one kind, which is the same text but for its numbers, the first ones are shown, and the end of
+/// the scope, or the message that ends the program, tells how many more there were. The log gets
+/// them all. A scope in a scope belongs to the outer one.
+class MessageScope
+{
+public:
+    static constexpr std::size_t kMostOfAKind = 20;
+
+    explicit MessageScope(Reporter& report) : report_(report) { ++report_.scopes_; }
+    MessageScope(const MessageScope&) = delete;
+    MessageScope& operator=(const MessageScope&) = delete;
+    ~MessageScope();
+
+private:
+    Reporter& report_;
 };
 
 } // namespace morlik

@@ -18,6 +18,43 @@ char Upper(char c)
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+/// Bytes of the UTF-8 character that `text` begins with; 0 where it begins with none.
+std::size_t Utf8Length(std::string_view text)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const auto first = byte(0);
+    if (first < 0x80)
+        return 1;
+    const std::size_t length = first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
+    if (length == 0 || first > 0xf4 || text.size() < length)
+        return 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((byte(i) & 0xc0U) != 0x80)
+            return 0;
+    const bool hasShorterForm =
+        (first == 0xe0 && byte(1) < 0xa0) || (first == 0xf0 && byte(1) < 0x90);
+    const bool isNoLetter =
+        (first == 0xed && byte(1) >= 0xa0) || (first == 0xf4 && byte(1) >= 0x90);
+    return hasShorterForm || isNoLetter ? 0 : length;
+}
+
+/// Whether a character is a control character; `letter` is UTF-8 or a byte by itself.
+bool IsControl(std::string_view letter)
+{
+    const auto code = static_cast<unsigned char>(letter.back());
+    const bool isHigh = code >= 0x80 && code < 0xa0;
+    if (letter.size() == 1)
+        return code < 0x20 || code == 0x7f || isHigh;
+    return letter.size() == 2 && letter[0] == '\xc2' && isHigh;
+}
+
+/// "\\x0A" and the like, but for the line break.
+std::string Escape(char control)
+{
+    const auto code = static_cast<unsigned char>(control);
+    return control == '\n' ? "\\n" : (code < 0x10 ? "\\x0" : "\\x") + Hex(code);
+}
+
 } // namespace
 
 std::string ToLower(std::string_view text)
@@ -59,6 +96,36 @@ std::size_t LastFolderEnd(std::string_view path)
 std::string FileTitle(std::string_view path)
 {
     return std::string(path.substr(LastFolderEnd(path)));
+}
+
+std::string Printable(std::string_view text)
+{
+    std::string shown;
+    shown.reserve(text.size());
+    while (!text.empty()) {
+        const auto letter = text.substr(0, std::max<std::size_t>(Utf8Length(text), 1));
+        if (IsControl(letter))
+            shown += Escape(letter.back());
+        else
+            shown += letter;
+        text.remove_prefix(letter.size());
+    }
+    return shown;
+}
+
+std::string PrintableLines(std::string_view text)
+{
+    std::string shown;
+    for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+        shown += Printable(text.substr(0, end)) + "\n  ";
+        text.remove_prefix(end + 1);
+    }
+    return shown + Printable(text);
+}
+
+bool HasLineBreak(std::string_view text)
+{
+    return text.find_first_of("\r\n") != std::string_view::npos;
 }
 
 std::filesystem::path ToPath(std::string_view text)

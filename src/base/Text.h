@@ -26,6 +26,19 @@ std::size_t LastFolderEnd(std::string_view path);
 /// The name of a file without its folder.
 std::string FileTitle(std::string_view path);
 
+/// A text that may come from a file, fit for a terminal, where control characters give orders, and
+/// for a line of a list or a log, which a line break in a name would forge: control characters of
+/// ASCII and those of 0x80 to 0x9f, in UTF-8 or as bytes by themselves, as \xNN, line breaks as \n.
+/// All else stays, valid UTF-8 and other 8-bit letters.
+std::string Printable(std::string_view text);
+
+/// The same for a text of several lines. The further ones are set in by two blanks, so that none of
+/// them looks like a line of the program's own.
+std::string PrintableLines(std::string_view text);
+
+/// Whether a text holds what ends a line in some list.
+bool HasLineBreak(std::string_view text);
+
 std::filesystem::path ToPath(std::string_view text);
 std::string FromPath(const std::filesystem::path& path);
 

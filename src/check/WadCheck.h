@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Narrow.h"
+#include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "set/ObjectSet.h"
 
@@ -37,16 +38,13 @@ struct Budget
     }
 };
 
-/// The beginning of a text of a damaged file, in double quotes, fit for a terminal.
+/// The beginning of a text of a damaged file, in double quotes.
 inline std::string Quoted(std::string text)
 {
     constexpr std::size_t kMostShown = 60;
     if (text.size() > kMostShown)
         text.replace(kMostShown, std::string::npos, "...");
-    std::replace_if(
-        text.begin(), text.end(),
-        [](unsigned char letter) { return letter < ' ' || letter == 0x7f; }, '?');
-    return '"' + text + '"';
+    return '"' + Printable(text) + '"';
 }
 
 /// Animations with their state changes, dispatches, commands and frames.

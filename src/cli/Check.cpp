@@ -36,20 +36,20 @@ int Check(const std::string& set, int number, const Streams& streams)
         try {
             game = GameOfList(base + ".was");
         } catch (const FileFailure& failure) {
-            streams.Errors << failure.what() << '\n';
+            streams.Errors << PrintableLines(failure.what()) << '\n';
             return kFailed;
         }
     if (game == kNoLevel) {
-        streams.Errors << set << " does not tell the game; say it with --game N\n";
+        streams.Errors << Printable(set) << " does not tell the game; say it with --game N\n";
         return kFailed;
     }
     const auto report = check::CheckSet(base, game);
     for (const std::string& extension : report.Missing)
         streams.Out << "missing: the " << extension << " file\n";
     for (const std::string& problem : report.Problems)
-        streams.Out << problem << '\n';
+        streams.Out << Printable(problem) << '\n';
     for (const std::string& note : report.Notes)
-        streams.Out << "note: " << note << '\n';
+        streams.Out << "note: " << Printable(note) << '\n';
     const bool good = report.Missing.empty() && report.Problems.empty();
     streams.Out << (good ? "good" : "NOT good") << '\n';
     return good ? kGood : kFailed;

@@ -1,3 +1,4 @@
+#include "base/Text.h"
 #include "cli/Commands.h"
 #include "shell/MORLIK_Main.h"
 
@@ -24,6 +25,8 @@ constexpr const char* kExamples =
     "\n"
     "Results go to standard output, messages to standard error.\n"
     "Exit status: 0 all good, 1 something failed, 2 wrong use.";
+
+constexpr const char* kSeeHelp = "\nRun with --help for more information.\n";
 
 /// What a command does; gives the exit status.
 using Run = std::function<int()>;
@@ -128,6 +131,9 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     app.set_version_flag("--version", BuildVersionString({}));
     app.require_subcommand(1);
     app.footer(kExamples);
+    app.failure_message([](const CLI::App* /*app*/, const CLI::Error& failure) {
+        return Printable(failure.what()) + kSeeHelp; // it holds words, as a shell may find them
+    });
     int status = kWrongUse;
     AddConvert(app, status, streams);
     AddInfo(app, status, streams);
@@ -144,8 +150,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     };
     if (!arguments.empty() && !arguments[0].starts_with('-') &&
         app.get_subcommands(isCalled).empty()) {
-        streams.Errors << "There is no command " << arguments[0]
-                       << "\nRun with --help for more information.\n";
+        streams.Errors << "There is no command " << Printable(arguments[0]) << kSeeHelp;
         return kWrongUse;
     }
     try {

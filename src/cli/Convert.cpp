@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "cli/Commands.h"
+#include "cli/Json.h"
 #include "cli/MainSFX.h"
 #include "cli/Plan.h"
 #include "cli/ProgressBar.h"
@@ -15,7 +16,6 @@
 #include <array>
 #include <atomic>
 #include <iomanip>
-#include <nlohmann/json.hpp>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -63,8 +63,8 @@ bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
     return SaveLevel(session, job.Set);
 }
 
-/// The whole work on one level. Whatever comes of it, it comes as a result.
-Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(float)> onProg)
+/// The work on one level.
+Outcome TryWork(const Job& job, const ConvertOptions& options, std::function<void(float)> onProg)
 {
     QuietHost host({.MainSFX = job.MainSFX,
                     .UpdateHorizon = options.UpdateHorizon,
@@ -90,6 +90,19 @@ Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(f
     return outcome;
 }
 
+/// The whole work on one level. Whatever comes of it, it comes as a result.
+Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(float)> onProg)
+{
+    try {
+        return TryWork(job, options, std::move(onProg));
+    } catch (const std::exception& failure) { // around the work that `QuietHost` looks after
+        Outcome outcome;
+        outcome.IsDone = true;
+        outcome.Messages.emplace_back(std::string(kErrorTitle) + ": " + ReasonOf(failure));
+        return outcome;
+    }
+}
+
 void PrintTimes(const PhaseTimes& times, std::ostream& out)
 {
     out << std::fixed << std::setprecision(3);
@@ -98,36 +111,29 @@ void PrintTimes(const PhaseTimes& times, std::ostream& out)
     out << '\n';
 }
 
-/// A message whose further lines stand as far in as the first.
-std::string Indented(std::string message)
-{
-    for (auto at = message.find('\n'); at != std::string::npos; at = message.find('\n', at + 1))
-        message.insert(at + 1, "  ");
-    return message;
-}
-
 void Print(const Job& job, const Outcome& outcome, bool timings, const Streams& streams)
 {
+    const auto level = Printable(job.Level);
     if (outcome.Complete)
-        streams.Out << job.Level << ": saved as " << job.Set << std::endl;
+        streams.Out << level << ": saved as " << Printable(job.Set) << std::endl;
     else
-        streams.Errors << job.Level << ": not converted, or not wholly\n";
+        streams.Errors << level << ": not converted, or not wholly\n";
     if (outcome.Complete && !outcome.Messages.empty())
-        streams.Errors << job.Level << ":\n";
+        streams.Errors << level << ":\n";
     for (const std::string& message : outcome.Messages)
-        streams.Errors << "  " << Indented(message) << '\n';
+        streams.Errors << "  " << PrintableLines(message) << '\n';
     streams.Errors << std::flush;
     if (timings)
         PrintTimes(outcome.Times, streams.Out);
 }
 
-nlohmann::ordered_json ToJson(const Job& job, const Outcome& outcome, bool timings)
+Json ToJson(const Job& job, const Outcome& outcome, bool timings)
 {
-    nlohmann::ordered_json json{{"level", job.Level},
-                                {"set", job.Set},
-                                {"game", NumberOf(outcome.Game)},
-                                {"complete", outcome.Complete},
-                                {"messages", outcome.Messages}};
+    Json json{{"level", job.Level},
+              {"set", job.Set},
+              {"game", NumberOf(outcome.Game)},
+              {"complete", outcome.Complete},
+              {"messages", outcome.Messages}};
     if (timings)
         for (const PhaseName& phase : kPhases)
             json["milliseconds"][phase.Name] = outcome.Times.Milliseconds(phase.Which);
@@ -157,19 +163,30 @@ std::vector<Outcome> WorkOnAll(const std::vector<Job>& jobs, const ConvertOption
             });
         }
     };
+    // What is thrown around the works, such as for want of memory, waits for the other threads.
+    std::exception_ptr failure;
+    const auto guarded = [&] {
+        try {
+            work();
+        } catch (const std::exception&) {
+            bar.Around([&] { failure = std::current_exception(); });
+        }
+    };
     auto wanted = options.Jobs;
     if (wanted == 0 && jobs.size() > 1) // to ask costs a single level too much
         wanted = std::max(1U, std::thread::hardware_concurrency());
     std::vector<std::thread> threads;
     try {
         while (threads.size() + 1 < std::min<std::size_t>(wanted, jobs.size()))
-            threads.emplace_back(work);
+            threads.emplace_back(guarded);
     } catch (const std::system_error&) {
         // The system gives no more of them; those that there are do it too.
     }
-    work();
+    guarded();
     for (std::thread& thread : threads)
         thread.join();
+    if (failure)
+        std::rethrow_exception(failure);
     return outcomes;
 }
 
@@ -179,7 +196,7 @@ int Convert(const ConvertOptions& options, const Streams& streams)
 {
     const auto jobs = Plan(options);
     if (const auto fault = FaultOf(options, jobs); !fault.empty()) {
-        streams.Errors << fault << '\n';
+        streams.Errors << Printable(fault) << '\n';
         return kWrongUse;
     }
     MakeFolder(ToPath(jobs[0].Set).parent_path());
@@ -189,10 +206,10 @@ int Convert(const ConvertOptions& options, const Streams& streams)
         streams.Errors << "Stopped by the user: " << numDone << " of " << jobs.size()
                        << " levels were begun\n";
     if (options.Json) {
-        auto list = nlohmann::ordered_json::array();
+        auto list = Json::array();
         for (std::size_t i = 0; i < jobs.size(); ++i)
             list.push_back(ToJson(jobs[i], outcomes[i], options.Timings));
-        streams.Out << list.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+        PrintJson(list, streams.Out);
     }
     const bool good = std::all_of(outcomes.begin(), outcomes.end(),
                                   [](const Outcome& outcome) { return outcome.Complete; });

@@ -3,6 +3,7 @@
 
 #include "base/Text.h"
 #include "cli/Commands.h"
+#include "cli/Json.h"
 #include "cli/MainSFX.h"
 #include "cli/QuietHost.h"
 #include "convert/ConvertMeshes.h"
@@ -12,15 +13,12 @@
 
 #include <algorithm>
 #include <map>
-#include <nlohmann/json.hpp>
 
 namespace morlik::cli
 {
 
 namespace
 {
-
-using Json = nlohmann::ordered_json;
 
 /// 8-bit text of a level or project, its padding cut off.
 std::string FromLatin1(std::string_view text)
@@ -142,18 +140,12 @@ Json DescribeProject(const std::string& file, Session& session)
             {"rooms", std::move(rooms)}};
 }
 
-/// A value for people. A name of a damaged file can't give orders to the terminal.
+/// A value for people.
 std::string TextOf(const Json& value)
 {
     if (value.is_null())
         return "unknown";
-    if (!value.is_string())
-        return value.dump();
-    auto text = value.get<std::string>();
-    std::replace_if(
-        text.begin(), text.end(),
-        [](unsigned char character) { return character < ' ' || character == 0x7f; }, '?');
-    return text;
+    return value.is_string() ? Printable(value.get<std::string>()) : value.dump();
 }
 
 /// Columns that a text in UTF-8 takes.
@@ -209,7 +201,7 @@ int Info(const std::string& file, bool json, const Streams& streams)
                                  : isProject     ? DescribeProject(file, session)
                                                  : DescribeLevel(file, session);
         if (json)
-            streams.Out << description.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+            PrintJson(description, streams.Out);
         else
             PrintText(description, streams.Out);
         // What could be read is shown, but a level that can't be converted is no good one.

@@ -66,7 +66,7 @@ bool LoadMainSFX(Session& session, const std::string& file)
     if (!ReadMainSFX(file, session.MainSFX, session.Report))
         return false;
     if (session.MainSFX.MainSFXSamples.empty())
-        session.Report.Message(file + " holds no sounds");
+        session.Report.Message(Printable(file) + " holds no sounds");
     return !session.MainSFX.MainSFXSamples.empty();
 }
 
@@ -83,7 +83,7 @@ std::string NoteOnSounds(const Session& session, const std::string& mainSFX, boo
     });
     if (missing == 0)
         return {};
-    return mainSFX + " lacks " + std::to_string(missing) + " of the " +
+    return Printable(mainSFX) + " lacks " + std::to_string(missing) + " of the " +
            std::to_string(indices.size()) + " samples of the level";
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Text.h"
 #include "cli/Commands.h"
 #include "platform/ConsoleHost.h"
 #include "shell/Session.h"
@@ -42,7 +43,7 @@ public:
         } catch (const ProgramEnd&) {
             return false; // its message is there
         } catch (const std::exception& failure) {
-            ShowMessage(failure.what(), kErrorTitle);
+            ShowMessage(ReasonOf(failure), kErrorTitle);
             return false;
         }
     }
@@ -60,7 +61,7 @@ int RunQuietly(const Streams& streams, Work work)
     Session session(host);
     const bool good = host.Try([&] { return work(session); });
     for (const std::string& message : host.Messages)
-        streams.Errors << message << '\n';
+        streams.Errors << PrintableLines(message) << '\n';
     return good ? kGood : kFailed;
 }
 

@@ -1,4 +1,5 @@
-#include "base/Host.h"
+#include "base/Reporter.h"
+#include "base/Text.h"
 #include "cli/Commands.h"
 #include "platform/Platform.h"
 
@@ -20,7 +21,7 @@ int main(int argc, char** argv)
         std::cerr << kErrorTitle << ": Can't write the results\n"; // a full disk behind a ">"
         return cli::kFailed;
     } catch (const std::exception& failure) {
-        std::cerr << kErrorTitle << ": " << failure.what() << '\n';
+        std::cerr << kErrorTitle << ": " << PrintableLines(ReasonOf(failure)) << '\n';
         return cli::kFailed;
     }
 }

@@ -86,7 +86,7 @@ private:
     void TellFault()
     {
         if (faulty_)
-            report_.Message("Error converting animations from the " + OwnerName());
+            report_.MessageOf("Error converting animations from the ", OwnerName());
         faulty_ = false;
     }
 

@@ -108,7 +108,7 @@ std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames&
     if (isOlderGame && choices.ExportSprites) {
         const TileRange spriteTiles = SpriteTiles(level);
         if (!spriteTiles.Fits(level)) {
-            report.Message(kBadTexture);
+            report.Message(kBadTexture, kAppTitle, spriteTiles.TextFor(level));
             return std::nullopt;
         }
         set.Sprites = ConvertSprites(level, spriteTiles);

@@ -73,6 +73,7 @@ private:
         auto raw =
             ReadRawMesh(level_.MeshData, level_.MeshPointers[number], IsOlderGame(level_.Version));
         budget_.Spend(raw.SourceBytes);
+        raw.Number = number;
         std::optional<HorizonUpdate> horizon;
         if (static_cast<std::int32_t>(number) == horizon_)
             horizon.emplace(level_, tables_.Textures.ColourBase(), updateHorizon_, info_);

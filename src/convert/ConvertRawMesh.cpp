@@ -57,7 +57,7 @@ private:
     {
         const LevelTexture& texture = TextureOf(face);
         if (texture.TextureFlip != 1 && texture.TextureFlip != -1)
-            report_.Stop("Triangle texture used on rectangle!");
+            report_.Stop("Triangle texture used on rectangle!", kAppTitle, PlaceOf(face));
         Add(kFaceRectangle, Turned<4>(face), texture.TextureFlip * Number(texture), Flags(face));
     }
 
@@ -65,7 +65,7 @@ private:
     {
         const LevelTexture& texture = TextureOf(face);
         if (texture.TextureFlip == 1 || texture.TextureFlip == -1)
-            report_.Stop("Rectangle texture used on triangle!");
+            report_.Stop("Rectangle texture used on triangle!", kAppTitle, PlaceOf(face));
         Add(kFaceTriangle, Turned<3>(face), texture.TextureFlip + Number(texture), Flags(face));
     }
 
@@ -87,6 +87,13 @@ private:
     const LevelTexture& TextureOf(const RawFace& face) const
     {
         return textures_[static_cast<std::uint16_t>(face.Texture)];
+    }
+
+    /// The next face of the list and its texture, for a message.
+    std::string PlaceOf(const RawFace& face) const
+    {
+        return "mesh " + std::to_string(raw_.Number) + ", face " + std::to_string(faces_.size()) +
+               ": texture " + std::to_string(static_cast<std::uint16_t>(face.Texture));
     }
 
     std::int32_t Number(const LevelTexture& texture) const

@@ -43,6 +43,9 @@ public:
         return nullptr;
     }
 
+    /// The last unknown texture and its place.
+    const std::string& Unknown() const { return unknown_; }
+
     std::vector<std::int32_t> Used() const
     {
         std::vector<std::int32_t> list;
@@ -61,8 +64,13 @@ private:
             reader.Fail("a count of " + std::to_string(count));
         for (std::int16_t i = 0; i < count; ++i) {
             reader.Skip(corners * sizeof(std::int16_t));
-            if (!Mark(reader.Read<std::uint16_t>()))
+            const auto texture = reader.Read<std::uint16_t>();
+            if (!Mark(texture)) {
+                unknown_ = "offset " + std::to_string(reader.Position() - sizeof(texture)) +
+                           " of the mesh data: texture " + std::to_string(texture) + " of " +
+                           std::to_string(level_.Textures.size());
                 return false;
+            }
             if (!isOlderGame_)
                 reader.Skip(sizeof(std::int16_t)); // attribute
         }
@@ -85,6 +93,7 @@ private:
     std::vector<bool> walked_; ///< by offset in the mesh data
     MeshBudget budget_;
     std::vector<bool> used_; ///< by texture index
+    std::string unknown_;
 };
 
 } // namespace
@@ -95,7 +104,8 @@ std::optional<std::vector<std::int32_t>> CountTextInfos(const LevelData& level, 
     for (std::size_t i = 0; i < level.MeshPointers.size(); ++i) {
         try {
             if (const char* kind = census.Walk(level.MeshPointers[i])) {
-                report.Message(std::string("Unknown texture found in ") + kind + "!");
+                report.Message(std::string("Unknown texture found in ") + kind + "!", kAppTitle,
+                               "mesh " + std::to_string(i) + ", " + census.Unknown());
                 return std::nullopt;
             }
         } catch (const ReadFailure& failure) {
@@ -107,8 +117,8 @@ std::optional<std::vector<std::int32_t>> CountTextInfos(const LevelData& level, 
 
 void StopAtMesh(std::size_t number, const ReadFailure& failure, Reporter& report)
 {
-    report.LogLine(failure.what());
-    report.Stop("Mesh " + std::to_string(number) + " is damaged - can't continue!");
+    report.Stop("Mesh " + std::to_string(number) + " is damaged - can't continue!", kAppTitle,
+                failure.what());
 }
 
 } // namespace morlik

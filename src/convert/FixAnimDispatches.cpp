@@ -28,7 +28,8 @@ void FixAnimDispatches(ObjectSet& set, Reporter& report)
     std::int64_t visitsLeft = kMostVisits;
     const auto spend = [&] {
         if (--visitsLeft < 0)
-            report.Stop("The animations are damaged - can't continue!");
+            report.Stop("The animations are damaged - can't continue!", kAppTitle,
+                        "dispatches: the animations share them again and again");
     };
     for (std::size_t m = 0; m < set.Moveables.size(); ++m) {
         const std::int16_t first = set.Moveables[m].Animation;

@@ -40,6 +40,7 @@ struct RawMesh
     std::vector<RawFace> ColouredRectangles;
     std::vector<RawFace> ColouredTriangles;
     std::size_t SourceBytes = 0; ///< size of the mesh in the level
+    std::size_t Number = 0;      ///< of the mesh in the level, for messages
 };
 
 /// Bytes of centre and radius, which stand before the vertex count.

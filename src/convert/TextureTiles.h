@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 
 namespace morlik
 {
@@ -26,6 +27,13 @@ struct TileRange
     {
         constexpr std::int32_t kMostMissingTiles = 512;
         return Count() <= std::max(level.TileBytes / kTileBytes, kMostMissingTiles);
+    }
+
+    /// For a message: what is wanted of `level`.
+    std::string TextFor(const LevelData& level) const
+    {
+        return "the tiles " + std::to_string(First) + " to " + std::to_string(Last) + " of " +
+               std::to_string(level.TileBytes / kTileBytes) + " are used";
     }
 };
 

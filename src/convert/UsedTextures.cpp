@@ -19,11 +19,9 @@ constexpr std::int32_t kUnused = -1;
 void CheckTextureCount(std::size_t count, Reporter& report)
 {
     const auto number = std::to_string(count);
-    if (count >= kMostTextures) {
-        // "To many" is what the users know the message by.
-        report.LogLine("ERROR! To many textures used (" + number + ")");
-        report.Stop("To many object textures in level - can't continue!");
-    }
+    if (count >= kMostTextures) // "To many" is what the users know the message by.
+        report.Stop("To many object textures in level - can't continue!", kAppTitle,
+                    "ERROR! To many textures used (" + number + ")");
     report.LogLine(number + " TextInfos found");
 }
 
@@ -91,7 +89,7 @@ std::optional<std::vector<TextInfo>> TextureRecords(const LevelData& level,
         TextInfo record = level.Textures[static_cast<std::size_t>(index)].Info;
         const std::int32_t tile = record.Tile - tiles.First;
         if (tile < 0 || tile >= tiles.Count() || !tiles.Fits(level)) {
-            report.Message(kBadTexture);
+            report.Message(kBadTexture, kAppTitle, tiles.TextFor(level));
             return std::nullopt;
         }
         if (record.X + record.Width > 255)

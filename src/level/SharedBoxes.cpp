@@ -37,7 +37,10 @@ void SharedBoxes::Check(const TextInfo& info, std::int32_t number) const
     if (info.X + info.Width > 255 || info.Y + info.Height > 255)
         report_.Stop("ConvertTR5TextInfo -> ObjectTexture" + std::to_string(number) + " invalid");
     if (std::int64_t{info.Tile} * kTileBytes > tileBytes_)
-        report_.Stop("Invalid objecttexture - Tile wrong");
+        report_.Stop("Invalid objecttexture - Tile wrong", kAppTitle,
+                     "object textures: texture " + std::to_string(number) + " lies on tile " +
+                         std::to_string(info.Tile) + " of " +
+                         std::to_string(tileBytes_ / kTileBytes));
     const auto row = narrow<std::int16_t>(info.Y + kTileSide * std::int32_t{info.Tile});
     const auto rows = tileBytes_ / (kTileBytes / kTileSide);
     if (row >= rows)

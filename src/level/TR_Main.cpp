@@ -98,6 +98,7 @@ std::shared_ptr<const FileBytes> LoadFile(const std::string& fileName, Reporter&
 
 LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& report)
 {
+    const MessageScope messages(report);
     state.LevelIsLoaded = -1;
     report.LogLine("-LevelFile:" + fileName);
     try {
@@ -105,9 +106,9 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         const auto word = FirstWord(file->Bytes());
         const auto version = Identify(word, fileName);
         if (version == kNoLevel) {
-            report.LogLine("-First bytes:" + Describe(file->Bytes()));
             report.Stop("Unknown level version - 0x" + Hex(word) +
-                        "\nIf this is a TR level, please mail the version code to me.");
+                            "\nIf this is a TR level, please mail the version code to me.",
+                        kAppTitle, "-First bytes:" + Describe(file->Bytes()));
         }
         state.LevelVersion = version;
         report.LogLine("-LevelVersion:" + DigitsOf(version));
@@ -120,8 +121,7 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         ReadByVersion(reading);
         return level;
     } catch (const ReadFailure& failure) {
-        report.LogLine(failure.what());
-        report.Stop("ReadTR -> Error reading level", kErrorTitle);
+        report.Stop("ReadTR -> Error reading level", kErrorTitle, failure.what());
     }
 }
 

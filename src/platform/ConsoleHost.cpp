@@ -1,5 +1,6 @@
 #include "platform/ConsoleHost.h"
 
+#include "base/Text.h"
 #include "platform/Platform.h"
 
 namespace morlik
@@ -7,7 +8,7 @@ namespace morlik
 
 void ConsoleHost::ShowMessage(const std::string& text, const std::string& title)
 {
-    messages_ << title << ": " << text << std::endl;
+    messages_ << PrintableLines(title + ": " + text) << std::endl;
 }
 
 void ConsoleHost::ShowOpen(FileDialog& dialog)

@@ -26,7 +26,7 @@ public:
     {
     }
 
-    /// Writes a line with the title and the text.
+    /// Writes a line with the title and the text; further lines of the text are set in.
     void ShowMessage(const std::string& text, const std::string& title) override;
 
     /// The one dialog of a run without a window asks for `main.sfx`.

@@ -12,8 +12,7 @@ bool CopyDataFile(const std::string& name, FileGroup& group, const std::string& 
     try {
         content = FileBytes::Load(FromPath(report.TheHost().ProgramFolder() / name));
     } catch (const FileFailure& failure) {
-        report.LogLine(failure.what());
-        report.Message("Can't find " + name);
+        report.Message("Can't find " + name, kAppTitle, failure.what());
         return false;
     }
     group.Write(target, content.Bytes());

@@ -68,8 +68,7 @@ FileBytes LoadCatalogue(const std::string& path, Reporter& report)
     try {
         return FileBytes::Load(path);
     } catch (const FileFailure& failure) {
-        report.LogLine(failure.what());
-        report.Stop("LoadObjectIDs -> Can't find TR4Objects.dat", kErrorTitle);
+        report.Stop("LoadObjectIDs -> Can't find TR4Objects.dat", kErrorTitle, failure.what());
     }
 }
 
@@ -85,8 +84,7 @@ void LoadObjectIDs(const std::string& path, ObjectNames& names, Reporter& report
         for (const CatalogueSection& section : kSections)
             ReadSection(reader, section, names);
     } catch (const ReadFailure& failure) {
-        report.LogLine(failure.what());
-        report.Stop("Error reading TR4Objects.dat", kErrorTitle);
+        report.Stop("Error reading TR4Objects.dat", kErrorTitle, failure.what());
     }
 }
 

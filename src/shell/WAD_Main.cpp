@@ -223,6 +223,13 @@ bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveCont
         context.Report.Message("You must save it as a was file");
         return false;
     }
+    for (const std::string& name : {FileTitle(fileName), context.LevelTitle})
+        if (HasLineBreak(name)) {
+            context.Report.Message("A name with a line break can't stand in the list of a set: " +
+                                   Printable(name));
+            return false;
+        }
+    const MessageScope messages(context.Report);
     const SaveScope scope(context.Report);
     try {
         return Saver(fileName, level, context).Run();

@@ -229,6 +229,7 @@ std::optional<FileBytes> LoadFile(const std::string& fileName, Reporter& report)
 
 PRJData ReadPRJ(const std::string& fileName, std::int16_t& levelIsLoaded, Reporter& report)
 {
+    const MessageScope messages(report);
     const auto file = LoadFile(fileName, report);
     if (!file)
         return {};
@@ -245,8 +246,7 @@ PRJData ReadPRJ(const std::string& fileName, std::int16_t& levelIsLoaded, Report
         ByteReader reader(file->Bytes());
         return PRJReading(reader, kFirstLayout, &report).Read();
     } catch (const ReadFailure& failure) {
-        report.LogLine(failure.what());
-        report.Message("ReadPRJ -> Error reading PRJ file!");
+        report.Message("ReadPRJ -> Error reading PRJ file!", kAppTitle, failure.what());
         return {};
     }
 }

@@ -9,6 +9,7 @@
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
 #include "tests/support/Conversion.h"
+#include "tests/support/HeapPeak.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -368,6 +369,127 @@ TEST_F(CliTest, CheckTellsWhatIsWrongWithASet)
     EXPECT_EQ(RunCli({"check", File("a.was"), "--game", "2"}).Out,
               "missing: the .swd file\nNOT good\n");
     EXPECT_EQ(RunCli({"check", File("none.was")}).Status, 1);
+}
+
+/// Whether a terminal shows all of a text as it stands.
+bool IsPrintable(std::string text)
+{
+    std::erase(text, '\n');
+    return Printable(text) == text;
+}
+
+#ifndef _WIN32 // whose names hold no line breaks
+TEST_F(CliTest, ShowsANameThatForgesALine)
+{
+    const std::string name = "two\nlines\x1b\xc2\x9b: saved as good.was";
+    const std::string shown = "two\\nlines\\x1B\\x9B: saved as good.was";
+    const auto level = File(name + ".phd");
+    WriteWholeFile(level, ReadFile(Levels[0]));
+    const auto ran = RunCli({"convert", level, "-d", File("sets")});
+    EXPECT_EQ(ran.Status, 1);
+    EXPECT_EQ(ran.Out, "");
+    EXPECT_EQ(ran.Errors, File(shown) + ".phd: not converted, or not wholly\n" +
+                              "  MORLIK: A name with a line break can't stand in the list of a " +
+                              "set: " + shown + ".was\n");
+    EXPECT_EQ(RunCli({"convert", level, "-o", File("good.was")}).Status, 1);
+    EXPECT_FALSE(std::filesystem::exists(ToPath(File("good.wad"))));
+    std::filesystem::create_directory(ToPath(File("in\ntwo"))); // a folder is in no list
+    const auto good = RunCli({"convert", Levels[0], "-o", File("in\ntwo/a.was"), "--json"});
+    EXPECT_EQ(good.Status, 0);
+    EXPECT_EQ(json::parse(good.Out)[0]["set"], File("in\ntwo/a.was"));
+
+    const auto text = RunCli({"info", level});
+    EXPECT_EQ(text.Out.find("file: " + File(shown) + ".phd\n"), 0U) << text.Out;
+    const auto told = RunCli({"info", level, "--json"});
+    EXPECT_TRUE(IsPrintable(told.Out));
+    EXPECT_EQ(json::parse(told.Out)["file"], level);
+    for (const Strings& words :
+         {Strings{"info", File("gone\n\x7f")}, Strings{"sheet", File("gone\n\x7f"), File("a.tga")},
+          Strings{"check", File("gone\n\x7f.was")}, Strings{"gone\n\x7f"}, Strings{"--gone\n\x7f"},
+          Strings{"convert", File("gone\n\x7f"), "-o", "gone\n\x7f"},
+          Strings{"convert", File("gone\n\x7f"), "-o", File("a.was")}}) {
+        const auto errors = RunCli(words).Errors;
+        EXPECT_TRUE(IsPrintable(errors)) << errors;
+        EXPECT_EQ(errors.find("\n\x7f"), std::string::npos);
+    }
+}
+#endif
+
+TEST_F(CliTest, ShowsNoOrdersToTheTerminal)
+{
+    auto project = samples::MakeProject();
+    project.Rooms[0].Name = "one\x9b\x7f\nL\xf6we";
+    WriteWholeFile(File("a.prj"), samples::WriteProject(project).Bytes);
+    const auto text = RunCli({"info", File("a.prj")}).Out;
+    EXPECT_NE(text.find("one\\x9B\\x7F\\nL\xc3\xb6we"), std::string::npos) << text;
+    const auto told = RunCli({"info", File("a.prj"), "--json"}).Out;
+    EXPECT_TRUE(IsPrintable(told));
+    EXPECT_EQ(json::parse(told)["rooms"][0]["name"], "one\xc2\x9b\x7f\nL\xc3\xb6we");
+
+    ASSERT_EQ(RunCli({"convert", Levels[0], "-o", File("a.was")}).Status, 0);
+    const std::string line = "\x1b[2J\xc2\x9bgood\r\n";
+    WriteWholeFile(File("a.sam"), std::as_bytes(std::span(line)));
+    const auto checked = RunCli({"check", File("a.was")}).Out;
+    EXPECT_NE(checked.find("\"\\x1B[2J\\x9Bgood\""), std::string::npos) << checked;
+    EXPECT_TRUE(IsPrintable(checked));
+}
+
+TEST_F(CliTest, TellsThePlaceOfAFault)
+{
+    auto file = WriteLevel(samples::MakeRichLevel(kTR1));
+    file.SetCount("Moveables", -1);
+    WriteWholeFile(File("a.phd"), file.Bytes);
+    const auto place = "moveables, offset " + std::to_string(file.Count("Moveables").Offset + 4) +
+                       ": a count of -1";
+    for (const Strings& words :
+         {Strings{"info", File("a.phd")}, Strings{"sheet", File("a.phd"), File("a.tga")},
+          Strings{"sounds", File("a.phd"), File("waves")},
+          Strings{"convert", File("a.phd"), "-o", File("a.was")}}) {
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 1);
+        EXPECT_NE(ran.Errors.find("ReadTR -> Error reading level\n  " + place + "\n"),
+                  std::string::npos)
+            << ran.Errors;
+    }
+    const auto told = RunCli({"convert", File("a.phd"), "-o", File("a.was"), "--json"});
+    EXPECT_EQ(json::parse(told.Out)[0]["messages"][0],
+              "MORLIK error: ReadTR -> Error reading level\n" + place);
+}
+
+TEST_F(CliTest, PrintsTwentyMessagesOfAKindAndLogsThemAll)
+{
+    auto level = samples::MakeTinyLevel(kTR1);
+    // Rectangles whose right side lies left of the left one: two messages each.
+    level.ObjectTextures.resize(
+        101, {.Corners = {
+                  {{1, 200, 1, 0}, {0xff, 100, 1, 0}, {0xff, 100, 0xff, 9}, {1, 200, 0xff, 9}}}});
+    WriteWholeFile(File("a.phd"), WriteLevel(level).Bytes);
+    const auto ran = RunCli({"convert", File("a.phd"), "-o", File("a.was")});
+    EXPECT_EQ(std::count(ran.Errors.begin(), ran.Errors.end(), '\n'), 22) << ran.Errors;
+    EXPECT_NE(ran.Errors.find("  MORLIK: There are 180 more messages like these, not shown: no "
+                              "log is kept.\n"),
+              std::string::npos)
+        << ran.Errors;
+    RunCli({"convert", File("a.phd"), "-o", File("a.was"), "--log", File("log")});
+    const auto lines = LinesOfFile(File("log"));
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "ConvertTextInfo -> Error reading texture100"),
+              2);
+}
+
+TEST_F(CliTest, TellsOfShortMemory)
+{
+    ASSERT_EQ(RunCli({"convert", Levels[0], "-o", File("a.was")}).Status, 0);
+    const ShortMemory memory(std::size_t{16} << 10U);
+    for (const Strings& words :
+         {Strings{"info", Levels[0]}, Strings{"sheet", Levels[0], File("a.tga")},
+          Strings{"sounds", Levels[0], File("waves")}, Strings{"info", File("MAIN.Sfx")},
+          Strings{"convert", Levels[0], Levels[1], Levels[4], "-d", File("sets"), "--jobs", "3"}}) {
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 1);
+        EXPECT_NE(ran.Errors.find("MORLIK error: There is not enough memory\n"), std::string::npos)
+            << ran.Errors;
+    }
+    EXPECT_THROW(RunCli({"check", File("a.was")}), std::bad_alloc); // for the main
 }
 
 } // namespace

@@ -225,7 +225,7 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
             run.OpenLog();
             EXPECT_FALSE(run.Load(file.Bytes, LevelName(game))) << size;
             EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{kReadError});
-            EXPECT_NE(run.LogLines().back().find("inflated size of " + std::to_string(size)),
+            EXPECT_NE(run.Host.Details.back().find("inflated size of " + std::to_string(size)),
                       std::string::npos);
         }
         for (const std::int64_t bytes : {1, 2, 3, 4}) { // of a pixel

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <new>
 
 namespace
@@ -13,6 +14,7 @@ namespace
 std::atomic<std::size_t> live{0};
 std::atomic<std::size_t> most{0};
 std::atomic<std::size_t> base{0};
+std::atomic<std::size_t> largest{std::numeric_limits<std::size_t>::max()};
 
 /// Each block begins with its size, in as many bytes as keep the rest aligned.
 constexpr std::size_t kHead = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
@@ -23,8 +25,10 @@ constexpr std::size_t kHead = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 static void* Counted(void* fresh, std::size_t size, std::size_t head)
 {
     auto* const block = static_cast<std::byte*>(fresh);
-    if (block == nullptr)
+    if (block == nullptr || size > largest) {
+        std::free(block);
         throw std::bad_alloc();
+    }
     *reinterpret_cast<std::size_t*>(block) = size;
     const auto now = live += size;
     for (auto before = most.load(); before < now && !most.compare_exchange_weak(before, now);)
@@ -79,6 +83,16 @@ std::size_t HeapPeak()
 void ResetHeapPeak()
 {
     base = most = live.load();
+}
+
+ShortMemory::ShortMemory(std::size_t most)
+{
+    largest = most;
+}
+
+ShortMemory::~ShortMemory()
+{
+    largest = std::numeric_limits<std::size_t>::max();
 }
 
 } // namespace morlik::test

@@ -11,4 +11,14 @@ namespace morlik::test
 std::size_t HeapPeak();
 void ResetHeapPeak();
 
+/// While one lives, blocks above that size are refused, as where memory is short.
+class ShortMemory
+{
+public:
+    explicit ShortMemory(std::size_t most);
+    ShortMemory(const ShortMemory&) = delete;
+    ShortMemory& operator=(const ShortMemory&) = delete;
+    ~ShortMemory();
+};
+
 } // namespace morlik::test

@@ -3,6 +3,7 @@
 #include "base/Host.h"
 
 #include <deque>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -27,6 +28,8 @@ public:
     /// Such as "message: TITLE: TEXT", "event: TEXT", "prog: 12.5", "open: FILTER in FOLDER".
     std::vector<std::string> Calls;
     int Turns = 0;
+    int TurnsToStop = std::numeric_limits<int>::max(); ///< the user asks to stop after so many
+    std::vector<std::string> Details;                  ///< of the failures among the messages
 
     /// The message boxes alone, each as "TITLE: TEXT".
     std::vector<std::string> Messages() const
@@ -43,6 +46,12 @@ public:
     {
         Calls.push_back("message: " + title + ": " + text);
     }
+    void ShowFailure(const std::string& text, const std::string& title,
+                     const std::string& detail) override
+    {
+        ShowMessage(text, title);
+        Details.push_back(detail);
+    }
     void ShowOpen(FileDialog& dialog) override { Answer("open: ", dialog, OpenAnswers); }
     void ShowSave(FileDialog& dialog) override { Answer("save: ", dialog, SaveAnswers); }
     void SetEvent(const std::string& text) override { Calls.push_back("event: " + text); }
@@ -53,6 +62,7 @@ public:
         Calls.push_back(text.str());
     }
     void GiveTurn() override { ++Turns; }
+    bool StopRequested() const override { return Turns >= TurnsToStop; }
     std::string Caption() const override { return CaptionText; }
     void SetCaption(const std::string& text) override
     {

@@ -88,6 +88,20 @@ TEST(QtHostTexts, ShowWesternNamesAndPathsAlike)
     }
 }
 
+TEST(QtHostTexts, ShowThePlaceOfAFailureBelowItsMessage)
+{
+    WindowRun run;
+    LookAt<QMessageBox>(
+        [&] {
+            run.Host.QtHost::ShowFailure("Mesh 1 is damaged", "title", "mesh, offset 3: <b> L\xf6");
+        },
+        [&](QMessageBox& box) {
+            EXPECT_EQ(box.text(), "Mesh 1 is damaged");
+            EXPECT_EQ(box.informativeText().toStdString(),
+                      "<p>mesh, offset 3: &lt;b&gt; L\xc3\xb6</p>");
+        });
+}
+
 TEST(QtHostDialogs, FilterByEachPairOfDescriptionAndPatterns)
 {
     const std::vector<std::pair<std::string, QString>> rows{

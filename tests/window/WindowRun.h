@@ -19,6 +19,7 @@ class WindowHost : public QtHost
 {
 public:
     std::vector<std::string> Messages;   ///< each as "TITLE: TEXT"
+    std::vector<std::string> Details;    ///< of the failures among them
     std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
     std::deque<std::string> SaveAnswers;
     std::vector<FileDialog> Dialogs; ///< as they were set up
@@ -30,6 +31,12 @@ public:
     void ShowMessage(const std::string& text, const std::string& title) override
     {
         Messages.push_back(title + ": " + text);
+    }
+    void ShowFailure(const std::string& text, const std::string& title,
+                     const std::string& detail) override
+    {
+        ShowMessage(text, title);
+        Details.push_back(detail);
     }
     void ShowOpen(FileDialog& dialog) override { Answer(dialog, OpenAnswers); }
     void ShowSave(FileDialog& dialog) override { Answer(dialog, SaveAnswers); }

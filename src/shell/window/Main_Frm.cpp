@@ -80,7 +80,7 @@ void Main_Frm::Guard(const std::function<void()>& action)
         if (!ended_)
             End(1);
     } catch (const std::exception& failure) {
-        session_.Report.Message(failure.what(), kErrorTitle);
+        session_.Report.Message(ReasonOf(failure), kErrorTitle);
         End(1);
     }
 }
@@ -141,9 +141,9 @@ void Main_Frm::ConnectLists()
             [this](const QString& text) { Guard([&] { ObjName_Change(text); }); });
     controls_.ObjName->installEventFilter(this);
     connect(controls_.ObjFilter, &QLineEdit::textChanged, this,
-            [this](const QString& text) { FilterList(*controls_.ObjList, text); });
+            [this](const QString& text) { Guard([&] { FilterList(*controls_.ObjList, text); }); });
     connect(controls_.SndFilter, &QLineEdit::textChanged, this,
-            [this](const QString& text) { FilterList(*controls_.SndLst, text); });
+            [this](const QString& text) { Guard([&] { FilterList(*controls_.SndLst, text); }); });
     connect(controls_.SndSave, &QPushButton::clicked, this,
             [this] { Guard([this] { SndSave_Click(); }); });
     connect(controls_.SndSaveAll, &QPushButton::clicked, this,

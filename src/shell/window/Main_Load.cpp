@@ -198,7 +198,8 @@ void Main_Frm::LoadKnown(const QString& path)
     }
     recent_.Remove(path);
     FillRecentMenu();
-    session_.Report.Message("Can't open " + ToPathText(path) + ": it is no longer there");
+    session_.Report.Message("Can't open " + Printable(ToPathText(path)) +
+                            ": it is no longer there");
 }
 
 /// The file `step` places behind the level on screen among the levels of its folder, by name.

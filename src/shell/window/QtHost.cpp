@@ -42,8 +42,21 @@ void QtHost::Attach(QMainWindow& window, MainControls& controls)
 
 void QtHost::ShowMessage(const std::string& text, const std::string& title)
 {
+    ShowBox(text, title, {});
+}
+
+void QtHost::ShowFailure(const std::string& text, const std::string& title,
+                         const std::string& detail)
+{
+    ShowBox(text, title, detail);
+}
+
+void QtHost::ShowBox(const std::string& text, const std::string& title, const std::string& detail)
+{
     QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(text), QMessageBox::Ok, window_);
     box.setTextFormat(Qt::PlainText);
+    if (!detail.empty()) // the toolkit takes this text for HTML where it looks like it
+        box.setInformativeText("<p>" + FromText(detail).toHtmlEscaped() + "</p>");
     box.exec();
 }
 

@@ -14,6 +14,9 @@ public:
     void Attach(QMainWindow& window, MainControls& controls);
 
     void ShowMessage(const std::string& text, const std::string& title) override;
+    /// The detail stands in small letters below the text.
+    void ShowFailure(const std::string& text, const std::string& title,
+                     const std::string& detail) override;
     void ShowOpen(FileDialog& dialog) override;
     void ShowSave(FileDialog& dialog) override;
     void SetEvent(const std::string& text) override;
@@ -31,6 +34,8 @@ public:
     std::string ShortDate() const override;
 
 private:
+    void ShowBox(const std::string& text, const std::string& title, const std::string& detail);
+
     QMainWindow* window_ = nullptr;
     MainControls* controls_ = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "shell/window/RunWindow.h"
 
+#include "base/Text.h"
 #include "platform/ConsoleHost.h"
 #include "platform/Platform.h"
 #include "shell/Batch.h"
@@ -40,6 +41,24 @@ QtRegistry MakeRegistry(QSettings& store)
 }
 #endif
 
+/// What comes out of an event, where the window's own guard is not around it or has no memory left
+/// for its box, can't pass through the toolkit: it is told, and the program ends.
+class GuardedApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception& failure) {
+            ShowLastMessage(PrintableLines(ReasonOf(failure)), kErrorTitle);
+            std::_Exit(EXIT_FAILURE);
+        }
+    }
+};
+
 int RunBatchJob(Session& session, const std::string& commandLine)
 {
     QSettings store = UserSettings();
@@ -63,7 +82,7 @@ int RunBatchOnConsole(const std::string& commandLine)
 /// itself is never shown.
 int RunBatchOnDisplay(int argc, char** argv, const std::string& commandLine)
 {
-    const QApplication application(argc, argv);
+    const GuardedApplication application(argc, argv);
     QtHost host;
     Session session(host);
     QSettings store = UserSettings();
@@ -75,7 +94,7 @@ int RunBatchOnDisplay(int argc, char** argv, const std::string& commandLine)
 
 int RunWindow(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    const GuardedApplication application(argc, argv);
     QApplication::setApplicationName("Morlik");
     QtHost host;
     Session session(host);
@@ -103,7 +122,7 @@ int RunProgram(int argc, char** argv)
     } catch (const ProgramEnd&) {
         return EXIT_FAILURE;
     } catch (const std::exception& failure) {
-        ShowLastMessage(failure.what(), kErrorTitle);
+        ShowLastMessage(PrintableLines(ReasonOf(failure)), kErrorTitle);
         return EXIT_FAILURE;
     }
 }

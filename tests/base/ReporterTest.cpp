@@ -1,0 +1,101 @@
+#include "base/Reporter.h"
+
+#include "tests/support/Conversion.h"
+
+#include <gtest/gtest.h>
+#include <new>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+
+/// Messages as a damaged level brings them up: `count` of one kind, then others.
+void Damaged(Reporter& report, int count)
+{
+    const MessageScope scope(report);
+    for (int i = 0; i < count; ++i) {
+        const MessageScope inner(report);
+        report.Message("Error reading texture" + std::to_string(i));
+    }
+    report.Message("Another", "title", "section, offset 12: a count of -1");
+}
+
+TEST(MessageScope, ShowsTheFirstOfAKindAndTellsOfTheRest)
+{
+    struct Row
+    {
+        int Count;
+        std::size_t Boxes;
+        std::string Last;
+    };
+    for (const bool logs : {true, false}) {
+        const std::string rest = logs ? " more messages like these: the log has them all."
+                                      : " more messages like these, not shown: no log is kept.";
+        for (const Row& row : std::vector<Row>{{20, 21, "title: Another"},
+                                               {21, 22, "MORLIK: There are 1" + rest},
+                                               {1794, 22, "MORLIK: There are 1774" + rest}}) {
+            Conversion run;
+            if (logs)
+                run.OpenLog();
+            Damaged(run.Program.Report, row.Count);
+            const auto boxes = run.Host.Messages();
+            ASSERT_EQ(boxes.size(), row.Boxes);
+            EXPECT_EQ(boxes[19], "MORLIK: Error reading texture19");
+            EXPECT_EQ(boxes[20], "title: Another"); // another kind counts by itself
+            EXPECT_EQ(boxes.back(), row.Last);
+            EXPECT_EQ(run.Host.Details, Strings{"section, offset 12: a count of -1"});
+            Damaged(run.Program.Report, 20); // the next load begins anew
+            EXPECT_EQ(run.Host.Messages().size(), row.Boxes + 21);
+            if (!logs)
+                continue;
+            const auto lines = run.LogLines();
+            for (int i = 0; i < row.Count; ++i)
+                EXPECT_EQ(lines.at(static_cast<std::size_t>(i)),
+                          "Error reading texture" + std::to_string(i));
+        }
+    }
+}
+
+TEST(MessageScope, EndsWithTheMessageThatEndsTheProgram)
+{
+    ScriptedHost host;
+    Reporter report(host);
+    const auto end = EndOf([&] {
+        const MessageScope scope(report);
+        for (int i = 0; i < 30; ++i)
+            report.MessageOf("Error in the ",
+                             "FOE" + std::to_string(i) + "\n" + Hex(static_cast<std::uint32_t>(i)));
+        report.Stop("Error in the "); // never held back
+    });
+    EXPECT_EQ(end, "Error in the ");
+    const auto boxes = host.Messages();
+    ASSERT_EQ(boxes.size(), 22U);
+    EXPECT_EQ(boxes[19], "MORLIK: Error in the FOE19\\n13");
+    EXPECT_NE(boxes[20].find("There are 10 more"), std::string::npos);
+    EXPECT_EQ(boxes[21], "MORLIK: Error in the ");
+    for (int i = 0; i < 30; ++i)
+        report.Message("outside " + std::to_string(i)); // each is an answer to the user
+    EXPECT_EQ(host.Messages().size(), 52U);
+}
+
+TEST(Log, KeepsEachTextInItsLine)
+{
+    Conversion run;
+    run.OpenLog();
+    run.Program.Report.LogLine("-LevelFile:two\r\nSaving WAS\x9b");
+    EXPECT_EQ(run.LogLines(), Strings{"-LevelFile:two\\x0D\\nSaving WAS\\x9B"});
+}
+
+TEST(ReasonOf, TellsOfMissingMemory)
+{
+    EXPECT_STREQ(ReasonOf(std::bad_alloc()), "There is not enough memory");
+    EXPECT_STREQ(ReasonOf(ProgramEnd("why")), "why");
+}
+
+} // namespace
+
+} // namespace morlik::test
