@@ -32,8 +32,9 @@ std::vector<SampleUse> ListSamples(std::span<const std::int16_t> soundMap,
                                    std::span<const SoundDetail> details, SlotRule rule)
 {
     std::vector<SampleUse> uses;
-    uses.reserve(CountSamples(details));
     const auto slots = SlotsOfDetails(soundMap, details.size(), rule);
+    if (rule != SlotRule::FirstOrNone) // the others leave out the most part of a damaged list
+        uses.reserve(CountSamples(details));
     for (std::size_t d = 0; d < details.size(); ++d)
         for (std::int32_t k = 0; slots[d] != kNoSlot && k < details[d].NumSamples(); ++k)
             uses.push_back({slots[d], k, details[d].Sample + k});

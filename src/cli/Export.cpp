@@ -50,11 +50,8 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
             }
         }
         MakeFolder(ToPath(folder));
-        if (IsMainSFX(file))
-            WriteMainSFXSounds(base, session.MainSFX);
-        else
-            WriteLevelSounds(base, session.Level, session.Report);
-        return true;
+        return IsMainSFX(file) ? WriteMainSFXSounds(base, session.MainSFX, session.Report)
+                               : WriteLevelSounds(base, session.Level, session.Report);
     });
 }
 

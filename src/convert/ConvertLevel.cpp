@@ -57,8 +57,8 @@ void ConvertSounds(const LevelData& level, ObjectSet& set, Reporter& report)
     };
     try {
         ListSetSamples(set, waveOf);
-    } catch (const SoundsDamaged&) {
-        report.Stop("The sounds are damaged - can't continue!");
+    } catch (const SoundsDamaged& failure) {
+        report.Stop(kSoundsDamaged, kAppTitle, failure.what());
     }
 }
 

@@ -26,11 +26,26 @@ void SfxTables(Io& io, Tables& tables, const ObjectSet::CountsOfEmpty& empty)
 
 } // namespace
 
+void LimitSamples(std::size_t count)
+{
+    if (count > kMostSampleLines)
+        throw SoundsDamaged("sound details: " + std::to_string(count) +
+                            " samples wanted, at most " + std::to_string(kMostSampleLines) +
+                            " are taken");
+}
+
+void LimitWaveBytes(std::size_t bytes)
+{
+    if (bytes > kMostWaveBytes)
+        throw SoundsDamaged("samples: WAV files of " + std::to_string(bytes) +
+                            " bytes wanted, at most " + std::to_string(kMostWaveBytes) +
+                            " are written");
+}
+
 void ListSetSamples(ObjectSet& set, const WaveOf& waveOf)
 {
     const SoundTables& tables = *set.Sounds;
-    if (CountSamples(tables.SoundDetails) > kMostSampleLines)
-        throw SoundsDamaged();
+    LimitSamples(CountSamples(tables.SoundDetails));
     std::map<std::string_view, Wave> waves;
     const auto uses = ListSamples(tables.SoundMap, tables.SoundDetails, SlotRule::LastOr0);
     set.Samples.clear();
@@ -61,8 +76,7 @@ void WriteWaves(FileGroup& group, const std::string& folder, const std::vector<S
     for (const SetSample& sample : samples)
         if (sample.Wave && waves.emplace(sample.Name, sample.Wave).second)
             bytes += sample.Wave->size();
-    if (bytes > kMostWaveBytes)
-        throw SoundsDamaged();
+    LimitWaveBytes(bytes);
     for (const auto& [name, wave] : waves)
         group.Write(folder + "/" + std::string(name), *wave);
 }

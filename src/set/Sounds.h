@@ -18,12 +18,19 @@ namespace morlik
 class SoundsDamaged : public std::runtime_error
 {
 public:
-    SoundsDamaged() : std::runtime_error("more samples than any level has") {}
+    explicit SoundsDamaged(const std::string& why) : std::runtime_error(why) {}
 };
 
-/// Lines of a SAM file, and bytes of the WAV files of a set, that are taken.
+/// Its message.
+inline constexpr const char* kSoundsDamaged = "The sounds are damaged - can't continue!";
+
+/// Samples of all sounds together, which are the lines of a SAM file, and bytes of all their WAV
+/// files that are taken.
 constexpr std::size_t kMostSampleLines = std::size_t{1} << 20U;
 constexpr std::size_t kMostWaveBytes = std::size_t{256} << 20U;
+/// More of them are `SoundsDamaged`.
+void LimitSamples(std::size_t count);
+void LimitWaveBytes(std::size_t bytes);
 
 /// Lists the samples of a set by its sound tables, under the names that the SAM file gives them:
 ///

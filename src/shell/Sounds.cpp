@@ -1,8 +1,10 @@
 #include "shell/Sounds.h"
 
 #include "base/OutputFile.h"
+#include "set/Sounds.h"
 
 #include <map>
+#include <utility>
 
 namespace morlik
 {
@@ -29,6 +31,41 @@ std::span<const std::int16_t> SlotsInUse(const LevelData& level)
         break;
     }
     return map;
+}
+
+using WaveFiles = std::vector<std::pair<std::string, std::span<const std::byte>>>;
+
+/// Gives whether all were written: the user may have stopped it.
+bool WriteWaveFiles(const WaveFiles& files, Reporter& report)
+{
+    std::size_t bytes = 0;
+    for (const auto& [name, wave] : files)
+        bytes += wave.size();
+    LimitWaveBytes(bytes);
+    std::size_t written = 0;
+    for (const auto& [name, wave] : files) {
+        report.TheHost().GiveTurn();
+        if (report.TheHost().StopRequested()) {
+            report.Message("Stopped: " + std::to_string(written) + " of " +
+                           std::to_string(files.size()) + " WAV files are written");
+            return false;
+        }
+        WriteWholeFile(name, wave);
+        ++written;
+    }
+    return true;
+}
+
+/// Writes sounds with `write`; more of them than any file has give a message.
+template <class Write>
+bool Limited(Reporter& report, const Write& write)
+{
+    try {
+        return write();
+    } catch (const SoundsDamaged& failure) {
+        report.Message(kSoundsDamaged, kAppTitle, failure.what());
+        return false;
+    }
 }
 
 } // namespace
@@ -59,28 +96,41 @@ std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX)
     return entries;
 }
 
-void WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report)
+bool WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report)
 {
-    const auto map = std::span(level.SoundMap).first<kSoundMapSlotsTR2>();
-    std::map<std::string, const Sample*> files; // of those with one name the last one stays
-    std::size_t missing = 0;
-    for (const SampleUse& use : ListSamples(map, level.SoundDetails, SlotRule::FirstOr0)) {
-        if (const Sample* sample = FindIn(level.Samples, use.Sample))
-            files[base + " " + std::to_string(use.Slot) + "-" + std::to_string(use.Index) +
-                  ".wav"] = sample;
-        else
-            ++missing;
-    }
-    for (const auto& [name, sample] : files)
-        WriteWholeFile(name, sample->Data);
-    if (missing != 0)
-        report.LogLine("No WAV file for " + std::to_string(missing) + " samples that do not exist");
+    return Limited(report, [&] {
+        LimitSamples(CountSamples(level.SoundDetails));
+        const auto map = std::span(level.SoundMap).first<kSoundMapSlotsTR2>();
+        // By slot and number; of those with one name the last one stays.
+        std::map<std::pair<std::int32_t, std::int32_t>, const Sample*> samples;
+        std::size_t missing = 0;
+        for (const SampleUse& use : ListSamples(map, level.SoundDetails, SlotRule::FirstOr0)) {
+            if (const Sample* sample = FindIn(level.Samples, use.Sample))
+                samples[{use.Slot, use.Index}] = sample;
+            else
+                ++missing;
+        }
+        WaveFiles files;
+        for (const auto& [number, sample] : samples)
+            files.emplace_back(base + " " + std::to_string(number.first) + "-" +
+                                   std::to_string(number.second) + ".wav",
+                               sample->Data);
+        if (missing != 0)
+            report.LogLine("No WAV file for " + std::to_string(missing) +
+                           " samples that do not exist");
+        return WriteWaveFiles(files, report);
+    });
 }
 
-void WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX)
+bool WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX, Reporter& report)
 {
-    for (std::size_t i = 0; i < mainSFX.MainSFXSamples.size(); ++i)
-        WriteWholeFile(base + std::to_string(i) + ".wav", mainSFX.MainSFXSamples[i]);
+    return Limited(report, [&] {
+        LimitSamples(mainSFX.MainSFXSamples.size());
+        WaveFiles files;
+        for (std::size_t i = 0; i < mainSFX.MainSFXSamples.size(); ++i)
+            files.emplace_back(base + std::to_string(i) + ".wav", mainSFX.MainSFXSamples[i]);
+        return WriteWaveFiles(files, report);
+    });
 }
 
 } // namespace morlik

@@ -32,9 +32,11 @@ std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX);
 /// Writes every sample of the level's sounds as `base` + " " + slot + "-" + number + ".wav". Here
 /// the first 370 slots count in all games, and sounds without a slot go to slot 0.
 /// `FileFailure` where a file can't be written; samples that do not exist are told in the log.
-void WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report);
+/// There is a turn before each file. Gives whether all were written: more sounds than any level
+/// has, and a stop by the user in a turn, get their message.
+bool WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report);
 
-/// Writes every sample of `main.sfx` as `base` + number + ".wav".
-void WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX);
+/// Writes every sample of `main.sfx` as `base` + number + ".wav", in the same way.
+bool WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX, Reporter& report);
 
 } // namespace morlik

@@ -153,8 +153,8 @@ private:
         group_->AddFolder(names_.SoundFolder());
         try {
             WriteWaves(*group_, names_.SoundFolder(), set_.Samples);
-        } catch (const SoundsDamaged&) {
-            report_.Stop("The sounds are damaged - can't continue!");
+        } catch (const SoundsDamaged& failure) {
+            report_.Stop(kSoundsDamaged, kAppTitle, failure.what());
         }
         if (set_.MissingSamples != 0)
             report_.LogLine("Samples that do not exist and get no WAV file: " +

@@ -171,6 +171,30 @@ TEST(WindowSave, ExportsEachSoundByteForByte)
     EXPECT_TRUE(run.Host.Messages.empty());
 }
 
+TEST(WindowSave, OfAllSoundsHasAButtonThatStopsIt)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    auto* stop = run.Find<QPushButton>("Stop");
+    EXPECT_FALSE(stop->isVisible());
+    int turns = 0;
+    run.Host.OnTurn = [&] {
+        EXPECT_TRUE(stop->isVisible() && stop->isEnabled());
+        if (++turns == 3)
+            QTest::keyClick(run.Window.get(), Qt::Key_Escape);
+    };
+    run.Host.SaveAnswers = {run.Folder.File("all"), run.Folder.File("again")};
+    run.Click("SndSaveAll");
+    EXPECT_EQ(turns, 3);
+    ASSERT_EQ(run.Host.Messages.size(), 1U);
+    EXPECT_EQ(run.Host.Messages[0].find("MORLIK: Stopped: 2 of "), 0U) << run.Host.Messages[0];
+    EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
+    EXPECT_FALSE(stop->isVisible());
+    run.Host.OnTurn = nullptr;
+    run.Click("SndSaveAll"); // the next one begins anew
+    EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("again"));
+}
+
 } // namespace
 
 } // namespace morlik::test

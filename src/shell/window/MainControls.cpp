@@ -244,6 +244,9 @@ void MainControls::MakeFoot()
     Prog->setRange(0, 100);
     Prog->setValue(0);
     Prog->setTextVisible(false);
+    Stop = Make<QPushButton>("Stop", "Stop");
+    Stop->setCheckable(true);
+    Stop->hide();
     Foot = Make<QLabel>("Foot");
     Foot->setTextFormat(Qt::PlainText);
     Foot->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -267,7 +270,10 @@ void MainControls::LayOut(QMainWindow& window)
     right->addWidget(MakeSoundsFrame(), 1);
     MakeFoot();
     left->addWidget(Event);
-    left->addWidget(Prog);
+    auto* progress = new QHBoxLayout;
+    progress->addWidget(Prog, 1);
+    progress->addWidget(Stop);
+    left->addLayout(progress);
     whole->addWidget(Foot);
     MakeRoomsFrame(inner);
     window.setCentralWidget(inner);

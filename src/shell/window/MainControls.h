@@ -65,7 +65,8 @@ struct MainControls
 
     QLabel* Event;
     QProgressBar* Prog;
-    QLabel* Foot; ///< where the last set went
+    QPushButton* Stop; ///< shown while something can be stopped; pressed, or Esc: it is to stop
+    QLabel* Foot;      ///< where the last set went
 
     QAction* Mnu_File_LoadTR;
     QAction* Mnu_File_LoadPRJ;

@@ -17,6 +17,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QUrl>
 #include <QWindow>
 
@@ -148,6 +149,8 @@ void Main_Frm::ConnectLists()
             [this] { Guard([this] { SndSave_Click(); }); });
     connect(controls_.SndSaveAll, &QPushButton::clicked, this,
             [this] { Guard([this] { SndSaveAll_Click(); }); });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+            [this] { controls_.Stop->setChecked(true); });
     connect(controls_.SaveID, &QPushButton::clicked, this,
             [this] { TellFoot("The names last for this run; no file is changed."); });
 }

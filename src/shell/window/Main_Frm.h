@@ -77,8 +77,9 @@ private:
     void DoSaveTGA();
     void SndSave_Click();
     void SndSaveAll_Click();
-    /// Runs the writing of sounds and says at the foot where they went.
-    void SaveSounds(const std::function<void()>& write);
+    /// Runs the writing of sounds, with the button that stops it, and says at the foot where they
+    /// went. `write` gives whether all were written.
+    void SaveSounds(const std::function<bool()>& write);
     /// Asks for a file to save; gives whether a name came back.
     bool AskToSave(const char* filter);
     /// Runs long work with the window's commands off.

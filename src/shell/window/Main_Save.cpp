@@ -8,6 +8,7 @@
 #include "shell/window/Text.h"
 
 #include <QMenuBar>
+#include <QScopeGuard>
 
 namespace morlik
 {
@@ -136,7 +137,10 @@ void Main_Frm::SndSave_Click()
         bytes = samples[number].Data;
     if (bytes.empty())
         session_.Report.LogLine("The sound has no sample: the WAV file is empty");
-    SaveSounds([&] { WriteWholeFile(session_.FMSave.FileName, bytes); });
+    SaveSounds([&] {
+        WriteWholeFile(session_.FMSave.FileName, bytes);
+        return true;
+    });
 }
 
 void Main_Frm::SndSaveAll_Click()
@@ -146,19 +150,23 @@ void Main_Frm::SndSaveAll_Click()
     const std::string& path = session_.FMSave.FileName;
     const auto base = path.substr(0, path.find('.'));
     SaveSounds([&] {
-        if (session_.State.LevelVersion == kMainSFXVersion)
-            WriteMainSFXSounds(base, session_.MainSFX);
-        else
-            WriteLevelSounds(base, session_.Level, session_.Report);
+        return session_.State.LevelVersion == kMainSFXVersion
+                   ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
+                   : WriteLevelSounds(base, session_.Level, session_.Report);
     });
 }
 
-void Main_Frm::SaveSounds(const std::function<void()>& write)
+void Main_Frm::SaveSounds(const std::function<bool()>& write)
 {
     TellFoot("");
     try {
-        Work(write);
-        TellFoot("Saved " + FromPathText(session_.FMSave.FileName));
+        bool complete = false;
+        controls_.Stop->setChecked(false);
+        controls_.Stop->show();
+        const QScopeGuard hide([this] { controls_.Stop->hide(); });
+        Work([&] { complete = write(); });
+        TellFoot(complete ? "Saved " + FromPathText(session_.FMSave.FileName)
+                          : QString("Not all was saved."));
     } catch (const FileFailure& failure) {
         session_.Report.Message(failure.what());
     }

@@ -89,7 +89,7 @@ void QtHost::GiveTurn()
 
 bool QtHost::StopRequested() const
 {
-    return InterruptScope::IsRequested();
+    return controls_->Stop->isChecked() || InterruptScope::IsRequested();
 }
 
 std::string QtHost::Caption() const
