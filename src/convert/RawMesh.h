@@ -3,6 +3,7 @@
 #include "base/Bytes.h"
 #include "base/Records.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
@@ -54,22 +55,28 @@ constexpr std::size_t TexturedFaceWords(std::size_t corners, bool isOlderGame)
 }
 
 /// Meshes of an intact level stand side by side. Damaged ones that all cover the same bytes would
-/// multiply the work and the output without bounds, so their sum is limited.
+/// multiply the work and the output without bounds, so their sum is limited, against their data and
+/// for a whole level: a small block may inflate to mesh data without an end.
 class MeshBudget
 {
 public:
-    explicit MeshBudget(std::size_t meshDataBytes) : left_(kMostOverlap * meshDataBytes) {}
+    explicit MeshBudget(std::size_t meshDataBytes)
+        : left_(std::min(kMostOverlap * meshDataBytes, kMostBytes))
+    {
+    }
 
     /// Takes the bytes of one mesh; a `ReadFailure` when the meshes overlap too much.
     void Spend(std::size_t meshBytes)
     {
         if (meshBytes > left_)
-            throw ReadFailure("mesh: the meshes lie one over the other");
+            throw ReadFailure(
+                "mesh: the meshes lie one over the other, or are more than any level has");
         left_ -= meshBytes;
     }
 
 private:
     static constexpr std::size_t kMostOverlap = 4;
+    static constexpr std::size_t kMostBytes = std::size_t{32} << 20U;
     std::size_t left_;
 };
 

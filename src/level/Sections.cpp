@@ -24,7 +24,8 @@ void ReadMeshes(ByteReader& reader, LevelData& level, CountRule rule)
     reader.Section("mesh data");
     level.NumMeshWords = ReadCount(reader, rule);
     level.MeshData = reader.TakeTable(level.NumMeshWords, 2);
-    ReadTable(reader, "mesh pointers", rule, level.NumMeshPointers, level.MeshPointers);
+    ReadTable(reader, "mesh pointers", rule, level.NumMeshPointers, level.MeshPointers,
+              kMostMeshPointers);
 }
 
 void ReadAnimations(ByteReader& reader, LevelData& level, const ObjectLayout& layout)
@@ -48,7 +49,7 @@ void ReadAnimations(ByteReader& reader, LevelData& level, const ObjectLayout& la
 void ReadMoveables(ByteReader& reader, LevelData& level, std::size_t tail)
 {
     reader.Section("moveables");
-    level.NumMoveables = ReadCount(reader, CountRule::Positive);
+    level.NumMoveables = ReadCount(reader, CountRule::Positive, kMostObjects);
     const auto size = MoveableFields::kBytes + tail;
     ByteReader records(reader.TakeTable(level.NumMoveables, size));
     level.Moveables.resize(static_cast<std::size_t>(level.NumMoveables));
@@ -60,13 +61,16 @@ void ReadMoveables(ByteReader& reader, LevelData& level, std::size_t tail)
 
 } // namespace
 
-std::int32_t ReadCount(ByteReader& reader, CountRule rule)
+std::int32_t ReadCount(ByteReader& reader, CountRule rule, std::int32_t most)
 {
     const auto count = reader.Read<std::int32_t>();
     const bool good = count > 0 || (count == 0 && rule != CountRule::Positive) ||
                       rule == CountRule::ZeroOrLessIsEmpty;
     if (!good)
         reader.Fail("a count of " + std::to_string(count));
+    if (count > most)
+        reader.Fail("a count of " + std::to_string(count) + ", at most " + std::to_string(most) +
+                    " are taken");
     return count;
 }
 
@@ -89,7 +93,7 @@ void ReadObjects(LevelReading& reading, const ObjectLayout& layout)
     ReadAnimations(reading.Reader, level, layout);
     ReadMoveables(reading.Reader, level, layout.MoveableTail);
     ReadTable(reading.Reader, "static meshes", layout.Statics, level.NumStaticMeshes,
-              level.StaticMeshes);
+              level.StaticMeshes, kMostObjects);
 }
 
 void SkipBoxes(ByteReader& reader, std::size_t boxBytes, std::size_t zoneBytes)

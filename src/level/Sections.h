@@ -5,6 +5,8 @@
 #include "level/LevelData.h"
 #include "level/TrMainState.h"
 
+#include <limits>
+
 namespace morlik
 {
 
@@ -40,16 +42,22 @@ struct ObjectLayout
     std::size_t SoundMapSlots;
 };
 
-/// A 32-bit count that satisfies `rule`.
-std::int32_t ReadCount(ByteReader& reader, CountRule rule);
+/// Objects of each kind that are taken: their numbers end at 500 and 89, and a set names each one.
+constexpr std::int32_t kMostObjects = 4096;
+/// Mesh pointers that are taken: objects tell their meshes by 16-bit numbers.
+constexpr std::int32_t kMostMeshPointers = 65536;
+constexpr std::int32_t kAnyCount = std::numeric_limits<std::int32_t>::max();
+
+/// A 32-bit count that satisfies `rule` and is not above `most`.
+std::int32_t ReadCount(ByteReader& reader, CountRule rule, std::int32_t most = kAnyCount);
 
 /// A 32-bit count and as many records, each as it stands in memory.
 template <Packed Record>
 void ReadTable(ByteReader& reader, const char* section, CountRule rule, std::int32_t& count,
-               std::vector<Record>& table)
+               std::vector<Record>& table, std::int32_t most = kAnyCount)
 {
     reader.Section(section);
-    count = ReadCount(reader, rule);
+    count = ReadCount(reader, rule, most);
     if (count > 0)
         table = reader.Table<Record>(count);
 }

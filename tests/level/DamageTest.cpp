@@ -165,6 +165,81 @@ TEST_P(Damage, OfALevelCutAtAnySectionIsAReadError)
     }
 }
 
+TEST_P(Damage, BySoManyObjectsThatNoLevelHasThemIsAReadErrorWithItsPlace)
+{
+    struct Row
+    {
+        const char* Place;
+        void (*Fill)(LevelContent& level, std::size_t count);
+        std::size_t Most;
+    };
+    const std::vector<Row> rows{
+        {"moveables, offset ",
+         [](LevelContent& level, std::size_t count) {
+             level.Moveables.resize(count, level.Moveables.at(0));
+         },
+         4096},
+        {"static meshes, offset ",
+         [](LevelContent& level, std::size_t count) { level.StaticMeshes.resize(count); }, 4096},
+        {"mesh pointers, offset ",
+         [](LevelContent& level, std::size_t count) { level.MeshTable.resize(count); }, 65536}};
+    for (const Row& row : rows)
+        for (const std::size_t count : {row.Most, row.Most + 1}) {
+            Conversion run;
+            auto level = samples::MakeTinyLevel(GetParam());
+            row.Fill(level, count);
+            EXPECT_EQ(run.Load(level), count == row.Most) << row.Place;
+            if (count == row.Most)
+                continue;
+            EXPECT_EQ(run.Host.Messages(), std::vector{"MORLIK error: " + std::string(kReadError)});
+            const auto& detail = run.Host.Details.at(0);
+            EXPECT_EQ(detail.find(row.Place), 0U) << detail;
+            EXPECT_NE(detail.find(": a count of " + std::to_string(count)), std::string::npos);
+        }
+}
+
+/// A level block of 63 MB of mesh data, which all compress to next to nothing. Each mesh is one of
+/// vertices; the meshes that lie in it begin at its first vertices and end where it ends.
+LevelContent MeshBomb()
+{
+    constexpr std::int16_t kVertices = 0x7fff;
+    constexpr std::size_t kMeshes = 320;
+    auto level = samples::MakeTinyLevel(kTR4);
+    samples::MeshContent mesh;
+    mesh.Vertices.resize(kVertices);
+    for (std::int16_t inner = 1; inner < 4; ++inner)
+        mesh.Vertices[static_cast<std::size_t>(2 * inner - 1)].Z =
+            static_cast<std::int16_t>(kVertices - 2 * inner);
+    level.Meshes.assign(kMeshes, mesh);
+    for (std::size_t i = level.MeshTable.size(); i < 4 * kMeshes; ++i)
+        level.MeshTable.push_back(i / 4);
+    return level;
+}
+
+TEST(DamageOfTombRaiderIV, ByMeshesThatInflateWithoutEndCostsAMessage)
+{
+    constexpr std::size_t kStep = 12; // from a mesh to the next one in it
+    const auto level = MeshBomb();
+    auto block = WriteLevelBlock(level);
+    auto at = block.Section("Mesh pointers").Offset + 4;
+    for (std::size_t i = 0; i < level.MeshTable.size(); ++i, at += 4) {
+        std::int32_t pointer = 0;
+        std::memcpy(&pointer, block.Bytes.data() + at, sizeof(pointer));
+        block.Patch(at, pointer + static_cast<std::int32_t>(kStep * (i % 4)));
+    }
+    const auto file = WrapTR4(level, block.Bytes).Bytes;
+    EXPECT_LT(file.size(), std::size_t{1} << 20U);
+    Conversion run;
+    std::string end;
+    block = {};
+    ResetHeapPeak();
+    EXPECT_TRUE(run.Load(file, "level.tr4"));
+    end = EndOf([&] { run.Save(); });
+    EXPECT_LT(HeapPeak(), kMostHeap);
+    EXPECT_NE(end.find("is damaged - can't continue!"), std::string::npos) << end;
+    EXPECT_NE(run.Host.Details.at(0).find("more than any level has"), std::string::npos);
+}
+
 TEST_P(Damage, OfACountIsAReadErrorUnlessNoObjectHangsOnIt)
 {
     for (const bool rich : {false, true}) {
