@@ -1,5 +1,6 @@
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
+#include "tests/support/HeapPeak.h"
 #include "tests/window/WindowRun.h"
 
 #include <QDropEvent>
@@ -184,6 +185,37 @@ TEST(WindowLoad, TakesFilesByKeyDropAndMenuUnderAnyName)
     QTest::keyClick(run.Window.get(), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(run.Window->isVisible());
     EXPECT_EQ(run.Window->ExitCode(), 0);
+}
+
+TEST(WindowLoad, KeepsTwentyRecentFilesOfAnyNumberThatTheSettingsHold)
+{
+    WindowRun run;
+    QStringList files;
+    for (int i = 0; i < 1000; ++i)
+        files << QString("/gone/%1.phd").arg(i);
+    run.Store->setValue("window/recent", files);
+    const auto level = run.Write(kTR1, "a.phd");
+    ASSERT_TRUE(run.Start(level));
+    const auto recent = run.Find<QMenu>("Mnu_Go_Recent")->actions();
+    ASSERT_EQ(recent.size(), 20);
+    EXPECT_EQ(recent[0]->text().toStdString(), level);
+    EXPECT_EQ(recent[19]->text(), files[18]);
+    EXPECT_EQ(run.Store->value("window/recent").toStringList().size(), 20);
+    run.Recent->Remove(files[0]);
+    EXPECT_EQ(run.Recent->List().size(), 19);
+}
+
+TEST(WindowLoad, TellsOfShortMemoryAndEnds)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    const auto other = run.Write(kTR4, "b.tr4");
+    {
+        const ShortMemory memory(std::size_t{16} << 10U);
+        run.Open(other);
+    }
+    EXPECT_EQ(run.Host.Messages.back(), "MORLIK error: There is not enough memory");
+    EXPECT_EQ(run.Window->ExitCode(), 1);
 }
 
 } // namespace

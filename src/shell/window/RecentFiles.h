@@ -12,7 +12,8 @@ class RecentFiles
 public:
     explicit RecentFiles(QSettings& store) : store_(store) {}
 
-    QStringList List() const { return store_.value(kKey).toStringList(); }
+    /// No more than are kept: a settings file may hold any number.
+    QStringList List() const { return store_.value(kKey).toStringList().mid(0, kMost); }
 
     void Add(const QString& path)
     {
@@ -31,7 +32,7 @@ public:
 
 private:
     static constexpr const char* kKey = "window/recent";
-    static constexpr int kMost = 8;
+    static constexpr int kMost = 20;
 
     QSettings& store_;
 };
