@@ -295,7 +295,7 @@ TEST(Check, ShowsTheFirst20ComplaintsAndTheFirst60Letters)
     EXPECT_EQ(CheckSfx(sounds).back(), "Sample index 19 is -1");
     EXPECT_EQ(Quoted(std::string(60, 'x')).size(), 62U);
     EXPECT_EQ(Quoted(std::string(61, 'x')), '"' + std::string(60, 'x') + "...\"");
-    EXPECT_EQ(Quoted(" \x1f\x7f\x80~"), "\" ??\x80~\"");
+    EXPECT_EQ(Quoted(" \x1f\x7f\x80~"), R"(" \x1F\x7F\x80~")");
     sounds.SoundMap[0] = 0;
     sounds.SoundDetails = {{.Characteristics = 2 << 2}};
     sounds.SampleIndices = {0, 1};

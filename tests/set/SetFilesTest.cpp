@@ -208,10 +208,13 @@ TEST(SetSamples, OfMoreThanAnyLevelHasAreRefused)
         samples.push_back({std::to_string(i), mebibyte});
     samples.push_back(samples.back()); // one file once more
     const TempFolder folder;
-    EXPECT_THROW(WriteWaves(folder.File("none"), samples), FileFailure);
+    const std::string waves = folder.File("waves");
+    std::filesystem::create_directories(ToPath(waves + "/0")); // in the place of the first file
+    FileGroup group(folder.File("set.was"));
+    group.AddFolder(waves);
+    EXPECT_THROW(WriteWaves(group, waves, samples), FileFailure);
     samples.push_back({"one byte more", std::span(mebibyte).first(1)});
-    EXPECT_THROW(WriteWaves(folder.File(""), samples), SoundsDamaged);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+    EXPECT_THROW(WriteWaves(group, waves, samples), SoundsDamaged);
 }
 
 TEST(WasFile, IsCutWhereItWasPutTogether)
