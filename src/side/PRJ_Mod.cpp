@@ -47,6 +47,8 @@ struct PRJLayout
 };
 constexpr PRJLayout kFirstLayout{32, 148, false};
 constexpr PRJLayout kLaterLayout{40, 140, true};
+/// The least version that is known to have the later layout.
+constexpr std::int32_t kFirstLaterVersion = 49;
 
 /// Bytes behind the type word of a second object; nothing for a type that is not known.
 std::optional<std::size_t> Object2Body(std::int16_t type, const PRJLayout& layout)
@@ -209,6 +211,15 @@ std::optional<PRJData> ReadAs(const PRJLayout& layout, std::span<const std::byte
     }
 }
 
+/// The layout that the version names. It is no more than a hint: the versions of the first editors
+/// tell little.
+const PRJLayout& LayoutByVersion(std::span<const std::byte> bytes)
+{
+    ByteReader reader(bytes);
+    reader.Skip(kSignature.size());
+    return reader.Read<std::int32_t>() >= kFirstLaterVersion ? kLaterLayout : kFirstLayout;
+}
+
 bool HasSignature(std::span<const std::byte> bytes)
 {
     return bytes.size() >= kSignature.size() &&
@@ -238,13 +249,14 @@ PRJData ReadPRJ(const std::string& fileName, std::int16_t& levelIsLoaded, Report
         return {};
     }
     levelIsLoaded = 0;
-    // The file doesn't tell its layout: the one that leads to its end is the right one.
+    // No field tells the layout for sure: the one that leads to the end of the file is the right
+    // one. Where none does, what is wrong is told in the layout of the version.
     for (const PRJLayout& layout : {kFirstLayout, kLaterLayout})
         if (auto project = ReadAs(layout, file->Bytes()))
             return std::move(*project);
     try {
         ByteReader reader(file->Bytes());
-        return PRJReading(reader, kFirstLayout, &report).Read();
+        return PRJReading(reader, LayoutByVersion(file->Bytes()), &report).Read();
     } catch (const ReadFailure& failure) {
         report.Message("ReadPRJ -> Error reading PRJ file!", kAppTitle, failure.what());
         return {};

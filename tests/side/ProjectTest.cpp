@@ -75,10 +75,15 @@ TEST_F(ProjectTest, ReadsTheFormOfLaterEditors)
     EXPECT_EQ(project.Rooms[2].Object2Types, content.Rooms[2].SecondObjects);
     EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
 
-    // A file in neither form is taken for one of the first editor.
+    // A file that can't be read to its end in either form is taken for what its version names.
     content.Rooms[3].Objects = {9};
     EXPECT_TRUE(Read(content).Rooms.empty());
     EXPECT_EQ(Host.Messages().back(), kReadError);
+    for (const std::int32_t version : {49, 50}) {
+        content.Version = version;
+        EXPECT_EQ(Read(content).NumRooms, 3);
+        EXPECT_EQ(Host.Messages(), std::vector<std::string>{"MORLIK: Unknown object found -9"});
+    }
 }
 
 TEST_F(ProjectTest, ReadsARealProject)
@@ -115,15 +120,21 @@ TEST_F(ProjectTest, UnknownObjectsGetAMessageAndTheReadGoesOn)
 
 TEST_F(ProjectTest, FileCutAnywhereFailsWithItsMessage)
 {
-    const auto bytes = samples::WriteProject(samples::MakeProject()).Bytes;
-    for (std::size_t size = 0; size < bytes.size(); size += size < 2000 ? 1 : 97) {
-        const PRJData project = Read(std::span(bytes).first(size));
-        const bool hasMagic = size >= 8;
-        ASSERT_EQ(Host.Messages(),
-                  std::vector<std::string>{hasMagic ? kReadError : "MORLIK: Not a project file!"})
-            << size << " bytes";
-        ASSERT_EQ(LevelIsLoaded, hasMagic ? 0 : -1);
-        ASSERT_TRUE(project.Rooms.empty() && project.NumRoomSlots == 0);
+    for (const std::int32_t version : {1, 49, 50}) {
+        auto content = samples::MakeProject();
+        content.Version = version;
+        content.Later = version != 1;
+        const auto bytes = samples::WriteProject(content).Bytes;
+        for (std::size_t size = 0; size < bytes.size(); size += size < 2000 ? 1 : 97) {
+            const PRJData project = Read(std::span(bytes).first(size));
+            const bool hasMagic = size >= 8;
+            ASSERT_EQ(
+                Host.Messages(),
+                std::vector<std::string>{hasMagic ? kReadError : "MORLIK: Not a project file!"})
+                << size << " bytes of version " << version;
+            ASSERT_EQ(LevelIsLoaded, hasMagic ? 0 : -1);
+            ASSERT_TRUE(project.Rooms.empty() && project.NumRoomSlots == 0);
+        }
     }
 }
 
