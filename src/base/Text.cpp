@@ -128,6 +128,16 @@ bool HasLineBreak(std::string_view text)
     return text.find_first_of("\r\n") != std::string_view::npos;
 }
 
+bool NameBegins(const std::filesystem::path& name, std::string_view start)
+{
+    const auto& characters = name.native();
+    return characters.size() >= start.size() &&
+           std::equal(start.begin(), start.end(), characters.begin(), [](char wanted, auto found) {
+               const bool isCapital = found >= 'A' && found <= 'Z';
+               return (isCapital ? found + ('a' - 'A') : found) == Lower(wanted);
+           });
+}
+
 std::filesystem::path ToPath(std::string_view text)
 {
 #ifdef _WIN32

@@ -39,6 +39,10 @@ std::string PrintableLines(std::string_view text);
 /// Whether a text holds what ends a line in some list.
 bool HasLineBreak(std::string_view text);
 
+/// Whether the name of a file begins with an ASCII text, without regard to the case of letters. It
+/// is compared in the system's own characters: on Windows there are names that no text can hold.
+bool NameBegins(const std::filesystem::path& name, std::string_view start);
+
 std::filesystem::path ToPath(std::string_view text);
 std::string FromPath(const std::filesystem::path& path);
 

@@ -5,48 +5,10 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <string_view>
 #include <utility>
 
 namespace morlik::cli
 {
-
-namespace
-{
-
-namespace fs = std::filesystem;
-
-/// Compares in the system's own characters: on Windows there are names that no text can hold.
-bool IsNamedMainSFX(const fs::path& name)
-{
-    static constexpr std::string_view kName = "main.sfx";
-    const auto& characters = name.native();
-    return std::equal(characters.begin(), characters.end(), kName.begin(), kName.end(),
-                      [](auto character, char wanted) {
-                          const bool isCapital = character >= 'A' && character <= 'Z';
-                          return (isCapital ? character + ('a' - 'A') : character) == wanted;
-                      });
-}
-
-fs::path MainSFXIn(const fs::path& folder)
-{
-    fs::path found;
-    std::error_code fault; // a folder that can't be read has none
-    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
-         entry.increment(fault)) {
-        const auto name = entry->path().filename();
-        std::error_code gone; // between two looks
-        if (!IsNamedMainSFX(name) || !entry->is_regular_file(gone))
-            continue;
-        if (name == "main.sfx")
-            return entry->path();
-        if (found.empty() || entry->path() < found)
-            found = entry->path();
-    }
-    return found;
-}
-
-} // namespace
 
 bool IsMainSFX(const std::string& file)
 {
@@ -56,9 +18,10 @@ bool IsMainSFX(const std::string& file)
 std::string FindMainSFX(const std::string& level)
 {
     std::error_code fault;
-    const auto folder = fs::absolute(ToPath(level), fault).lexically_normal().parent_path();
-    const auto beside = MainSFXIn(folder);
-    return FromPath(beside.empty() ? MainSFXIn(folder.parent_path()) : beside);
+    const auto path = std::filesystem::absolute(ToPath(level), fault).lexically_normal();
+    const auto folder = path.parent_path();
+    const auto beside = FindMainSFXIn(folder);
+    return FromPath(beside.empty() ? FindMainSFXIn(folder.parent_path()) : beside);
 }
 
 bool LoadMainSFX(Session& session, const std::string& file)

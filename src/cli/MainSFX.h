@@ -10,8 +10,7 @@ namespace morlik::cli
 /// Whether a file is taken for a `main.sfx`: by its ending.
 bool IsMainSFX(const std::string& file);
 
-/// The `main.sfx`, in any case of letters, in the level's folder or the one above it; of several in
-/// one folder that in small letters, else the first by name. Empty where there is none.
+/// The `main.sfx` in the level's folder or the one above it. Empty where there is none.
 std::string FindMainSFX(const std::string& level);
 
 /// Reads a `main.sfx` that is what a command is about; one without a sound is told.

@@ -1,13 +1,29 @@
 #include "side/MainSFX_Mod.h"
 
+#include "base/Text.h"
+
+#include <cstring>
+#include <string_view>
+#include <utility>
+
 namespace morlik
 {
 
 namespace
 {
 
+namespace fs = std::filesystem;
+
+constexpr std::string_view kName = "main.sfx";
+constexpr std::string_view kSignature = "RIFF"; ///< of a WAV file
 constexpr std::size_t kHeaderBytes = 44;
 constexpr std::size_t kDataSizeOffset = 40;
+
+bool BeginsAsWave(std::span<const std::byte> bytes)
+{
+    return bytes.size() >= kSignature.size() &&
+           std::memcmp(bytes.data(), kSignature.data(), kSignature.size()) == 0;
+}
 
 std::span<const std::byte> TakeSample(ByteReader& reader)
 {
@@ -32,15 +48,45 @@ void ReadSamples(std::span<const std::byte> bytes, MainSFXState& state, Reporter
 
 } // namespace
 
+bool IsNamedMainSFX(const fs::path& name)
+{
+    return NameBegins(name, kName) && name.native().size() == kName.size();
+}
+
+fs::path FindMainSFXIn(const fs::path& folder)
+{
+    fs::path found;
+    std::error_code fault; // a folder that can't be read has none
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault)) {
+        const auto name = entry->path().filename();
+        std::error_code gone; // between two looks
+        if (!IsNamedMainSFX(name) || !entry->is_regular_file(gone))
+            continue;
+        if (name == kName)
+            return entry->path();
+        if (found.empty() || entry->path() < found)
+            found = entry->path();
+    }
+    return found;
+}
+
 bool ReadMainSFX(const std::string& fileName, MainSFXState& state, Reporter& report)
 {
+    std::shared_ptr<const FileBytes> file;
     try {
-        state.Files.push_back(std::make_shared<FileBytes>(FileBytes::Load(fileName)));
+        file = std::make_shared<FileBytes>(FileBytes::Load(fileName));
     } catch (const FileFailure& failure) {
         report.Message(failure.what());
         return false;
     }
-    ReadSamples(state.Files.back()->Bytes(), state, report);
+    if (!BeginsAsWave(file->Bytes())) {
+        report.Message(fileName + " is not a main.sfx");
+        return false;
+    }
+    ReadSamples(file->Bytes(), state, report);
+    state.Files.push_back(std::move(file));
+    state.FileNames.push_back(fileName);
     return true;
 }
 

@@ -198,14 +198,23 @@ TEST_F(CliTest, TellsWhereSoundsAreMissing)
             RunCli({"convert", File(level), "-d", File("new/sets"), "--main-sfx", "AUTO"}).Errors,
             "");
     EXPECT_NE(errors({}).find("see --main-sfx"), std::string::npos);
-    WriteWholeFile(File("main.sfx"), {}); // goes before MAIN.Sfx
+    // These go before MAIN.Sfx: the head of a sound without its data, and no sound at all.
+    const auto sfx = ReadFile(File("MAIN.Sfx"));
+    WriteWholeFile(File("main.sfx"), std::span(sfx).first(44));
     const auto lacks = RunCli({"convert", Levels[2], "-o", File("a.was"), "--main-sfx", "auto"});
     EXPECT_NE(lacks.Errors.find(" lacks "), std::string::npos) << lacks.Errors;
-    for (const Strings& words :
-         {Strings{"info", File("main.sfx")}, Strings{"sounds", File("main.sfx"), File("waves")}}) {
-        EXPECT_EQ(RunCli(words).Status, 1);
-        EXPECT_NE(RunCli(words).Errors.find("main.sfx holds no sounds"), std::string::npos);
+    for (const char* wrong : {"main.sfx holds no sounds", "main.sfx is not a main.sfx"}) {
+        for (const Strings& words : {Strings{"info", File("main.sfx")},
+                                     Strings{"sounds", File("main.sfx"), File("waves")}}) {
+            const auto ran = RunCli(words);
+            EXPECT_EQ(ran.Status, 1);
+            EXPECT_NE(ran.Errors.find(wrong), std::string::npos) << ran.Errors;
+        }
+        WriteWholeFile(File("main.sfx"), std::vector<std::byte>(100000));
     }
+    const auto wrong = RunCli({"convert", Levels[2], "-o", File("a.was"), "--main-sfx", "auto"});
+    EXPECT_EQ(wrong.Status, 1);
+    EXPECT_NE(wrong.Errors.find("main.sfx is not a main.sfx"), std::string::npos) << wrong.Errors;
     EXPECT_FALSE(std::filesystem::exists(ToPath(File("waves"))));
 }
 

@@ -420,7 +420,7 @@ TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFault)
     EXPECT_EQ(samplesOf(good.Bytes), sounds.size());
     for (std::size_t i = 0; i < sounds.size(); ++i) {
         const Mark& count = good.Count("Sample " + std::to_string(i));
-        for (const std::size_t cut : {count.Offset - 39, count.Offset + 4, count.Offset + 5})
+        for (const std::size_t cut : {count.Offset - 36, count.Offset + 4, count.Offset + 5})
             EXPECT_EQ(samplesOf({good.Bytes.begin(),
                                  good.Bytes.begin() + static_cast<std::ptrdiff_t>(cut)}),
                       i);
@@ -429,6 +429,31 @@ TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFault)
         EXPECT_EQ(samplesOf(damaged.Bytes), i);
     }
     EXPECT_EQ(host.Messages(), std::vector<std::string>{});
+}
+
+TEST(ReadMainSFX, RefusesOtherFilesAndLeavesTheListAsItWas)
+{
+    const TempFolder folder;
+    ScriptedHost host;
+    Reporter report(host);
+    MainSFXState state;
+    const auto read = [&](const std::vector<std::byte>& bytes) {
+        WriteWholeFile(folder.File("main.sfx"), bytes);
+        return ReadMainSFX(folder.File("main.sfx"), state, report);
+    };
+    const auto good = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+    EXPECT_TRUE(read(good));
+    auto otherHead = good;
+    otherHead[3] = std::byte{'X'};
+    for (const auto& bytes : {std::vector<std::byte>(100000), std::vector<std::byte>(),
+                              std::vector<std::byte>(good.begin(), good.begin() + 3), otherHead}) {
+        host.Calls.clear();
+        EXPECT_FALSE(read(bytes));
+        EXPECT_EQ(host.Messages(), std::vector<std::string>{"MORLIK: " + folder.File("main.sfx") +
+                                                            " is not a main.sfx"});
+        EXPECT_EQ(state.MainSFXSamples.size(), samples::SampleSounds().size());
+        EXPECT_EQ(state.Files.size(), 1U);
+    }
 }
 
 } // namespace
