@@ -16,7 +16,7 @@ std::filesystem::path ProgramFolder();
 /// The user's folder for the program's own state, not created yet; empty where there is none.
 std::filesystem::path StateFolder();
 
-/// Whether there is a display to show windows on.
+/// Whether there is a display to show windows on, as far as its name tells: it may not answer.
 bool HasDisplay();
 
 /// The command line without the program's name; where the system splits it, the arguments joined
@@ -59,6 +59,9 @@ std::string ShortDate();
 /// Tells why the program can't go on, where there may be no window of its own to tell it: in a box
 /// on Windows, whose window programs have no console, and on standard error elsewhere.
 void ShowLastMessage(const std::string& text, const std::string& title);
+
+/// Shows what a command line asks for and nothing else: on standard output, in a box on Windows.
+void ShowAnswer(const std::string& text, const std::string& title);
 
 /// While one lives, texts with names of files come out right on the console. That of Windows reads
 /// bytes by a code page, which belongs to all programs in it and is put back at the end.

@@ -134,6 +134,11 @@ void ShowLastMessage(const std::string& text, const std::string& title)
     std::cerr << title << ": " << text << '\n';
 }
 
+void ShowAnswer(const std::string& text, const std::string& /*title*/)
+{
+    std::cout << text;
+}
+
 // Terminals show the bytes as they come.
 ConsoleTexts::ConsoleTexts() = default;
 ConsoleTexts::~ConsoleTexts() = default;

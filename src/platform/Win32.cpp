@@ -1,5 +1,6 @@
 #include "base/Text.h"
 #include "platform/System.h"
+#include "platform/Trial.h"
 #include "platform/Win32Text.h"
 
 #include <array>
@@ -118,6 +119,18 @@ void ShowLastMessage(const std::string& text, const std::string& title)
 {
     MessageBoxW(nullptr, ToWide(text).c_str(), ToWide(title).c_str(), MB_OK | MB_ICONERROR);
 }
+
+void ShowAnswer(const std::string& text, const std::string& title)
+{
+    MessageBoxW(nullptr, ToWide(text).c_str(), ToWide(title).c_str(), MB_OK);
+}
+
+/// There are no children by copy here, and nothing to be tried in one: the display is always there.
+Trial::Trial(const std::function<bool()>& /*work*/, std::chrono::milliseconds /*limit*/)
+    : isGood_(true)
+{
+}
+Trial::~Trial() = default;
 
 /// Without a buffer a letter of several bytes goes to the console in pieces, which shows none of
 /// them; with one, errors are still written out after each text.
