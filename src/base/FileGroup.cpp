@@ -154,7 +154,7 @@ void FileGroup::AddFolder(const std::string& path)
     std::error_code fault;
     const auto status = fs::status(ToPath(path), fault);
     if (fs::exists(status) && !fs::is_directory(status))
-        throw FileFailure("write", path, "Not a directory");
+        throw FileFailure("make the folder", path, "Not a directory");
     folders_.push_back({path + "/", fs::exists(status)});
     fs::create_directory(ToPath(draft_ + path.substr(place_.size())), fault);
     if (fault)

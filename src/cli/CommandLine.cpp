@@ -39,30 +39,43 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* description, i
     return command;
 }
 
+/// An option that takes one value. The parser's own words for one that is given twice are of no
+/// use, and an empty value, mostly a variable of a script that isn't set, would pass for none.
+template <class Value>
+CLI::Option& AddOption(CLI::App& command, const char* name, Value& value, const char* description)
+{
+    CLI::Option& option = *command.add_option(name, value, description);
+    option.check([times = std::make_shared<int>(0)](const std::string& text) -> std::string {
+        if (text.empty())
+            return "has an empty value";
+        return ++*times > 1 ? "is given more than once" : "";
+    });
+    return option;
+}
+
 void AddConvert(CLI::App& app, int& status, const Streams& streams)
 {
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App& convert = AddCommand(app, "convert", "convert levels to object sets", status,
                                    [options, &streams] { return Convert(*options, streams); });
     convert.add_option("LEVEL", options->Levels, "level files")->required()->type_name("");
-    convert.add_option("-o", options->Output, "name of the set, for a single level")
-        ->type_name("OUT.was");
-    convert.add_option("-d", options->Folder, "folder for the sets, each named after its level")
-        ->type_name("FOLDER");
-    convert
-        .add_option("--main-sfx", options->MainSFX,
-                    "take the sounds of Tomb Raider II and III levels from this main.sfx; with "
-                    "\"auto\" from the one in the level's folder or the folder above")
-        ->type_name("FILE");
+    AddOption(convert, "-o", options->Output, "name of the set, for a single level")
+        .type_name("OUT.was");
+    AddOption(convert, "-d", options->Folder, "folder for the sets, each named after its level")
+        .type_name("FOLDER");
+    AddOption(convert, "--main-sfx", options->MainSFX,
+              "take the sounds of Tomb Raider II and III levels from this main.sfx; with "
+              "\"auto\" from the one in the level's folder or the folder above")
+        .type_name("FILE");
     convert.add_flag("--update-horizon", options->UpdateHorizon,
                      "make the clouds visible behind a Tomb Raider II or III horizon");
     convert.add_flag("--export-sprites", options->ExportSprites,
                      "take the sprites of Tomb Raider I to III levels along");
-    convert.add_option("--jobs", options->Jobs, "levels at a time; else one a processor")
-        ->check(CLI::Range(1, 256))
+    AddOption(convert, "--jobs", options->Jobs, "levels at a time; else one a processor")
+        .check(CLI::Range(1, 256))
         ->type_name("N");
-    convert.add_option("--log", options->Log, "write a log of the run, for a single level")
-        ->type_name("FILE");
+    AddOption(convert, "--log", options->Log, "write a log of the run, for a single level")
+        .type_name("FILE");
     convert.add_flag("--timings", options->Timings, "tell where the time went");
     convert.add_flag("--json", options->Json, "tell the results as JSON");
 }
@@ -116,8 +129,8 @@ void AddCheck(CLI::App& app, int& status, const Streams& streams)
         AddCommand(app, "check", "read an object set back and verify it", status,
                    [options, &streams] { return Check(options->File, options->Game, streams); });
     check.add_option("SET", options->File, "SET.was")->required()->type_name("");
-    check.add_option("--game", options->Game, "game of the set, 1 to 5, if its list names none")
-        ->check(CLI::Range(1, 5))
+    AddOption(check, "--game", options->Game, "game of the set, 1 to 5, if its list names none")
+        .check(CLI::Range(1, 5))
         ->type_name("N");
 }
 

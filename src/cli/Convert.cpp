@@ -1,5 +1,6 @@
 // morlik-cli convert: one level or a folder full of them.
 
+#include "base/Folders.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/Json.h"
@@ -50,6 +51,7 @@ constexpr std::array<PhaseName, kNumPhases> kPhases{{{Phase::Read, "read"},
 bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
 {
     Reporter& report = session.Report;
+    MakeFolder(ToPath(job.Set).parent_path());
     if (!options.Log.empty()) {
         report.Log.OpenNew(options.Log);
         BeginLog(report);
@@ -199,7 +201,6 @@ int Convert(const ConvertOptions& options, const Streams& streams)
         streams.Errors << Printable(fault) << '\n';
         return kWrongUse;
     }
-    MakeFolder(ToPath(jobs[0].Set).parent_path());
     const auto outcomes = WorkOnAll(jobs, options, streams);
     const auto numDone = std::ranges::count(outcomes, true, &Outcome::IsDone);
     if (std::cmp_less(numDone, jobs.size()))

@@ -1,10 +1,11 @@
 // morlik-cli sheet and sounds: parts of a level for other programs.
 
+#include "base/FileIdentity.h"
 #include "base/Files.h"
+#include "base/Folders.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/MainSFX.h"
-#include "cli/Plan.h"
 #include "cli/QuietHost.h"
 #include "picture/PNG.h"
 #include "picture/TGA_Mod.h"
@@ -24,8 +25,10 @@ int SaveSheet(const std::string& level, const std::string& output, const Streams
         streams.Errors << "This build of the program can't write PNG files\n";
         return kWrongUse;
     }
-    if (IsSameFile(level, output)) {
-        streams.Errors << "The sheet would replace the level\n";
+    try {
+        GuardInputs({{level}}, {{output}});
+    } catch (const FileFailure& failure) {
+        streams.Errors << failure.what() << '\n';
         return kWrongUse;
     }
     return RunQuietly(streams, [&](Session& session) {
@@ -49,6 +52,8 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
                 return false;
             }
         }
+        GuardInputs({{file}}, IsMainSFX(file) ? MainSFXSoundFiles(base, session.MainSFX)
+                                              : LevelSoundFiles(base, session.Level));
         MakeFolder(ToPath(folder));
         return IsMainSFX(file) ? WriteMainSFXSounds(base, session.MainSFX, session.Report)
                                : WriteLevelSounds(base, session.Level, session.Report);

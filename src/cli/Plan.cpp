@@ -1,19 +1,23 @@
 #include "cli/Plan.h"
 
+#include "base/FileIdentity.h"
+#include "base/Files.h"
 #include "base/Text.h"
 #include "cli/MainSFX.h"
 #include "platform/Platform.h"
+#include "shell/DataFiles.h"
+#include "shell/SetFiles.h"
 
-#include <algorithm>
 #include <map>
-#include <set>
-#include <system_error>
+#include <string_view>
 
 namespace morlik::cli
 {
 
 namespace
 {
+
+constexpr std::string_view kExtension = ".was";
 
 /// The set in a folder that is named after its level.
 std::string SetIn(const std::string& folder, const std::string& level)
@@ -22,54 +26,39 @@ std::string SetIn(const std::string& folder, const std::string& level)
     return FromPath(set += ".was");
 }
 
-/// What a conversion writes, but for the WAV files in their own folder.
-std::vector<std::string> ResultsOf(const Job& job)
+/// The name of a set as its list is written, which ends in small letters.
+std::string ListOf(const std::string& output)
 {
-    std::vector<std::string> results;
-    for (const char* ending : {".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt"})
-        results.push_back(job.Set.substr(0, job.Set.size() - 4) + ending);
-    return results;
+    return EndsWithNoCase(output, kExtension)
+               ? output.substr(0, output.size() - kExtension.size()) + std::string(kExtension)
+               : output;
 }
 
-/// Files that the conversions read, by their titles in small letters.
-class Inputs
+/// Files that the conversions read.
+std::vector<std::string> InputsOf(const std::vector<Job>& jobs)
 {
-public:
-    explicit Inputs(const std::vector<Job>& jobs)
-    {
-        for (const Job& job : jobs) {
-            Add(job.Level);
-            if (!job.MainSFX.empty())
-                Add(job.MainSFX);
-        }
-        for (const char* name : {"TR4Objects.dat", "morlik.sam", "morlik.sfx", "morlik.swd"})
-            Add(FromPath(ProgramFolder() / name));
+    auto inputs = DataFiles(ProgramFolder());
+    for (const Job& job : jobs) {
+        inputs.push_back(job.Level);
+        if (!job.MainSFX.empty())
+            inputs.push_back(job.MainSFX);
     }
+    return inputs;
+}
 
-    bool Contain(const std::string& file) const
-    {
-        const auto [first, last] = byTitle_.equal_range(ToLower(FileTitle(file)));
-        return std::any_of(first, last,
-                           [&](const auto& input) { return IsSameFile(input.second, file); });
-    }
-
-private:
-    void Add(const std::string& file) { byTitle_.emplace(ToLower(FileTitle(file)), file); }
-
-    std::multimap<std::string, std::string> byTitle_;
-};
-
-/// The first file that a conversion would read and replace; empty where there is none.
-std::string ReplacedInput(const ConvertOptions& options, const std::vector<Job>& jobs)
+/// A `FileFailure` where a file would be replaced that none may replace.
+void GuardFiles(const ConvertOptions& options, const std::vector<Job>& jobs)
 {
-    const Inputs inputs(jobs);
-    if (!options.Log.empty() && inputs.Contain(options.Log))
-        return options.Log;
+    std::vector<std::string> outputs;
+    if (!options.Log.empty())
+        outputs.push_back(options.Log);
+    for (const Job& job : jobs) {
+        const auto files = FilesOfSet(job.Set);
+        outputs.insert(outputs.end(), files.begin(), files.end());
+    }
+    GuardInputs(InputsOf(jobs), outputs);
     for (const Job& job : jobs)
-        for (const std::string& result : ResultsOf(job))
-            if (inputs.Contain(result))
-                return result;
-    return {};
+        GuardMainSFX(job.Set);
 }
 
 } // namespace
@@ -79,9 +68,9 @@ std::vector<Job> Plan(const ConvertOptions& options)
     const bool look = ToLower(options.MainSFX) == "auto";
     std::vector<Job> jobs;
     for (const std::string& level : options.Levels)
-        jobs.push_back({level,
-                        options.Output.empty() ? SetIn(options.Folder, level) : options.Output,
-                        look ? FindMainSFX(level) : options.MainSFX});
+        jobs.push_back(
+            {level, options.Output.empty() ? SetIn(options.Folder, level) : ListOf(options.Output),
+             look ? FindMainSFX(level) : options.MainSFX});
     return jobs;
 }
 
@@ -89,35 +78,27 @@ std::string FaultOf(const ConvertOptions& options, const std::vector<Job>& jobs)
 {
     if (options.Output.empty() == options.Folder.empty())
         return "Say where the set goes, with one of -o OUT.was and -d FOLDER";
-    if (!options.Output.empty() && !EndsWithNoCase(options.Output, ".was"))
+    if (!options.Output.empty() && !EndsWithNoCase(options.Output, kExtension))
         return "The name of the set must end in .was";
     if (jobs.size() > 1 && !options.Output.empty())
         return "Several levels need a folder, -d FOLDER";
     if (jobs.size() > 1 && !options.Log.empty())
         return "A log is for a single level";
-    std::set<std::string> sets; // in one case of letters, as on systems that don't tell them apart
+    // By sets in one case of letters, as on systems that don't tell them apart.
+    std::map<std::string, std::string> levels;
     for (const Job& job : jobs)
-        if (!sets.insert(ToLower(job.Set)).second)
-            return "Two levels would write the set " + job.Set;
+        if (const auto [other, isNew] = levels.emplace(ToLower(job.Set), job.Level); !isNew)
+            return other->second + " and " + job.Level + " would both be saved as " + job.Set;
     if (!options.Log.empty())
-        for (const std::string& result : ResultsOf(jobs[0]))
+        for (const std::string& result : FilesOfSet(jobs[0].Set))
             if (ToLower(FileTitle(result)) == ToLower(FileTitle(options.Log)))
                 return "The log has the name of a file of the set, " + result;
-    if (const auto replaced = ReplacedInput(options, jobs); !replaced.empty())
-        return "The conversion reads " + replaced + " and would replace it";
+    try {
+        GuardFiles(options, jobs);
+    } catch (const FileFailure& failure) {
+        return failure.what();
+    }
     return {};
-}
-
-bool IsSameFile(const std::string& one, const std::string& other)
-{
-    std::error_code missing;
-    return std::filesystem::equivalent(ToPath(one), ToPath(other), missing);
-}
-
-void MakeFolder(const std::filesystem::path& folder)
-{
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
 }
 
 } // namespace morlik::cli

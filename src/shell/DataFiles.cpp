@@ -1,9 +1,18 @@
 #include "shell/DataFiles.h"
 
 #include "base/Text.h"
+#include "shell/ObjectID_Mod.h"
 
 namespace morlik
 {
+
+std::vector<std::string> DataFiles(const std::filesystem::path& programFolder)
+{
+    std::vector<std::string> files;
+    for (const char* name : {kCatalogueName, "morlik.sam", "morlik.sfx", "morlik.swd"})
+        files.push_back(FromPath(programFolder / name));
+    return files;
+}
 
 bool CopyDataFile(const std::string& name, FileGroup& group, const std::string& target,
                   Reporter& report)

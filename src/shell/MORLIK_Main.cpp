@@ -1,5 +1,7 @@
 #include "shell/MORLIK_Main.h"
 
+#include "base/FileIdentity.h"
+#include "base/Folders.h"
 #include "base/Text.h"
 
 namespace morlik
@@ -25,11 +27,16 @@ void BeginLog(Reporter& report)
     report.LogLine(std::string(27, '-'));
 }
 
-void OpenLog(Reporter& report)
+void OpenLog(Reporter& report, const std::string& input)
 {
+    const auto openIn = [&](const std::filesystem::path& folder) {
+        const auto path = FromPath(folder / kLogName);
+        GuardInputs({{input}}, {{path}});
+        OpenLogFile(path, report);
+    };
     const Host& host = report.TheHost();
     try {
-        OpenLogFile(FromPath(host.ProgramFolder() / kLogName), report);
+        openIn(host.ProgramFolder());
         return;
     } catch (const FileFailure& failure) {
         // An installed program stands where its user may not write: the log goes elsewhere.
@@ -37,9 +44,8 @@ void OpenLog(Reporter& report)
             report.Stop(failure.what(), kErrorTitle);
     }
     try {
-        std::error_code ignored; // a folder that is missing shows when the log is opened
-        std::filesystem::create_directories(host.StateFolder(), ignored);
-        OpenLogFile(FromPath(host.StateFolder() / kLogName), report);
+        MakeFolder(host.StateFolder());
+        openIn(host.StateFolder());
     } catch (const FileFailure& failure) {
         report.Stop(failure.what(), kErrorTitle);
     }

@@ -18,8 +18,9 @@ struct VersionRecord
 
 /// Opens the log of this run, with its three header lines, as "MORLIK.log" in the program's
 /// folder or, where that can't be written, in the user's state folder. Where neither can, the
-/// program ends with a message.
-void OpenLog(Reporter& report);
+/// program ends with a message. A place where it would replace `input`, the file that this run is
+/// about, counts as one that can't be written.
+void OpenLog(Reporter& report, const std::string& input = {});
 
 /// Opens the log at `path`. `FileFailure` if it can't be created.
 void OpenLogFile(const std::string& path, Reporter& report);

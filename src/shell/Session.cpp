@@ -1,6 +1,10 @@
 #include "shell/Session.h"
 
+#include "base/FileIdentity.h"
+#include "base/Text.h"
 #include "level/TR_Main.h"
+#include "shell/DataFiles.h"
+#include "shell/SetFiles.h"
 #include "shell/WAD_Main.h"
 
 namespace morlik
@@ -16,11 +20,30 @@ void TakeVersion(Session& session)
 void LoadLevel(Session& session, const std::string& path)
 {
     session.Level = ReadTR(path, session.State, session.Report);
+    session.LevelFile = path;
     TakeVersion(session);
+}
+
+std::vector<std::string> InputsOf(const Session& session)
+{
+    auto inputs = DataFiles(session.Report.TheHost().ProgramFolder());
+    inputs.insert(inputs.end(), session.MainSFX.FileNames.begin(), session.MainSFX.FileNames.end());
+    inputs.push_back(session.LevelFile);
+    inputs.push_back(session.ProjectFile);
+    return inputs;
 }
 
 bool SaveLevel(Session& session, const std::string& fileName)
 {
+    try {
+        if (EndsWithNoCase(fileName, ".was")) {
+            GuardInputs(InputsOf(session), FilesOfSet(fileName));
+            GuardMainSFX(fileName);
+        }
+    } catch (const FileFailure& failure) {
+        session.Report.Message(failure.what());
+        return false;
+    }
     return SaveWAD(
         fileName, session.Level,
         {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle, session.Report});

@@ -9,6 +9,7 @@
 #include "side/PRJ_Mod.h"
 
 #include <string>
+#include <vector>
 
 namespace morlik
 {
@@ -23,9 +24,11 @@ struct Session
     ObjectNames Names;
     TrMainState State;
     LevelData Level;        ///< the current level
+    std::string LevelFile;  ///< where it was read from; a project loaded since leaves it
     std::string LevelTitle; ///< its file name, without the folder
     MainSFXState MainSFX;
     PRJData ProjectData;
+    std::string ProjectFile; ///< the file that it was read from
     FileDialog FMLoad;     ///< the open dialog, which keeps its file name from one use to the next
     FileDialog FMSave;     ///< the save dialog
     std::string TitleText; ///< what window captions begin with; empty in batch mode
@@ -37,7 +40,11 @@ void TakeVersion(Session& session);
 /// Reads the level at `path` and makes it the current one.
 void LoadLevel(Session& session, const std::string& path);
 
-/// Saves the object set of the current level as `fileName`; see `SaveWAD`.
+/// The files that the session has read. None of its work may write over them.
+std::vector<std::string> InputsOf(const Session& session);
+
+/// Saves the object set of the current level as `fileName`; see `SaveWAD`. Does nothing but tell
+/// why where that would replace an input or the `main.sfx` of a game.
 bool SaveLevel(Session& session, const std::string& fileName);
 
 } // namespace morlik

@@ -33,6 +33,32 @@ std::span<const std::int16_t> SlotsInUse(const LevelData& level)
     return map;
 }
 
+/// The samples of a level that exist, by slot and number; of those with one name the last one.
+using NumberedSamples = std::map<std::pair<std::int32_t, std::int32_t>, const Sample*>;
+
+NumberedSamples SamplesToWrite(const LevelData& level, std::size_t& missing)
+{
+    const auto map = std::span(level.SoundMap).first<kSoundMapSlotsTR2>();
+    NumberedSamples samples;
+    for (const SampleUse& use : ListSamples(map, level.SoundDetails, SlotRule::FirstOr0)) {
+        if (const Sample* sample = FindIn(level.Samples, use.Sample))
+            samples[{use.Slot, use.Index}] = sample;
+        else
+            ++missing;
+    }
+    return samples;
+}
+
+std::string FileOf(const std::string& base, const NumberedSamples::key_type& number)
+{
+    return base + " " + std::to_string(number.first) + "-" + std::to_string(number.second) + ".wav";
+}
+
+std::string FileOf(const std::string& base, std::size_t number)
+{
+    return base + std::to_string(number) + ".wav";
+}
+
 using WaveFiles = std::vector<std::pair<std::string, std::span<const std::byte>>>;
 
 /// Gives whether all were written: the user may have stopped it.
@@ -96,25 +122,32 @@ std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX)
     return entries;
 }
 
+std::vector<std::string> LevelSoundFiles(const std::string& base, const LevelData& level)
+{
+    std::vector<std::string> names;
+    std::size_t missing = 0;
+    if (CountSamples(level.SoundDetails) <= kMostSampleLines)
+        for (const auto& [number, sample] : SamplesToWrite(level, missing))
+            names.push_back(FileOf(base, number));
+    return names;
+}
+
+std::vector<std::string> MainSFXSoundFiles(const std::string& base, const MainSFXState& mainSFX)
+{
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < mainSFX.MainSFXSamples.size(); ++i)
+        names.push_back(FileOf(base, i));
+    return names;
+}
+
 bool WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report)
 {
     return Limited(report, [&] {
         LimitSamples(CountSamples(level.SoundDetails));
-        const auto map = std::span(level.SoundMap).first<kSoundMapSlotsTR2>();
-        // By slot and number; of those with one name the last one stays.
-        std::map<std::pair<std::int32_t, std::int32_t>, const Sample*> samples;
         std::size_t missing = 0;
-        for (const SampleUse& use : ListSamples(map, level.SoundDetails, SlotRule::FirstOr0)) {
-            if (const Sample* sample = FindIn(level.Samples, use.Sample))
-                samples[{use.Slot, use.Index}] = sample;
-            else
-                ++missing;
-        }
         WaveFiles files;
-        for (const auto& [number, sample] : samples)
-            files.emplace_back(base + " " + std::to_string(number.first) + "-" +
-                                   std::to_string(number.second) + ".wav",
-                               sample->Data);
+        for (const auto& [number, sample] : SamplesToWrite(level, missing))
+            files.emplace_back(FileOf(base, number), sample->Data);
         if (missing != 0)
             report.LogLine("No WAV file for " + std::to_string(missing) +
                            " samples that do not exist");
@@ -128,7 +161,7 @@ bool WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX, Re
         LimitSamples(mainSFX.MainSFXSamples.size());
         WaveFiles files;
         for (std::size_t i = 0; i < mainSFX.MainSFXSamples.size(); ++i)
-            files.emplace_back(base + std::to_string(i) + ".wav", mainSFX.MainSFXSamples[i]);
+            files.emplace_back(FileOf(base, i), mainSFX.MainSFXSamples[i]);
         return WriteWaveFiles(files, report);
     });
 }

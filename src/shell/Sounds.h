@@ -29,6 +29,11 @@ std::vector<SoundEntry> LevelSounds(const LevelData& level);
 /// The samples of `main.sfx`. A line: "TR3 Sound 5 - 812 bytes".
 std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX);
 
+/// The files that the two procedures below write. Of a level that is damaged, with more samples
+/// than any has, there are none.
+std::vector<std::string> LevelSoundFiles(const std::string& base, const LevelData& level);
+std::vector<std::string> MainSFXSoundFiles(const std::string& base, const MainSFXState& mainSFX);
+
 /// Writes every sample of the level's sounds as `base` + " " + slot + "-" + number + ".wav". Here
 /// the first 370 slots count in all games, and sounds without a slot go to slot 0.
 /// `FileFailure` where a file can't be written; samples that do not exist are told in the log.

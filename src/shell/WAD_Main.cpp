@@ -1,6 +1,8 @@
 #include "shell/WAD_Main.h"
 
 #include "base/FileGroup.h"
+#include "base/FileIdentity.h"
+#include "base/Folders.h"
 #include "base/SampleLookup.h"
 #include "base/Text.h"
 #include "convert/ConvertLevel.h"
@@ -12,6 +14,7 @@
 #include "shell/DataFiles.h"
 #include "shell/Filters.h"
 #include "shell/SaveStatus.h"
+#include "shell/SetFiles.h"
 
 namespace morlik
 {
@@ -135,6 +138,7 @@ private:
         report_.TheHost().ShowOpen(dialog);
         if (dialog.FileName.empty())
             return Answer::Cancelled;
+        GuardInputs({{dialog.FileName}}, FilesOfSet(fileName_));
         MainSFXState chosen;
         if (!ReadMainSFX(dialog.FileName, chosen, report_))
             return Answer::Failed;

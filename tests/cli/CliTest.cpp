@@ -281,6 +281,110 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
     EXPECT_NE(RunCli({"--help"}).Out.find("Exit status: 0 all good"), std::string::npos);
 }
 
+TEST_F(CliTest, NamesWhatIsWrongWithItsOptions)
+{
+    std::filesystem::create_directory(ToPath(File("other")));
+    const auto twin = File("other/" + FileTitle(Levels[0]));
+    WriteWholeFile(twin, ReadFile(Levels[0]));
+    WriteWholeFile(File("main.tr2"), ReadFile(Levels[2]));
+    const auto sfx = ReadFile(File("MAIN.Sfx"));
+    struct Row
+    {
+        Strings Words;
+        std::string Told;
+    };
+    const std::vector<Row> rows{
+        {{Levels[0], "-o", ""}, "-o: has an empty value"},
+        {{Levels[0], "-d", ""}, "-d: has an empty value"},
+        {{Levels[0], "-o", File("a.was"), "--log", ""}, "--log: has an empty value"},
+        {{Levels[0], "-o", File("a.was"), "--main-sfx", ""}, "--main-sfx: has an empty value"},
+        {{Levels[0], "-o", File("a.was"), "-o", File("b.was")}, "-o: is given more than once"},
+        {{Levels[0], "-d", File("a"), "-d", File("a")}, "-d: is given more than once"},
+        {{Levels[0], "-d", File("a"), "--jobs", "1", "--jobs", "2"},
+         "--jobs: is given more than once"},
+        {{Levels[0], twin, "-d", File("a")},
+         Levels[0] + " and " + twin + " would both be saved as " + File("a/l1level.was")},
+        {{File("main.tr2"), "-d", File("")},
+         "MAIN.Sfx holds the sounds of a game; give the set another name"},
+    };
+    for (const Row& row : rows) {
+        Strings words{"convert"};
+        words.insert(words.end(), row.Words.begin(), row.Words.end());
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 2) << row.Told;
+        EXPECT_EQ(ran.Out, "");
+        EXPECT_NE(ran.Errors.find(row.Told), std::string::npos) << ran.Errors;
+    }
+    EXPECT_FALSE(std::filesystem::exists(ToPath(File("a"))));
+    EXPECT_EQ(ReadFile(File("MAIN.Sfx")), sfx);
+
+    // A set is told under the name that its list has.
+    const auto capitals = RunCli({"convert", Levels[0], "-o", File("S.WAS")});
+    EXPECT_EQ(capitals.Out, Levels[0] + ": saved as " + File("S.was") + "\n");
+    EXPECT_TRUE(std::filesystem::exists(ToPath(File("S.was"))));
+    // A folder that can't be made is told of each level, and of sounds.
+    const auto reason = ": Can't make the folder " + Levels[0] + ": Not a directory\n";
+    for (const Strings& words : {Strings{"convert", Levels[1], Levels[2], "-d", Levels[0]},
+                                 Strings{"sounds", Levels[4], Levels[0]}}) {
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, 1);
+        EXPECT_NE(ran.Errors.find(reason), std::string::npos) << ran.Errors;
+    }
+}
+
+TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
+{
+    WriteWholeFile(File("game.sfx"), ReadFile(File("MAIN.Sfx")));
+    struct Row
+    {
+        std::string Input;
+        std::string Output; ///< a link to it
+        Strings Words;
+    };
+    std::vector<Row> rows{
+        {Levels[0], "log", {"convert", Levels[0], "-o", File("set.was"), "--log", File("log")}},
+        {Levels[0], "sheet.tga", {"sheet", Levels[0], File("sheet.tga")}},
+        {Levels[0], "waves/l1level 17-1.wav", {"sounds", Levels[0], File("waves")}},
+        {File("game.sfx"), "waves/game1.wav", {"sounds", File("game.sfx"), File("waves")}},
+        {Levels[1], "all/l1level.wad", {"convert", Levels[0], Levels[1], "-d", File("all")}}};
+    for (const char* ending :
+         {".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt", "-Sounds/TR1 Sound 17-1.wav"})
+        rows.push_back({Levels[0],
+                        std::string("set") + ending,
+                        {"convert", Levels[0], "-o", File("set.was")}});
+    for (const char* ending : {".sfx", ".wad", "-Sounds/TR2 Sound 17-1.wav"})
+        rows.push_back(
+            {File("game.sfx"),
+             std::string("set") + ending,
+             {"convert", Levels[2], "-o", File("set.was"), "--main-sfx", File("game.sfx")}});
+    for (const bool isHard : {true, false}) {
+#ifdef _WIN32
+        if (!isHard) // takes rights that users seldom have
+            continue;
+#endif
+        for (const Row& row : rows) {
+            const auto before = ReadFile(row.Input);
+            const auto output = ToPath(File(row.Output));
+            std::filesystem::create_directories(output.parent_path());
+            if (isHard)
+                std::filesystem::create_hard_link(ToPath(row.Input), output);
+            else
+                std::filesystem::create_symlink(ToPath(row.Input), output);
+            const auto ran = RunCli(row.Words);
+            EXPECT_NE(ran.Status, 0) << row.Output;
+            EXPECT_EQ(ran.Out, "");
+            EXPECT_NE(ran.Errors.find("Can't write " + File(row.Output) + ": it is " + row.Input +
+                                      ", which is read and would be replaced"),
+                      std::string::npos)
+                << ran.Errors;
+            EXPECT_EQ(ReadFile(row.Input), before) << row.Output;
+            std::filesystem::remove(output);
+        }
+    }
+    EXPECT_FALSE(std::filesystem::exists(ToPath(File("set.wad"))));
+    EXPECT_TRUE(FilesOf("waves").empty());
+}
+
 TEST_F(CliTest, TellsWhatIsInAFile)
 {
     const auto content = samples::MakeRichLevel(kTR4);

@@ -218,7 +218,8 @@ TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
     WriteWholeFile(run.Output("-Sounds"), {});
     EXPECT_FALSE(run.Save());
     EXPECT_EQ(run.Host.Messages(),
-              Strings{"MORLIK: Can't write " + run.Output("-Sounds") + ": Not a directory"});
+              std::vector<std::string>{"MORLIK: Can't make the folder " + run.Output("-Sounds") +
+                                       ": Not a directory"});
     EXPECT_FALSE(std::filesystem::exists(run.Output(".wad")));
 }
 

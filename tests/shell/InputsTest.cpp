@@ -1,0 +1,123 @@
+// What a save must not replace, and what it asks about.
+
+#include "samples/MainSfx.h"
+#include "shell/MORLIK_Main.h"
+#include "shell/SetFiles.h"
+#include "tests/support/Conversion.h"
+
+#include <gtest/gtest.h>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using Strings = std::vector<std::string>;
+
+constexpr std::array<const char*, 7> kSetEndings{
+    ".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt", "-Sounds/TR1 Sound 17-0.wav"};
+
+TEST(SaveLevel, DoesNotReplaceWhatItReads)
+{
+    for (const char* input : {"level.phd", "morlik.sam", "TR4Objects.dat"}) {
+        for (const char* ending : kSetEndings) {
+            Conversion run;
+            run.CopyDataFiles();
+            WriteWholeFile(run.Folder.File("level.phd"),
+                           WriteLevel(samples::MakeRichLevel(kTR1)).Bytes);
+            LoadLevel(run.Program, run.Folder.File("level.phd"));
+            fs::create_directory(ToPath(run.Output("-Sounds")));
+            fs::create_hard_link(ToPath(run.Folder.File(input)), ToPath(run.Output(ending)));
+            const auto before = ReadFile(run.Folder.File(input));
+            EXPECT_FALSE(run.Save());
+            EXPECT_EQ(run.Host.Messages(),
+                      Strings{"MORLIK: Can't write " + run.Output(ending) + ": it is " +
+                              run.Folder.File(input) + ", which is read and would be replaced"});
+            EXPECT_EQ(ReadFile(run.Folder.File(input)), before) << ending;
+            EXPECT_EQ(fs::exists(ToPath(run.Output(".was"))), ending == kSetEndings[0]);
+        }
+    }
+}
+
+TEST(SaveLevel, DoesNotReplaceTheMainSfxOfAGame)
+{
+    const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+    // That it is chosen shows in the middle of the save.
+    for (const char* ending : {".sfx", ".swd", ".was", "-Sounds/TR2 Sound 17-0.wav"}) {
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR2)));
+        WriteWholeFile(run.Folder.File("game.sfx"), sounds);
+        fs::create_directory(ToPath(run.Output("-Sounds")));
+        fs::create_hard_link(ToPath(run.Folder.File("game.sfx")), ToPath(run.Output(ending)));
+        run.Host.OpenAnswers = {run.Folder.File("game.sfx")};
+        EXPECT_FALSE(run.Save());
+        EXPECT_EQ(ReadFile(run.Folder.File("game.sfx")), sounds);
+        EXPECT_EQ(run.Host.Messages().size(), 1U);
+    }
+    // Nor is one that has nothing to do with the level, in any case of letters.
+    for (const char* name : {"main.sfx", "MAIN.Sfx"}) {
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR1)));
+        const auto set = run.Folder.File("main.was");
+        EXPECT_TRUE(SaveLevel(run.Program, set)); // nobody's sounds are in this folder
+        fs::remove(ToPath(run.Folder.File("main.sfx")));
+        WriteWholeFile(run.Folder.File(name), sounds);
+        EXPECT_FALSE(SaveLevel(run.Program, set));
+        EXPECT_EQ(run.Host.Messages(),
+                  Strings{"MORLIK: Can't write " + run.Folder.File("main.sfx") + ": " + name +
+                          " holds the sounds of a game; give the set another name"});
+        EXPECT_EQ(ReadFile(run.Folder.File(name)), sounds);
+    }
+}
+
+TEST(QuestionToReplace, NamesWhatIsThereAndNotWhatWasAskedAbout)
+{
+    const TempFolder folder;
+    const auto set = folder.File("my.WAS");
+    EXPECT_EQ(QuestionToReplace(FilesOfSet(set), set), "");
+    WriteWholeFile(set, {});
+    EXPECT_EQ(QuestionToReplace({set}, set), "");
+    fs::create_directory(ToPath(folder.File("my-Sounds")));
+    for (const char* name : {"my.wad", "my Info.txt", "my-Sounds/TR1 Sound 2-0.wav",
+                             "my-Sounds/TR2 Sound 2-0.wav", "my-Sounds/mine.wav"})
+        WriteWholeFile(folder.File(name), {});
+    const auto ask = [&](VersionCode game) {
+        return QuestionToReplace(FilesOfSet(set, game), set);
+    };
+    const std::string head = "These files are there already and would be replaced:\n";
+    EXPECT_EQ(ask(kTR1),
+              head + "\nmy.wad\nmy Info.txt\nmy-Sounds/TR1 Sound 2-0.wav\n\nReplace them?");
+    EXPECT_EQ(ask(kTR4), head + "\nmy.wad\nmy Info.txt\n\nReplace them?");
+    WriteWholeFile(folder.File("my.was"),
+                   {}); // not the file that was asked about, if it is another
+    if (!fs::equivalent(ToPath(set), ToPath(folder.File("my.was")))) {
+        EXPECT_TRUE(ask(kTR4).starts_with(head + "\nmy.was\n"));
+    }
+    for (int i = 10; i < 20; ++i)
+        WriteWholeFile(folder.File("my-Sounds/TR3 Sound " + std::to_string(i) + "-0.wav"), {});
+    const auto many = ask(kTR3);
+    EXPECT_NE(many.find("TR3 Sound 14-0.wav\nand "), std::string::npos) << many;
+    EXPECT_NE(many.find(" 5 more\n\nReplace them?"), std::string::npos) << many;
+}
+
+TEST(Log, DoesNotReplaceTheLevel)
+{
+    Conversion run;
+    run.Host.Folder = run.Folder.File("program");
+    run.Host.State = run.Folder.File("state");
+    fs::create_directory(run.Host.Folder);
+    const std::vector<std::byte> level(100, std::byte{7});
+    WriteWholeFile(run.Folder.File("level.phd"), level);
+    fs::create_hard_link(ToPath(run.Folder.File("level.phd")), run.Host.Folder / "MORLIK.log");
+    OpenLog(run.Program.Report, run.Folder.File("level.phd"));
+    EXPECT_EQ(ReadFile(run.Folder.File("level.phd")), level);
+    EXPECT_EQ(LinesOfFile(run.Folder.File("state/MORLIK.log")).size(), 3U);
+}
+
+} // namespace
+
+} // namespace morlik::test
