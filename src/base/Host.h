@@ -43,6 +43,9 @@ public:
         ShowMessage(text + "\n" + detail, title);
     }
 
+    /// A question that is answered by yes or no; gives whether it was yes.
+    virtual bool Ask(const std::string& question, const std::string& title) = 0;
+
     /// Asks for a file to open.
     virtual void ShowOpen(FileDialog& dialog) = 0;
     /// Asks for the name of a file to write.

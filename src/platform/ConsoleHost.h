@@ -29,6 +29,12 @@ public:
     /// Writes a line with the title and the text; further lines of the text are set in.
     void ShowMessage(const std::string& text, const std::string& title) override;
 
+    /// Nobody is there to be asked: a script has said what it wants with its command.
+    bool Ask(const std::string& /*question*/, const std::string& /*title*/) override
+    {
+        return true;
+    }
+
     /// The one dialog of a run without a window asks for `main.sfx`.
     void ShowOpen(FileDialog& dialog) override;
     void ShowSave(FileDialog& /*dialog*/) override {}

@@ -24,8 +24,10 @@ public:
     std::string CaptionText;
     std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
     std::deque<std::string> SaveAnswers;
+    std::deque<bool> Answers; ///< to questions; none left is a yes
 
-    /// Such as "message: TITLE: TEXT", "event: TEXT", "prog: 12.5", "open: FILTER in FOLDER".
+    /// Such as "message: TITLE: TEXT", "ask: TITLE: TEXT", "event: TEXT", "prog: 12.5", "open:
+    /// FILTER in FOLDER".
     std::vector<std::string> Calls;
     int Turns = 0;
     int TurnsToStop = std::numeric_limits<int>::max(); ///< the user asks to stop after so many
@@ -51,6 +53,14 @@ public:
     {
         ShowMessage(text, title);
         Details.push_back(detail);
+    }
+    bool Ask(const std::string& question, const std::string& title) override
+    {
+        Calls.push_back("ask: " + title + ": " + question);
+        const bool answer = Answers.empty() || Answers.front();
+        if (!Answers.empty())
+            Answers.pop_front();
+        return answer;
     }
     void ShowOpen(FileDialog& dialog) override { Answer("open: ", dialog, OpenAnswers); }
     void ShowSave(FileDialog& dialog) override { Answer("save: ", dialog, SaveAnswers); }

@@ -1,5 +1,6 @@
 #include "tests/window/WindowRun.h"
 
+#include <QAbstractButton>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTimer>
@@ -100,6 +101,21 @@ TEST(QtHostTexts, ShowThePlaceOfAFailureBelowItsMessage)
             EXPECT_EQ(box.informativeText().toStdString(),
                       "<p>mesh, offset 3: &lt;b&gt; L\xc3\xb6</p>");
         });
+}
+
+TEST(QtHostDialogs, TakeEnterAndTheCloseButtonForANo)
+{
+    WindowRun run;
+    const std::vector<std::pair<std::function<void(QMessageBox&)>, bool>> rows{
+        {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, false},
+        {[](QMessageBox& box) { box.close(); }, false},
+        {[](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); }, true}};
+    for (const auto& [answer, isYes] : rows) {
+        bool said = !isYes;
+        LookAt<QMessageBox>([&] { said = run.Host.QtHost::Ask("Replace <b>them?", "MORLIK"); },
+                            answer);
+        EXPECT_EQ(said, isYes);
+    }
 }
 
 TEST(QtHostDialogs, FilterByEachPairOfDescriptionAndPatterns)

@@ -106,6 +106,62 @@ TEST(WindowLoad, ListsTheRoomsOfAProject)
     EXPECT_EQ(run.Host.Dialogs.size(), 1U); // the one that opened the project
 }
 
+TEST(WindowLoad, KeepsItsListsAndRecentFilesWhereAFileIsNone)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    const auto sounds = run.List("SndLst");
+    for (const char* name : {"main.sfx", "city.prj", "short.prj"}) {
+        const std::string head = name == std::string("short.prj") ? "PROJFILE" : "";
+        WriteWholeFile(run.Folder.File(name), std::as_bytes(std::span(head)));
+        run.Host.Messages.clear();
+        run.Open(run.Folder.File(name));
+        EXPECT_EQ(run.Host.Messages.size(), 1U) << name;
+    }
+    EXPECT_EQ(run.List("SndLst"), sounds);
+    EXPECT_TRUE(run.IsOn("Frame1"));
+    EXPECT_EQ(run.Find<QMenu>("Mnu_Go_Recent")->actions().size(), 1);
+    EXPECT_EQ(run.Recent->List().size(), 1);
+}
+
+TEST(WindowLoad, TakesADropAsACopyAndNoForeignFile)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    const auto level = run.Write(kTR4, "b.TR4");
+    WriteWholeFile(run.Folder.File("c.txt"), {});
+    struct Row
+    {
+        std::string File;
+        Qt::DropActions Possible;
+        bool IsTaken;
+        VersionCode Loaded;
+    };
+    const std::vector<Row> rows{
+        {run.Folder.File("c.txt"), Qt::CopyAction | Qt::MoveAction, true, kTR1},
+        {level, Qt::MoveAction, false, kTR1},
+        {level, Qt::MoveAction | Qt::LinkAction, false, kTR1},
+        {level, Qt::MoveAction | Qt::CopyAction, true, kTR4}};
+    for (const Row& row : rows) {
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(row.File))});
+        // The key for a move is held: it is what the file manager proposes.
+        QDragEnterEvent enter({10, 10}, row.Possible, &mime, Qt::LeftButton, Qt::ShiftModifier);
+        enter.setDropAction(Qt::MoveAction);
+        QApplication::sendEvent(run.Window.get(), &enter);
+        EXPECT_EQ(enter.isAccepted(), row.IsTaken);
+        QDropEvent drop({10, 10}, row.Possible, &mime, Qt::LeftButton, Qt::ShiftModifier);
+        drop.setDropAction(Qt::MoveAction);
+        QApplication::sendEvent(run.Window.get(), &drop);
+        EXPECT_EQ(drop.isAccepted(), row.IsTaken);
+        EXPECT_EQ(drop.dropAction() == Qt::CopyAction, row.IsTaken);
+        EXPECT_EQ(run.Program.Level.Version, row.Loaded);
+        EXPECT_EQ(run.Label("Foot").contains("c.txt is no level"), row.Loaded == kTR1);
+    }
+    EXPECT_TRUE(run.Host.Messages.empty());
+    EXPECT_TRUE(run.Window->isVisible());
+}
+
 TEST(WindowLoad, TakesALaterCancelForTheLastFile)
 {
     WindowRun run;

@@ -1,5 +1,6 @@
 #include "check/ObjectSetCheck.h"
 #include "samples/MainSfx.h"
+#include "samples/Project.h"
 #include "tests/window/WindowRun.h"
 
 #include <QAbstractButton>
@@ -120,6 +121,84 @@ TEST(WindowSave, IsNotDisturbedByWhatComesInItsTurns)
         run.Open(other); // and the window still answers
         EXPECT_EQ(run.Program.Level.Version, kTR1);
     }
+}
+
+TEST(WindowSave, AsksOnceAboutAllThatIsThere)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    const auto saveAs = [&run](const char* button, const std::string& name) {
+        run.Host.Questions.clear();
+        run.Host.SaveAnswers = {run.Folder.File(name)};
+        if (button == std::string("SndSaveAll"))
+            run.Click(button);
+        else
+            run.Trigger(button);
+    };
+    WriteWholeFile(run.Folder.File("my.wad"), {});
+    run.Host.AnswersYes = false;
+    saveAs("TB_Save", "my.was");
+    ASSERT_EQ(run.Host.Questions.size(), 1U);
+    EXPECT_NE(run.Host.Questions[0].find("\nmy.wad\n"), std::string::npos);
+    EXPECT_TRUE(ReadFile(run.Folder.File("my.wad")).empty());
+    EXPECT_FALSE(std::filesystem::exists(run.Folder.File("my.was")));
+    EXPECT_EQ(run.Label("Foot"), "Nothing was saved.");
+    run.Host.AnswersYes = true;
+    saveAs("TB_Save", "my.WAS");
+    EXPECT_EQ(run.Host.Questions.size(), 1U);
+    EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("my.was"));
+    saveAs("TB_Save", "other.was"); // nothing of it is there
+    EXPECT_TRUE(run.Host.Questions.empty());
+
+    saveAs("SndSaveAll", "all.wav");
+    EXPECT_TRUE(run.Host.Questions.empty());
+    WriteWholeFile(run.Folder.File("all 17-1.wav"), {});
+    run.Host.AnswersYes = false;
+    saveAs("SndSaveAll", "all.wav");
+    ASSERT_EQ(run.Host.Questions.size(), 1U);
+    EXPECT_NE(run.Host.Questions[0].find("\nall 17-1.wav\n"), std::string::npos);
+    EXPECT_TRUE(ReadFile(run.Folder.File("all 17-1.wav")).empty());
+    EXPECT_TRUE(run.Host.Messages.empty());
+}
+
+TEST(WindowSave, WritesOverNothingThatItHasRead)
+{
+    WindowRun run;
+    const auto level = run.Write(kTR1, "a.phd");
+    ASSERT_TRUE(run.Start(level));
+    const auto sfx = run.Folder.File("main.sfx");
+    WriteWholeFile(sfx, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+    const auto project = run.Folder.File("a.prj");
+    WriteWholeFile(project, samples::WriteProject(samples::MakeProject()).Bytes);
+    run.Open(sfx);
+    run.Open(level);
+    const auto refuses = [&](const char* button, const std::string& name) {
+        run.Host.SaveAnswers = {name};
+        run.Host.Messages.clear();
+        if (run.Window->findChild<QPushButton*>(button) != nullptr)
+            run.Click(button);
+        else
+            run.Trigger(button);
+        EXPECT_EQ(run.Host.Messages.size(), 1U) << button << ' ' << name;
+        EXPECT_NE(run.Host.Messages.back().find("is read and would be replaced"),
+                  std::string::npos);
+    };
+    run.Find<QListWidget>("SndLst")->setCurrentRow(0);
+    for (const std::string& input : {level, sfx}) {
+        const auto before = ReadFile(input);
+        std::filesystem::create_hard_link(input, run.Folder.File("set.sam"));
+        std::filesystem::create_hard_link(input, run.Folder.File("snd 17-1.wav"));
+        refuses("TB_Save", run.Folder.File("set.was"));
+        refuses("TB_Save_TGA", input);
+        refuses("SndSave", input);
+        refuses("SndSaveAll", run.Folder.File("snd.wav"));
+        EXPECT_EQ(ReadFile(input), before);
+        std::filesystem::remove(run.Folder.File("set.sam"));
+        std::filesystem::remove(run.Folder.File("snd 17-1.wav"));
+    }
+    run.Open(project);
+    refuses("SndSave", project);
+    EXPECT_TRUE(run.Host.Questions.empty());
 }
 
 TEST(WindowSave, WritesTheTextureSheet)

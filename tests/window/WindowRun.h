@@ -22,6 +22,8 @@ public:
     std::vector<std::string> Details;    ///< of the failures among them
     std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
     std::deque<std::string> SaveAnswers;
+    std::vector<std::string> Questions;
+    bool AnswersYes = true;
     std::vector<FileDialog> Dialogs; ///< as they were set up
     std::vector<std::string> WebAddresses;
     int Beeps = 0;
@@ -37,6 +39,11 @@ public:
     {
         ShowMessage(text, title);
         Details.push_back(detail);
+    }
+    bool Ask(const std::string& question, const std::string& /*title*/) override
+    {
+        Questions.push_back(question);
+        return AnswersYes;
     }
     void ShowOpen(FileDialog& dialog) override { Answer(dialog, OpenAnswers); }
     void ShowSave(FileDialog& dialog) override { Answer(dialog, SaveAnswers); }

@@ -24,6 +24,21 @@
 namespace morlik
 {
 
+namespace
+{
+
+/// Gives whether the other side leaves it at a copy.
+bool TakeAsCopy(QDropEvent& event)
+{
+    if (!event.possibleActions().testFlag(Qt::CopyAction))
+        return false;
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    return true;
+}
+
+} // namespace
+
 Main_Frm::Main_Frm(Session& session, RecentFiles& recent)
     : session_(session), host_(session.Report.TheHost()), recent_(recent), controls_(*this)
 {
@@ -193,22 +208,23 @@ void Main_Frm::resizeEvent(QResizeEvent* event)
     controls_.PlaceRooms();
 }
 
+/// A drop is a copy, whatever the user's keys ask for: behind a move the file manager deletes the
+/// file.
 void Main_Frm::dragEnterEvent(QDragEnterEvent* event)
 {
     const auto urls = event->mimeData()->urls();
     if (!busy_ && urls.size() == 1 && QFileInfo(urls.front().toLocalFile()).isFile())
-        event->acceptProposedAction();
+        TakeAsCopy(*event);
 }
 
 void Main_Frm::dropEvent(QDropEvent* event)
 {
-    if (busy_) { // the drag began before the save
+    const auto urls = event->mimeData()->urls();
+    if (busy_ || urls.isEmpty() || !TakeAsCopy(*event)) { // the drag may have begun before a save
         event->ignore();
         return;
     }
-    const QString path = event->mimeData()->urls().front().toLocalFile();
-    event->acceptProposedAction();
-    Guard([&] { LoadAsChosen(path); });
+    Guard([&] { LoadDropped(urls.front().toLocalFile()); });
 }
 
 bool Main_Frm::eventFilter(QObject* object, QEvent* event)

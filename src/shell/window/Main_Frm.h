@@ -55,9 +55,10 @@ private:
     void DoLoadTR();
     void LoadChosen();
     void LoadLevelFile();
-    /// Gives whether the file could be opened.
+    /// Both give whether there is something to show, and tell if not.
     bool LoadMainSFX();
-    void DoLoadPRJ(const std::string& path);
+    bool DoLoadPRJ(const std::string& path);
+    void LoadDropped(const QString& path);
     void ShowLevelType();
     void ListLevelSounds();
     void ListSounds(const std::vector<SoundEntry>& entries);
@@ -82,6 +83,8 @@ private:
     void SaveSounds(const std::function<bool()>& write);
     /// Asks for a file to save; gives whether a name came back.
     bool AskToSave(const char* filter);
+    /// Whether a save may write these files.
+    bool MayReplace(const std::vector<std::string>& files);
     /// Runs long work with the window's commands off.
     void Work(const std::function<void()>& action);
     /// Says at the foot where a file went; the tool tip holds what is too long for it.
@@ -100,7 +103,6 @@ private:
     MainControls controls_;
     std::unique_ptr<About_Frm> about_;
     std::string loadedFile_; ///< the file that was opened last, for reload
-    std::string levelFile_;  ///< the level on screen, for steps in its folder
     bool busy_ = false;
     bool ended_ = false;
     int exitCode_ = 0;

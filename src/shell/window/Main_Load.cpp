@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <array>
 
 namespace morlik
@@ -18,6 +19,14 @@ namespace
 
 /// Lara types of Tomb Raider V by the entry of the list that names them.
 constexpr std::array<std::int16_t, 5> kLaraTypes{0, 1, 3, 4, 6};
+
+/// Endings of levels and projects.
+constexpr std::array<const char*, 6> kEndings{".phd", ".tub", ".tr2", ".tr4", ".trc", ".prj"};
+
+bool IsMainSFX(const std::string& path)
+{
+    return IsNamedMainSFX(ToPath(FileTitle(path)));
+}
 
 const char* LevelCaption(VersionCode version)
 {
@@ -51,6 +60,20 @@ void Main_Frm::DoLoadTR()
     LoadChosen();
 }
 
+/// Nobody has chosen a kind of file in a dialog here, and a level that can't be read ends the
+/// program: what a hand has let go by mistake is told at the foot.
+void Main_Frm::LoadDropped(const QString& path)
+{
+    const auto name = ToPathText(path);
+    const bool isOurs =
+        IsMainSFX(name) || std::any_of(kEndings.begin(), kEndings.end(),
+                                       [&](auto ending) { return EndsWithNoCase(name, ending); });
+    if (isOurs)
+        LoadAsChosen(path);
+    else
+        TellFoot(QFileInfo(path).fileName() + " is no level, project or main.sfx by its name.");
+}
+
 void Main_Frm::LoadAsChosen(const QString& path)
 {
     session_.FMLoad.FileName =
@@ -67,16 +90,16 @@ void Main_Frm::LoadChosen()
         End(0);
         throw ProgramEnd("no file was chosen");
     }
-    if (ToLower(FileTitle(path)) == "main.sfx") {
+    if (IsMainSFX(path)) {
         if (!LoadMainSFX())
             return;
     } else {
         for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
             frame->setEnabled(true);
-        if (EndsWithNoCase(path, "prj"))
-            DoLoadPRJ(path);
-        else
+        if (!EndsWithNoCase(path, "prj"))
             LoadLevelFile();
+        else if (!DoLoadPRJ(path))
+            return;
     }
     loadedFile_ = path;
     TellFoot("");
@@ -91,7 +114,7 @@ void Main_Frm::LoadLevelFile()
     show();
     session_.Report.LogLine("Loading level");
     session_.Level = ReadTR(path, session_.State, session_.Report);
-    levelFile_ = path;
+    session_.LevelFile = path;
     ShowLevelType();
     TakeVersion(session_);
     const VersionCode version = session_.Level.Version;
@@ -152,7 +175,7 @@ bool Main_Frm::LoadMainSFX()
     return true;
 }
 
-void Main_Frm::DoLoadPRJ(const std::string& path)
+bool Main_Frm::DoLoadPRJ(const std::string& path)
 {
     FileDialog& dialog = session_.FMLoad;
     if (path.empty()) {
@@ -160,12 +183,16 @@ void Main_Frm::DoLoadPRJ(const std::string& path)
         dialog.Folder = session_.Settings.LevelFolder;
         host_.ShowOpen(dialog);
         if (dialog.FileName.empty())
-            return;
+            return false;
     }
     session_.LevelTitle = FileTitle(dialog.FileName);
     show();
     session_.ProjectData = ReadPRJ(dialog.FileName, session_.State.LevelIsLoaded, session_.Report);
     ListRooms();
+    if (session_.ProjectData.Rooms.empty())
+        return false;
+    session_.ProjectFile = dialog.FileName;
+    return true;
 }
 
 void Main_Frm::ListRooms()
@@ -205,11 +232,11 @@ void Main_Frm::LoadKnown(const QString& path)
 /// The file `step` places behind the level on screen among the levels of its folder, by name.
 void Main_Frm::StepInFolder(int step)
 {
-    const QFileInfo loaded(FromPathText(levelFile_));
+    const QFileInfo loaded(FromPathText(session_.LevelFile));
     const auto files = loaded.dir().entryInfoList({"*.phd", "*.tub", "*.tr2", "*.tr4", "*.trc"},
                                                   QDir::Files, QDir::Name | QDir::IgnoreCase);
     const auto at = files.indexOf(loaded) + step;
-    if (levelFile_.empty() || !files.contains(loaded) || at < 0 || at >= files.size())
+    if (session_.LevelFile.empty() || !files.contains(loaded) || at < 0 || at >= files.size())
         host_.Beep();
     else
         LoadKnown(files[at].filePath());

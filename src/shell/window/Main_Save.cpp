@@ -1,9 +1,13 @@
 // The commands that write files: the object set, the texture sheet, the sounds.
 
+#include "base/FileIdentity.h"
 #include "base/OutputFile.h"
+#include "base/Text.h"
 #include "picture/TGA_Mod.h"
 #include "platform/Platform.h"
+#include "set/ReadSet.h"
 #include "shell/Filters.h"
+#include "shell/SetFiles.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
@@ -81,6 +85,24 @@ bool Main_Frm::AskToSave(const char* filter)
     return !dialog.FileName.empty();
 }
 
+/// Tells what must not be replaced, and asks about what may; the dialog has asked about the name
+/// that was chosen in it.
+bool Main_Frm::MayReplace(const std::vector<std::string>& files)
+{
+    TellFoot("");
+    try {
+        GuardInputs(InputsOf(session_), files);
+    } catch (const FileFailure& failure) {
+        session_.Report.Message(failure.what());
+        return false;
+    }
+    const auto question = QuestionToReplace(files, session_.FMSave.FileName);
+    if (question.empty() || host_.Ask(question, kAppTitle))
+        return true;
+    TellFoot("Nothing was saved.");
+    return false;
+}
+
 void Main_Frm::DoSaveWAS()
 {
     if (session_.State.LevelIsLoaded == 0) {
@@ -89,17 +111,22 @@ void Main_Frm::DoSaveWAS()
     }
     FileDialog& dialog = session_.FMSave;
     dialog.Folder = session_.Settings.DestWADFolder;
-    if (!AskToSave("WAS files (*.was)|*.was"))
+    const bool chosen = AskToSave("WAS files (*.was)|*.was");
+    dialog.Filter = kSaveFilterAtRest;
+    // A name that is none of a set gets its message from the save.
+    const bool isSet = EndsWithNoCase(dialog.FileName, ".was");
+    if (!chosen || (isSet && !MayReplace(FilesOfSet(dialog.FileName, session_.Level.Version))))
         return;
     // The save may ask for the main.sfx of the game, which people keep with their levels.
-    session_.FMLoad.Folder = levelFile_.substr(0, LastFolderEnd(levelFile_));
+    const std::string& level = session_.LevelFile;
+    session_.FMLoad.Folder = level.substr(0, LastFolderEnd(level));
     const bool listsMainSFX = session_.State.LevelVersion == kMainSFXVersion;
     bool complete = false;
     Work([&] { complete = SaveLevel(session_, dialog.FileName); });
     if (listsMainSFX)
         ListSounds(MainSFXSounds(session_.MainSFX));
-    TellFoot(complete ? "Saved " + FromPathText(dialog.FileName) : QString("Not all was saved."));
-    dialog.Filter = kSaveFilterAtRest;
+    TellFoot(complete ? "Saved " + FromPathText(SetNames(dialog.FileName).With("was"))
+                      : QString("Not all was saved."));
 }
 
 void Main_Frm::DoSaveTGA()
@@ -111,7 +138,7 @@ void Main_Frm::DoSaveTGA()
     FileDialog& dialog = session_.FMSave;
     const bool chosen = AskToSave("TGA files(*.tga)|*.tga");
     dialog.Filter = kSaveFilterAtRest;
-    if (!chosen)
+    if (!chosen || !MayReplace({dialog.FileName}))
         return;
     bool complete = false;
     Work([&] { complete = SaveTGA(dialog.FileName, session_.Level, session_.Report); });
@@ -125,7 +152,7 @@ void Main_Frm::SndSave_Click()
         host_.Beep();
         return;
     }
-    if (!AskToSave(kWavFilter))
+    if (!AskToSave(kWavFilter) || !MayReplace({session_.FMSave.FileName}))
         return;
     const auto number = static_cast<std::size_t>(selected[0]->data(Qt::UserRole).toInt());
     const auto& sfx = session_.MainSFX.MainSFXSamples;
@@ -149,16 +176,18 @@ void Main_Frm::SndSaveAll_Click()
         return;
     const std::string& path = session_.FMSave.FileName;
     const auto base = path.substr(0, path.find('.'));
+    const bool ofMainSFX = session_.State.LevelVersion == kMainSFXVersion;
+    if (!MayReplace(ofMainSFX ? MainSFXSoundFiles(base, session_.MainSFX)
+                              : LevelSoundFiles(base, session_.Level)))
+        return;
     SaveSounds([&] {
-        return session_.State.LevelVersion == kMainSFXVersion
-                   ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
-                   : WriteLevelSounds(base, session_.Level, session_.Report);
+        return ofMainSFX ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
+                         : WriteLevelSounds(base, session_.Level, session_.Report);
     });
 }
 
 void Main_Frm::SaveSounds(const std::function<bool()>& write)
 {
-    TellFoot("");
     try {
         bool complete = false;
         controls_.Stop->setChecked(false);

@@ -53,11 +53,25 @@ void QtHost::ShowFailure(const std::string& text, const std::string& title,
 
 void QtHost::ShowBox(const std::string& text, const std::string& title, const std::string& detail)
 {
+    if (QApplication::instance() == nullptr) { // of a log that can't be opened
+        ShowLastMessage(text, title);
+        return;
+    }
     QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(text), QMessageBox::Ok, window_);
     box.setTextFormat(Qt::PlainText);
     if (!detail.empty()) // the toolkit takes this text for HTML where it looks like it
         box.setInformativeText("<p>" + FromText(detail).toHtmlEscaped() + "</p>");
     box.exec();
+}
+
+/// What can't be undone isn't done by the Enter key alone.
+bool QtHost::Ask(const std::string& question, const std::string& title)
+{
+    QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(question),
+                    QMessageBox::Yes | QMessageBox::No, window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
 }
 
 void QtHost::ShowOpen(FileDialog& dialog)

@@ -17,6 +17,7 @@ public:
     /// The detail stands in small letters below the text.
     void ShowFailure(const std::string& text, const std::string& title,
                      const std::string& detail) override;
+    bool Ask(const std::string& question, const std::string& title) override;
     void ShowOpen(FileDialog& dialog) override;
     void ShowSave(FileDialog& dialog) override;
     void SetEvent(const std::string& text) override;
