@@ -1,4 +1,5 @@
 #include "base/FileIdentity.h"
+#include "base/OutputFile.h"
 
 #include "base/Files.h"
 #include "base/Folders.h"
