@@ -148,6 +148,7 @@ TEST(Sounds, ThatNoSetCanHoldEndTheProgram)
         ASSERT_TRUE(run.Load(level));
         // A WAV file of 9 MiB, 31 times over.
         samples::LevelFile file{std::vector<std::byte>(std::size_t{9} << 20U), {}};
+        file.Patch(0, std::uint32_t{0x46464952}); // "RIFF"
         file.Patch(40, static_cast<std::uint32_t>(file.Bytes.size() - 44));
         WriteWholeFile(run.Folder.File("main.sfx"), file.Bytes);
         run.Host.OpenAnswers = {run.Folder.File("main.sfx")};

@@ -103,7 +103,8 @@ void QtHost::GiveTurn()
 
 bool QtHost::StopRequested() const
 {
-    return controls_->Stop->isChecked() || InterruptScope::IsRequested();
+    const bool isPressed = !controls_->Stop->isHidden() && controls_->Stop->isChecked();
+    return isPressed || InterruptScope::IsRequested();
 }
 
 std::string QtHost::Caption() const
