@@ -12,10 +12,11 @@ namespace
 {
 
 // clang-format off
-/// Columns and rows of the corners of faces with texture 1, by their texture word.
+/// Columns and rows of the corners of faces, by their texture word. Both textures lie on one box.
 const std::vector<std::pair<int, std::vector<std::pair<int, int>>>> kCodes{
     {1, {{10, 20}, {15, 20}, {15, 27}, {10, 27}}},
     {-1, {{15, 20}, {10, 20}, {10, 27}, {15, 27}}},
+    {0, {{10, 20}, {15, 20}, {15, 27}, {10, 27}}},
     {0x0001, {{10, 20}, {15, 20}, {10, 27}}},
     {0x2001, {{15, 20}, {15, 27}, {10, 20}}},
     {0x4001, {{15, 27}, {10, 27}, {15, 20}}},
@@ -35,12 +36,14 @@ TEST(MeshGeometry, CornersLieOnTheBoxByTheirCode)
         mesh.Faces.push_back({.Type = places.size() == 4 ? kFaceRectangle : kFaceTriangle,
                               .Vertices = {3, 1, 2, 0},
                               .Texture = Word(texture)});
-    const MeshGeometry geometry = GeometryOf(MadeSet({mesh}), 0);
+    ObjectSet set = MadeSet({mesh});
+    set.Textures[0] = set.Textures[1];
+    const MeshGeometry geometry = GeometryOf(set, 0);
     ASSERT_EQ(geometry.Faces.size(), kCodes.size());
     for (std::size_t i = 0; i < kCodes.size(); ++i) {
         const auto corners = geometry.Faces[i].Used();
         ASSERT_EQ(corners.size(), kCodes[i].second.size());
-        EXPECT_EQ(geometry.Faces[i].Texture, 1);
+        EXPECT_EQ(geometry.Faces[i].Texture, kCodes[i].first == 0 ? 0 : 1);
         for (std::size_t c = 0; c < corners.size(); ++c) {
             EXPECT_EQ((std::pair<int, int>(corners[c].X, corners[c].Y)), kCodes[i].second[c]) << i;
             EXPECT_EQ(corners[c].Vertex, mesh.Faces[i].Vertices.at(c));
@@ -116,14 +119,20 @@ TEST(Models, OfDamagedRecordsFailWithThePlace)
             ModelOfStaticMesh(set, 0);
         });
     }
-    // A mesh that comes again and again would fill memory.
+}
+
+TEST(Models, EndWhereAMeshThatComesAgainAndAgainWouldFillMemory)
+{
     WadMesh large;
-    large.Vertices.resize(30000);
+    large.Vertices.resize(8192);
+    large.Faces.resize(8192, {.Type = kFaceTriangle});
     ObjectSet set = TwoObjects();
     AddMeshes(set, {large});
-    set.Meshes.MeshPointers.resize(30000, 0);
-    set.MeshTrees.resize(std::size_t{4} * 30000);
-    set.Moveables[0].NumMeshes = 30000;
+    set.Meshes.MeshPointers.resize(17, 0);
+    set.MeshTrees.resize(std::size_t{4} * 17);
+    set.Moveables[0].NumMeshes = 16;
+    EXPECT_EQ(ModelOfMoveable(set, 0).Meshes.size(), 16U);
+    set.Moveables[0].NumMeshes = 17;
     ExpectFailure("more than 262144", [&] { ModelOfMoveable(set, 0); });
 }
 
