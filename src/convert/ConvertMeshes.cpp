@@ -3,6 +3,7 @@
 #include "convert/Faces.h"
 #include "convert/Horizon.h"
 
+#include <algorithm>
 #include <optional>
 #include <unordered_map>
 
@@ -50,7 +51,8 @@ public:
     {
         set_.MeshPointers.reserve(level_.MeshPointers.size());
         // Records are a little larger than what they are made of.
-        set_.MeshData.reserve(level_.MeshData.size() + level_.MeshData.size() / 2);
+        const auto source = std::min(level_.MeshData.size(), MeshBudget::kMostBytes);
+        set_.MeshData.reserve(source + source / 2);
         for (std::size_t i = 0; i < level_.MeshPointers.size(); ++i) {
             const auto position = static_cast<std::int32_t>(set_.MeshData.size());
             const auto [seen, isNew] = seenMeshes_.try_emplace(level_.MeshPointers[i], position);

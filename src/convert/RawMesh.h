@@ -60,6 +60,9 @@ constexpr std::size_t TexturedFaceWords(std::size_t corners, bool isOlderGame)
 class MeshBudget
 {
 public:
+    /// Of the meshes of a level.
+    static constexpr std::size_t kMostBytes = std::size_t{32} << 20U;
+
     explicit MeshBudget(std::size_t meshDataBytes)
         : left_(std::min(kMostOverlap * meshDataBytes, kMostBytes))
     {
@@ -76,7 +79,6 @@ public:
 
 private:
     static constexpr std::size_t kMostOverlap = 4;
-    static constexpr std::size_t kMostBytes = std::size_t{32} << 20U;
     std::size_t left_;
 };
 
