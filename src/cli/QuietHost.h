@@ -62,6 +62,10 @@ int RunQuietly(const Streams& streams, Work work)
     const bool good = host.Try([&] { return work(session); });
     for (const std::string& message : host.Messages)
         streams.Errors << PrintableLines(message) << '\n';
+    if (!good && InterruptScope::IsRequested()) {
+        streams.Errors << "Stopped by the user\n";
+        return kStopped;
+    }
     return good ? kGood : kFailed;
 }
 

@@ -72,7 +72,7 @@ bool WriteWaveFiles(const WaveFiles& files, Reporter& report)
     for (const auto& [name, wave] : files) {
         report.TheHost().GiveTurn();
         if (report.TheHost().StopRequested()) {
-            report.Message("Stopped: " + std::to_string(written) + " of " +
+            report.LogLine("Stopped: " + std::to_string(written) + " of " +
                            std::to_string(files.size()) + " WAV files are written");
             return false;
         }

@@ -38,7 +38,7 @@ std::vector<std::string> MainSFXSoundFiles(const std::string& base, const MainSF
 /// the first 370 slots count in all games, and sounds without a slot go to slot 0.
 /// `FileFailure` where a file can't be written; samples that do not exist are told in the log.
 /// There is a turn before each file. Gives whether all were written: more sounds than any level
-/// has, and a stop by the user in a turn, get their message.
+/// has get their message, a stop by the user in a turn gets a line of the log.
 bool WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report);
 
 /// Writes every sample of `main.sfx` as `base` + number + ".wav", in the same way.

@@ -6,7 +6,6 @@
 #include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
-#include <ctime>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -94,8 +93,10 @@ TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)
     level.SoundDetails = {{.Sample = 0, .Raw = {}, .Characteristics = 0x10}};
     for (const int turns : {1, 3, 100}) {
         const TempFolder folder;
-        ScriptedHost host;
-        Reporter report(host);
+        Conversion run;
+        run.OpenLog();
+        ScriptedHost& host = run.Host;
+        Reporter& report = run.Program.Report;
         host.TurnsToStop = turns;
         EXPECT_EQ(WriteMainSFXSounds(folder.File("m"), mainSFX, report), turns == 100);
         const auto all = static_cast<std::ptrdiff_t>(sounds.size());
@@ -104,8 +105,8 @@ TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)
         EXPECT_EQ(WriteLevelSounds(folder.File("l"), level, report), turns == 100);
         if (turns == 100)
             continue;
-        EXPECT_EQ(host.Messages().at(1),
-                  "MORLIK: Stopped: " + std::to_string(turns - 1) + " of 4 WAV files are written");
+        EXPECT_EQ(run.LogLines().back(),
+                  "Stopped: " + std::to_string(turns - 1) + " of 4 WAV files are written");
     }
 }
 
