@@ -446,6 +446,11 @@ TEST_F(CliTest, ExportsSheetsAndSounds)
     // A TGA file has its lowest row first.
     ASSERT_NE(png_image_finish_read(&image, nullptr, rows.data(), -768, nullptr), 0);
     EXPECT_TRUE(std::equal(rows.begin(), rows.end(), tga.begin() + 18, tga.end()));
+    const auto empty = samples::MakeTinyLevel(kTR4); // no tiles of rooms
+    WriteWholeFile(File("empty.tr4"), WriteLevel(empty).Bytes);
+    const auto nothing = RunCli({"sheet", File("empty.tr4"), File("b.png")});
+    EXPECT_EQ(nothing.Status, 1);
+    EXPECT_EQ(nothing.Errors, "MORLIK: There is nothing to show in a PNG file\n");
 #else
     EXPECT_EQ(png.Status, 2);
 #endif
@@ -457,7 +462,9 @@ TEST_F(CliTest, ExportsSheetsAndSounds)
     ASSERT_FALSE(waves.empty());
     for (const auto& [name, bytes] : waves)
         EXPECT_TRUE(std::ranges::find(content.Samples, bytes) != content.Samples.end()) << name;
-    EXPECT_EQ(RunCli({"sounds", Levels[2], File("waves")}).Status, 1); // they are in main.sfx
+    const auto elsewhere = RunCli({"sounds", Levels[2], File("waves")});
+    EXPECT_EQ(elsewhere.Status, 1);
+    EXPECT_EQ(elsewhere.Errors, "MORLIK: The sounds of this game are in its main.sfx\n");
     EXPECT_EQ(RunCli({"sounds", File("MAIN.Sfx"), File("sfx")}).Status, 0);
     EXPECT_EQ(FilesOf("sfx").size(), samples::SampleSounds().size());
 }

@@ -407,6 +407,7 @@ TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFault)
     const TempFolder folder;
     ScriptedHost host;
     Reporter report(host);
+    report.Log.Open(folder.File("log"));
     const auto samplesOf = [&](const std::vector<std::byte>& bytes) {
         WriteWholeFile(folder.File("main.sfx"), bytes);
         MainSFXState state;
@@ -429,6 +430,7 @@ TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFault)
         EXPECT_EQ(samplesOf(damaged.Bytes), i);
     }
     EXPECT_EQ(host.Messages(), std::vector<std::string>{});
+    EXPECT_TRUE(LinesOfFile(folder.File("log")).back().starts_with("main.sfx, offset "));
 }
 
 TEST(ReadMainSFX, RefusesOtherFilesAndLeavesTheListAsItWas)

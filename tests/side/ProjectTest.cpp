@@ -1,9 +1,7 @@
 #include "samples/Project.h"
 
-#include "base/Files.h"
 #include "side/PRJ_Mod.h"
-#include "tests/support/ScriptedHost.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
 
@@ -170,6 +168,17 @@ TEST_F(ProjectTest, DamagedCountsFailOrStandForNothing)
         EXPECT_EQ(Host.Messages(),
                   c.IsGood ? std::vector<std::string>{} : std::vector<std::string>{kReadError})
             << c.Count << " " << c.Value;
+    }
+    using Section = std::pair<const char*, const char*>; // of the sample, and as the log calls it
+    for (const auto& [mark, section] :
+         {Section{"Rooms", "room slots"}, Section{"Room 0", "room"},
+          Section{"Room 0 objects", "objects"}, Section{"Room 2 second objects", "second objects"},
+          Section{"Room 0 blocks", "blocks"}, Section{"Tables", "tables"},
+          Section{"Texture file", "texture file"}, Section{"Trail", "trail records"}}) {
+        Report.Log.Open(Folder.File("log"));
+        Read(std::span(good.Bytes).first(good.Section(mark).Offset + 3));
+        EXPECT_TRUE(
+            LinesOfFile(Folder.File("log")).at(0).starts_with(section + std::string(", of")));
     }
     auto flat = samples::MakeProject();
     flat.Rooms[2].BlockColumns = 0;
