@@ -229,7 +229,7 @@ TEST(Check, KnowsTheLastGoodValue)
              s.Animations[0].NumStateChanges = 200;
          },
          "overlap too often"},
-        {[](ObjectSet& s) { s.Meshes.MeshData.push_back({}); }, "can't be walked"},
+        {[](ObjectSet& s) { s.Meshes.MeshData.push_back({}); }, "walked: mesh record, offset"},
         {[](ObjectSet& s) { s.Meshes.MeshPointers[1] = 4; }, "Mesh pointer 1 leads to 4"},
         {[](ObjectSet& s) {
              s.Tiles = {kTileBytes, nullptr};

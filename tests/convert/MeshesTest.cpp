@@ -169,8 +169,11 @@ TEST(ConvertMeshes, StopsAtMeshesThatLeaveTheData)
         for (const auto high : std::initializer_list<std::uint8_t>{0x7f, 0x80}) {
             MeshLevel made(kTR1, {Corner()}, {1});
             made.MeshData[count + 1] = std::byte{high};
+            const TempFolder folder;
+            made.Report.Log.Open(folder.File("log"));
             EXPECT_EQ(EndOf([&] { made.Convert(); }), "Mesh 0 is damaged - can't continue!")
                 << count;
+            EXPECT_TRUE(LinesOfFile(folder.File("log")).back().starts_with("mesh, offset "));
         }
     }
 }

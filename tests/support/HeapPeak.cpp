@@ -32,7 +32,7 @@ static void* Counted(void* fresh, std::size_t size, std::size_t head)
     *reinterpret_cast<std::size_t*>(block) = size;
     const auto now = live += size;
     for (auto before = most.load(); before < now && !most.compare_exchange_weak(before, now);)
-        ; // another thread came in between
+        ;                                  // another thread came in between
     std::memset(block + head, 0xa5, size); // what nobody fills shows
     return block + head;
 }
