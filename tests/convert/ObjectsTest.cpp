@@ -28,6 +28,16 @@ ObjectSet Animated(const std::vector<std::int16_t>& first)
     return level;
 }
 
+TEST(CountAnimations, CountsUpToTheNextMoveableThatHasAny)
+{
+    const auto level = Animated({0, -1, 2, -1, 5, -1});
+    std::vector<int> counts;
+    for (std::size_t i = 0; i < level.Moveables.size(); ++i)
+        counts.push_back(CountAnimations(level.Moveables, 6, i));
+    EXPECT_EQ(counts, (std::vector<int>{2, 0, 3, 0, 1, 7})); // the last one is known as it is
+    EXPECT_EQ(CountAnimations(Animated({4}).Moveables, 6, 0), 2);
+}
+
 TEST(FixAnimDispatches, LeadsWaysOutOfAnObjectToItsFirstAnimation)
 {
     ScriptedHost host;
