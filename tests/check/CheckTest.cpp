@@ -103,7 +103,6 @@ TEST(Check, FindsEachFaultOfASet)
          "Face 0 of the mesh at 0 has texture"},
         {[](Set& s) { s.Wad.Moveables[1].ObjectID = s.Wad.Moveables[0].ObjectID; },
          "Moveable 1 has the ID of another"},
-        {[](Set& s) { s.Wad.Moveables[0].Animation = -1; }, "belong to no moveable"},
         {[](Set& s) { s.Wad.Moveables[1].Animation = 0; }, "Moveable 1 has its first animation"},
         {[](Set& s) { s.Wad.Animations[0].FrameSize += 1; }, "Animation 0 has frames of "},
         {[](Set& s) { s.Sam[0] += '9'; }, "Line 1 is \"TR1 Sound"},
@@ -120,6 +119,12 @@ TEST(Check, FindsEachFaultOfASet)
             << "wanted: " << fault.Complaint << "\n"
             << ComplaintsOf(set);
     }
+    Set painted = good;
+    const auto square = painted.Wad.ColourBase() + 3;
+    painted.Wad.Textures[square].Width = 9;
+    EXPECT_NE(ComplaintsOf(painted).find("Texture " + std::to_string(square) +
+                                         " is not palette square 3\n"),
+              std::string::npos);
     Set fifth(kTR5);
     EXPECT_EQ(ComplaintsOf(fifth), "");
     fifth.Wad.Moveables[1].ObjectID = 77;
@@ -188,17 +193,21 @@ TEST(Check, KnowsTheLastGoodValue)
         {[](ObjectSet& s) { s.StaticMeshes[0].Mesh = 2; }, "Static mesh 0 has mesh 2"},
         {[](ObjectSet& s) { s.Moveables[0].StartingMesh = 1; }, "Moveable 0 has 2 meshes from 1"},
         {[](ObjectSet& s) { s.Moveables[0].NumMeshes = 0; }, "Moveable 0 has 0 meshes"},
+        {[](ObjectSet& s) { s.Animations.resize(3), s.Moveables[0].Animation = 2; },
+         "Animations 0 to 1 belong to no moveable"},
         {[](ObjectSet& s) { s.Moveables[0].Animation = 1; }, "Moveable 0 has animation 1 of 1"},
         {[](ObjectSet& s) { s.Moveables[0].FrameOffset = 2; }, "Moveable 0 has its frames at 2"},
         {[](ObjectSet& s) { s.MeshTrees.pop_back(); }, "its mesh tree at word 0 of 3"},
         {[](ObjectSet& s) { s.MeshTrees[0] = 3; }, ""}, // takes from the empty stack, as some do
+        {[](ObjectSet& s) { s.Moveables[0].NumMeshes = 3, s.MeshTrees = {0, 0, 0, 0, 1, 0, 0, 0}; },
+         "Moveable 0 takes from the empty stack at mesh 2"},
         {[](ObjectSet& s) { s.MeshTrees[0] = 4; }, "Moveable 0 has the flags 4 at mesh 1"},
         {[](ObjectSet& s) { s.Animations[0].FrameEnd = 4; }, "Animation 0 has 2 frames for 3"},
         {[](ObjectSet& s) { s.Animations[0].FrameEnd = -1; }, "runs from frame 0 to -1"},
         {[](ObjectSet& s) { s.Animations[0].FrameStart = -1; }, "runs from frame -1"},
         {[](ObjectSet& s) { s.Animations[0].FrameStart = 3; }, ""},
         {[](ObjectSet& s) { s.Animations[0].FrameRate = 0; }, "in steps of 0"},
-        {[](ObjectSet& s) { s.Animations[0].FrameOffset = 1; }, "Animation 0 has its frames at 1"},
+        {[](ObjectSet& s) { s.Animations[0].FrameOffset = 1; }, "frames at 1, the next ones at 48"},
         {[](ObjectSet& s) { s.Animations[0].FrameSize = 24, s.Animations[0].FrameEnd = 1; }, ""},
         {[](ObjectSet& s) { s.Animations[0].FrameSize = 11; }, "has frames of 11 words in 24"},
         {[](ObjectSet& s) { s.Animations[0].FrameOffset = 2; }, "Animation 0 has frames of 12"},
@@ -336,6 +345,9 @@ TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
         EXPECT_EQ(with(std::span(wave).first(wave.size() - 1)),
                   "wav: " + name + " has another size than its header says\n");
         EXPECT_EQ(with(std::vector<std::byte>(wave.size())), "wav: " + name + " is no RIFF file\n");
+        std::filesystem::resize_file(ToPath(folder + "/" + name), (512U << 20U) + 1);
+        EXPECT_NE(found().find("wav: Can't open " + folder + "/" + name + ": 536870913 bytes"),
+                  std::string::npos);
         std::filesystem::remove(ToPath(folder + "/" + name));
         EXPECT_EQ(found(), "wav: There is no file \"" + name + "\"\n");
         EXPECT_EQ(with(wave), "");

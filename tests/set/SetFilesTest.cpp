@@ -29,6 +29,18 @@ SetTiles OneTile()
     return {kTileBytes, std::make_shared<Rows>()};
 }
 
+/// What the failure of a read tells; empty where it doesn't fail.
+template <class Read>
+std::string ReadFaultOf(Read read)
+{
+    try {
+        read();
+    } catch (const ReadFailure& failure) {
+        return failure.what();
+    }
+    return {};
+}
+
 /// Words of 16 bits in the order of a file.
 std::vector<int> WordsOf(const std::vector<std::byte>& bytes)
 {
@@ -249,6 +261,8 @@ TEST(Lists, EndEveryLineInCrLf)
     EXPECT_EQ(lines("\r\na\r\n"), (std::vector<std::string>{"", "a"}));
     for (const char* text : {"a", "a\n", "\n", "a\r", "a\rb\r\n", "a\r\nb", "\r\r\n"})
         EXPECT_THROW(lines(text), ReadFailure) << text;
+    EXPECT_EQ(ReadFaultOf([&] { lines("a\r\nb\n"); }),
+              "text, offset 5: line 2 doesn't end in CR LF");
     std::string most;
     for (int i = 0; i < 1 << 16; ++i)
         most += "\r\n";
@@ -276,12 +290,8 @@ TEST(MeshRecords, AreWalkedToTheirEndOrRefused)
     EXPECT_EQ(mesh.Faces[0].TextureNumber(), 14U);
     EXPECT_EQ(Triangle().Faces[1].TextureNumber(), 5U);
     EXPECT_EQ(WadMeshOf(set, 1), mesh);
-    try {
-        WadMeshOf(set, 2);
-        ADD_FAILURE();
-    } catch (const ReadFailure& failure) {
-        EXPECT_STREQ(failure.what(), "mesh pointer, offset 0: there is no mesh 2");
-    }
+    EXPECT_EQ(ReadFaultOf([&] { WadMeshOf(set, 2); }),
+              "mesh pointer, offset 0: there is no mesh 2");
     set.MeshData.back() = std::byte{1};
     EXPECT_THROW(walk(), ReadFailure);
     for (const int count : {-1, 2, 0x7fff}) { // faces of the last mesh
@@ -312,6 +322,13 @@ TEST(ObjectSets, ThatAreCutShortAreRefusedWhereTheyAreRead)
         WriteWholeFile(run.Output(extension), whole);
     }
     EXPECT_NO_THROW(run.Set());
+    const auto list = ReadFile(run.Output(".was"));
+    WriteWholeFile(run.Output(".was"), std::vector<std::byte>(list.size() + 2));
+    EXPECT_EQ(ReadFaultOf([&] { run.Set(); }), "list: no line tells the game");
+    auto twice = list;
+    twice.insert(twice.end(), list.end() - 2, list.end());
+    WriteWholeFile(run.Output(".was"), twice);
+    EXPECT_EQ(ReadFaultOf([&] { run.Set(); }), "list: line 2 has no source path");
 }
 
 } // namespace
