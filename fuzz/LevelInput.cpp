@@ -26,16 +26,11 @@ std::uint32_t WordAt(std::span<const std::uint8_t> bytes, std::size_t at)
 
 std::uint8_t NameByte(VersionCode game)
 {
-    switch (game) {
-    case kTR1Gold:
-        return 1;
-    case kTR4:
-        return 2;
-    case kTR5:
+    if (game == kTR5)
         return 3;
-    default:
-        return 0;
-    }
+    if (game == kTR4)
+        return 2;
+    return game == kTR1Gold ? 1 : 0;
 }
 
 /// Where the tile count stands in a file of an older game.
