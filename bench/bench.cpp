@@ -13,7 +13,6 @@
 #include "level/LevelData.h"
 #include "platform/Platform.h"
 #include "samples/LevelWriter.h"
-#include "samples/ScaledLevel.h"
 
 #include <algorithm>
 #include <array>
@@ -203,7 +202,8 @@ void MeasureSizes(int runs, const fs::path& scratch)
         std::printf("Tomb Raider %-2d", static_cast<int>(game));
         for (const std::size_t times : {1U, 4U, 16U}) {
             const auto level = scratch / (game == kTR5 ? "sized.trc" : "sized");
-            WriteWholeFile(level, samples::WriteLevel(samples::MakeScaledLevel(game, times)).Bytes);
+            WriteWholeFile(
+                level, samples::WriteLevel(samples::MakeRichLevel(game, {.Times = times})).Bytes);
             const double taken =
                 CpuOf({bin / "morlik-cli", "convert", level, "-o", scratch / "s.was"}, runs);
             std::printf(" %8.3f", (taken - start) / static_cast<double>(times));

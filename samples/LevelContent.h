@@ -16,18 +16,6 @@ constexpr bool IsFirstGame(VersionCode game)
     return game == kTR1 || game == kTR1Gold;
 }
 
-/// A record that no one looks into, as its bytes.
-template <std::size_t Size>
-using Raw = std::array<std::byte, Size>;
-
-struct Vector3
-{
-    std::int16_t X = 0;
-    std::int16_t Y = 0; ///< grows downward
-    std::int16_t Z = 0;
-};
-static_assert(sizeof(Vector3) == 6);
-
 /// A face of a mesh; a triangle uses the first three vertices.
 struct MeshFace
 {
@@ -40,10 +28,10 @@ struct MeshFace
 /// the lights win.
 struct MeshContent
 {
-    Vector3 Centre;
+    Vertex Centre;
     std::int32_t Radius = 0;
-    std::vector<Vector3> Vertices;
-    std::vector<Vector3> Normals;
+    std::vector<Vertex> Vertices;
+    std::vector<Vertex> Normals;
     std::vector<std::int16_t> Lights;
     std::vector<MeshFace> Rectangles;
     std::vector<MeshFace> Triangles;
@@ -51,92 +39,15 @@ struct MeshContent
     std::vector<MeshFace> ColouredTriangles;
 };
 
-/// Vertex of a room, in room coordinates. Tomb Raider I has the first four fields.
-struct RoomVertex
-{
-    std::int16_t X = 0;
-    std::int16_t Y = 0;
-    std::int16_t Z = 0;
-    std::int16_t Lighting1 = 0;
-    std::int16_t Attributes = 0;
-    std::int16_t Lighting2 = 0;
-};
-static_assert(sizeof(RoomVertex) == 12);
-
-struct RoomSprite
-{
-    std::int16_t Vertex = 0;
-    std::int16_t Texture = 0;
-};
-
-struct RoomPortal
-{
-    std::int16_t AdjoiningRoom = 0;
-    Vector3 Normal;
-    std::array<Vector3, 4> Vertices{};
-};
-static_assert(sizeof(RoomPortal) == 32);
-
-struct RoomSector
-{
-    std::uint16_t FloorIndex = 0;
-    std::int16_t Box = -1;
-    std::uint8_t RoomBelow = 0xff;
-    std::int8_t Floor = 0; ///< in units of 256
-    std::uint8_t RoomAbove = 0xff;
-    std::int8_t Ceiling = 0;
-};
-static_assert(sizeof(RoomSector) == 8);
-
-/// A light as Tomb Raider II and III store it; I has no second intensity and fade.
-struct RoomLight
-{
-    std::int32_t X = 0;
-    std::int32_t Y = 0;
-    std::int32_t Z = 0;
-    std::int16_t Intensity1 = 0;
-    std::int16_t Intensity2 = 0;
-    std::int32_t Fade1 = 0;
-    std::int32_t Fade2 = 0;
-};
-static_assert(sizeof(RoomLight) == 24);
-
-/// A static mesh in a room; Tomb Raider I has no second intensity.
-struct RoomStatic
-{
-    std::int32_t X = 0;
-    std::int32_t Y = 0;
-    std::int32_t Z = 0;
-    std::uint16_t Rotation = 0;
-    std::int16_t Intensity1 = 0;
-    std::int16_t Intensity2 = 0;
-    std::int16_t ObjectID = 0;
-};
-static_assert(sizeof(RoomStatic) == 20);
-
-/// A room with all its lists, in the widest form.
+/// A room: its faces, and the numbers of what no reader of objects looks into.
 struct RoomContent
 {
-    std::int32_t X = 0;
-    std::int32_t Z = 0;
-    std::int32_t YBottom = 0;
-    std::int32_t YTop = 0;
-    std::vector<RoomVertex> Vertices;
     std::vector<RoomRectangle> Rectangles;
     std::vector<RoomTriangle> Triangles;
-    std::vector<RoomSprite> Sprites;
-    std::vector<RoomPortal> Portals;
-    std::int16_t NumZSectors = 1;
-    std::int16_t NumXSectors = 1;
-    std::vector<RoomSector> Sectors{1}; ///< as many as the two counts multiply to
-    std::int16_t AmbientIntensity1 = 0x1000;
-    std::int16_t AmbientIntensity2 = 0x1000;
-    std::int16_t LightMode = 0;
-    std::vector<RoomLight> Lights;
-    std::vector<RoomStatic> Statics;
-    std::int16_t AlternateRoom = -1;
-    std::int16_t Flags = 0;
-    std::array<std::uint8_t, 3> Extra{}; ///< water scheme and the like; Tomb Raider III
+    std::size_t NumVertices = 0;
+    std::size_t NumZSectors = 1;
+    std::size_t NumXSectors = 1;
+    std::size_t NumOthers = 0; ///< sprites; twice as many portals, and so on
 };
 
 /// Everything that a level file holds, so that a test can take a whole level, change what matters
@@ -165,7 +76,6 @@ struct LevelContent
     std::int16_t WeatherType = 0;
 
     std::vector<RoomContent> Rooms;
-    std::vector<std::uint16_t> FloorData{0};
 
     // Models.
     std::vector<MeshContent> Meshes;    ///< each stands once in the file
@@ -182,18 +92,9 @@ struct LevelContent
     std::vector<SpriteTexture> SpriteTextures;
     std::vector<SpriteSequence> SpriteSequences;
 
-    // What a reader of objects passes over. Boxes (with their zones) and items are filler; their
-    // records differ from game to game.
-    std::vector<Raw<16>> Cameras;
-    std::vector<Raw<40>> FlybyCameras; ///< Tomb Raider IV and V
-    std::vector<Raw<16>> SoundSources;
-    std::size_t NumBoxes = 0;
-    std::vector<std::uint16_t> Overlaps;
-    std::vector<std::int16_t> AnimatedTextures;
-    std::size_t NumItems = 0;
-    std::vector<Raw<24>> AIObjects;       ///< Tomb Raider IV and V
-    std::vector<Raw<16>> CinematicFrames; ///< Tomb Raider I to III
-    std::vector<std::byte> DemoData;
+    /// Records of the first list that no reader of objects looks into, the floor data; the next one
+    /// has twice as many, and so on.
+    std::size_t NumOthers = 0;
 
     // Sounds.
     std::array<std::int16_t, kSoundMapSlots> SoundMap{}; ///< the game writes the slots that it has
@@ -201,6 +102,9 @@ struct LevelContent
     std::vector<std::int32_t> SampleIndices;
     std::vector<std::vector<std::byte>> Samples; ///< WAV files; not in Tomb Raider II and III
 };
+
+/// A level of the game with nothing in it but its first word, and all slots of the sound map free.
+LevelContent EmptyLevel(VersionCode game);
 
 /// The smallest level of a game that every reader takes: one tile, room, texture, mesh, animation
 /// with one frame, moveable, sound and sample. The base for a test of one thing.
@@ -213,6 +117,9 @@ LevelContent MakeSmallestLevel(VersionCode game);
 struct RichOptions
 {
     bool ManyStatics = false; ///< 64 static meshes, more than an object set takes
+    /// How often the level has its tiles, rooms, textures and moveables: what a conversion costs
+    /// must grow as this does.
+    std::size_t Times = 1;
 };
 
 /// A level with everything: every list filled, every kind of face, every corner code, objects with

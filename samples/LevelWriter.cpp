@@ -1,8 +1,9 @@
 #include "samples/LevelWriter.h"
 
-#include "samples/OlderWriter.h"
-#include "samples/WriterParts.h"
+#include "base/Fields.h"
+#include "samples/Models.h"
 
+#include <map>
 #include <stdexcept>
 #include <zlib.h>
 
@@ -12,9 +13,25 @@ namespace morlik::samples
 namespace
 {
 
-void PutText(ByteSink& out, std::string_view text)
+/// Tomb Raider I to III: version, palettes of II and III, tiles.
+void WriteOlderTiles(MarkedWriter& out, const LevelContent& level)
 {
-    out.PutBytes(std::as_bytes(std::span(text)));
+    out.Section("Version");
+    out.Put(level.FirstWord);
+    const bool first = IsFirstGame(level.Game);
+    if (!first) {
+        out.Section("Palette");
+        out.Put(level.Palette);
+        out.Section("Palette16");
+        out.Put(level.Palette16);
+    }
+    out.Section("Tiles8");
+    out.Count<std::int32_t>("Tiles", level.Tiles8.size() / kTilePixels);
+    out.PutTable(level.Tiles8);
+    if (!first) {
+        out.Section("Tiles16");
+        out.PutTable(level.Tiles16);
+    }
 }
 
 /// The two sizes of a zlib block and its stream.
@@ -27,8 +44,9 @@ void WriteBlock(MarkedWriter& out, const std::string& name, std::span<const std:
     out.PutTable(stream);
 }
 
-/// Version, tile counts, the tiles in 32 and in 16 bits, and the two extra tiles (font and sky).
-void WriteTiles(MarkedWriter& out, const LevelContent& level)
+/// Tomb Raider IV and V: version, tile counts, the tiles in 32 and in 16 bits, and the two extra
+/// tiles (font and sky).
+void WriteTileBlocks(MarkedWriter& out, const LevelContent& level)
 {
     out.Section("Version");
     out.Put(level.FirstWord);
@@ -42,106 +60,165 @@ void WriteTiles(MarkedWriter& out, const LevelContent& level)
     WriteBlock(out, "Extra tiles", std::as_bytes(std::span(extraTiles)));
 }
 
-/// A room from its position to its end, in the form of Tomb Raider IV.
-void WriteRoomBody(MarkedWriter& out, const RoomContent& room, VersionCode game,
-                   const std::string& name)
+void WriteRoom(MarkedWriter& out, const RoomContent& room, const RoomLayout& layout,
+               const std::string& name)
 {
-    constexpr std::size_t kLightBytes = 46;
-    constexpr std::size_t kReverbBytes = 3;
-    MarkedWriter sized; // the geometry alone, for its size in 16-bit words
-    WriteGeometry(sized, room, game, name);
-
+    const std::size_t geometry = 4 * sizeof(std::int16_t) + room.NumVertices * layout.Vertex +
+                                 room.Rectangles.size() * sizeof(RoomRectangle) +
+                                 room.Triangles.size() * sizeof(RoomTriangle) +
+                                 room.NumOthers * sizeof(std::int32_t);
     out.Section(name);
-    out.Put(room.X);
-    out.Put(room.Z);
-    out.Put(room.YBottom);
-    out.Put(room.YTop);
-    out.Count<std::int32_t>(name + " geometry", sized.Size() / 2);
-    WriteGeometry(out, room, game, name);
-    WritePortalsAndSectors(out, room, name);
-    out.Section(name + " lights");
-    out.Put(room.AmbientIntensity1);
-    out.Put(room.AmbientIntensity2);
-    out.Count<std::int16_t>(name + " lights", room.Lights.size());
-    out.PutFiller(room.Lights.size() * kLightBytes);
-    out.CountedTable<std::int16_t>(name + " statics", room.Statics);
+    out.PutFiller(kRoomHeadBytes);
+    out.Count<std::int32_t>(name + " geometry", geometry / 2);
+    out.CountedFiller<std::int16_t>(name + " vertices", room.NumVertices, layout.Vertex);
+    out.CountedTable<std::int16_t>(name + " rectangles", room.Rectangles);
+    out.CountedTable<std::int16_t>(name + " triangles", room.Triangles);
+    out.CountedFiller<std::int16_t>(name + " sprites", room.NumOthers, sizeof(std::int32_t));
+    out.CountedFiller<std::int16_t>(name + " portals", 2 * room.NumOthers, kPortalBytes);
+    out.Section(name + " sectors");
+    out.Count<std::int16_t>(name + " Z sectors", room.NumZSectors);
+    out.Count<std::int16_t>(name + " X sectors", room.NumXSectors);
+    out.PutFiller(room.NumZSectors * room.NumXSectors * kSectorBytes);
+    out.Section(name + " ambient light");
+    out.PutFiller(layout.Ambient);
+    out.CountedFiller<std::int16_t>(name + " lights", 3 * room.NumOthers, layout.Light);
+    out.CountedFiller<std::int16_t>(name + " statics", 4 * room.NumOthers, layout.Static);
     out.Section(name + " end");
-    out.Put(room.AlternateRoom);
-    out.Put(room.Flags);
-    out.PutFiller(kReverbBytes);
+    out.PutFiller(layout.Tail);
 }
 
 /// Tomb Raider V wraps each room in a block that readers can pass over by its size.
-void WriteRoomBlock(MarkedWriter& out, const RoomContent& room, const std::string& name)
-{
-    MarkedWriter body;
-    WriteRoomBody(body, room, kTR5, name);
-    out.Section(name);
-    PutText(out, "XELA");
-    out.Count<std::uint32_t>(name + " size", body.Size());
-    out.PutBytes(std::move(body).Finish().Bytes);
-}
-
 void WriteRooms(MarkedWriter& out, const LevelContent& level)
 {
+    constexpr std::size_t kBlockBytes = 200;
     out.Section("Rooms");
+    out.Count<std::int16_t>("Rooms", level.Rooms.size());
     if (level.Game == kTR5)
-        out.Count<std::int32_t>("Rooms", level.Rooms.size());
-    else
-        out.Count<std::int16_t>("Rooms", level.Rooms.size());
+        out.Put(std::int16_t{0}); // upper half of the count
     for (std::size_t r = 0; r < level.Rooms.size(); ++r) {
         const std::string name = "Room " + std::to_string(r);
-        if (level.Game == kTR5)
-            WriteRoomBlock(out, level.Rooms[r], name);
-        else
-            WriteRoomBody(out, level.Rooms[r], level.Game, name);
+        if (level.Game == kTR5) {
+            out.Section(name);
+            out.PutText("XELA");
+            out.Count<std::uint32_t>(name + " size", kBlockBytes);
+            out.PutFiller(kBlockBytes);
+        } else
+            WriteRoom(out, level.Rooms[r], RoomLayoutOf(level.Game), name);
     }
-    out.CountedTable<std::int32_t>("Floor data", level.FloorData);
 }
 
-/// 38 bytes in Tomb Raider IV, 40 in V: there are two more bytes before the size.
-void WriteObjectTextures(MarkedWriter& out, const LevelContent& level)
+/// Animations of the older games have no lateral speed and acceleration.
+using ShortAnimation =
+    FieldList<&Animation::FrameOffset, &Animation::FrameRate, &Animation::FrameSize,
+              &Animation::State, &Animation::Speed, &Animation::Accel, &Animation::FrameStart,
+              &Animation::FrameEnd, &Animation::NextAnimation, &Animation::NextFrame,
+              &Animation::NumStateChanges, &Animation::StateChange, &Animation::NumAnimCommands,
+              &Animation::AnimCommand>;
+
+using PackedMoveable = FieldList<&Moveable::ObjectID, &Moveable::NumMeshes, &Moveable::StartingMesh,
+                                 &Moveable::MeshTree, &Moveable::FrameOffset, &Moveable::Animation>;
+
+/// The bytes of each section that isn't filler.
+using Contents = std::map<std::string_view, MarkedWriter>;
+
+/// The mesh data and the table of their offsets.
+void PutMeshes(Contents& contents, const LevelContent& level)
 {
-    const std::size_t further = level.Game == kTR5 ? 10 : 8;
-    out.Section("Object textures");
-    out.Count<std::int32_t>("Object textures", level.ObjectTexturesTR45.size());
-    for (const ObjectTextureTR45& texture : level.ObjectTexturesTR45) {
-        out.Put(texture.Attribute);
-        out.Put(texture.Tile);
-        out.Put(texture.NewFlags);
-        out.Put(texture.Corners);
-        out.PutFiller(further);
-        out.Put(texture.Width);
-        out.Put(texture.Height);
+    MarkedWriter& data = contents["Mesh data"];
+    MarkedWriter& pointers = contents["Mesh pointers"];
+    std::vector<std::int32_t> offsets;
+    for (const MeshContent& mesh : level.Meshes) {
+        offsets.push_back(narrow<std::int32_t>(data.Size()));
+        data.PutBytes(EncodeMesh(mesh, level.Game));
+        data.PutFiller(data.Size() % 4); // meshes begin at multiples of 4
     }
+    for (const std::size_t mesh : level.MeshTable)
+        pointers.Put(offsets.at(mesh));
 }
 
-/// Everything from the unused first word to the sample indices: the level block of Tomb Raider IV
-/// and, uncompressed, the level data of V.
+void PutModels(Contents& contents, const LevelContent& level)
+{
+    MarkedWriter& animations = contents["Animations"];
+    for (const Animation& animation : level.Animations) {
+        if (IsOlderGame(level.Game))
+            ShortAnimation::Write(animations, animation);
+        else
+            animations.Put(animation);
+    }
+    contents["State changes"].PutTable(level.StateChanges);
+    contents["Dispatches"].PutTable(level.AnimDispatches);
+    contents["Commands"].PutTable(level.AnimCommands);
+    contents["Mesh trees"].PutTable(level.MeshTrees);
+    contents["Frames"].PutTable(level.Frames);
+    MarkedWriter& moveables = contents["Moveables"];
+    for (const Moveable& moveable : level.Moveables) {
+        PackedMoveable::Write(moveables, moveable);
+        moveables.PutFiller(level.Game == kTR5 ? 2 : 0);
+    }
+    contents["Static meshes"].PutTable(level.StaticMeshes);
+}
+
+/// In Tomb Raider V there are two more bytes before the size.
+void PutTextures(Contents& contents, const LevelContent& level)
+{
+    MarkedWriter& textures = contents["Object textures"];
+    textures.PutTable(level.ObjectTextures);
+    for (const ObjectTextureTR45& texture : level.ObjectTexturesTR45) {
+        textures.Put(texture.Attribute);
+        textures.Put(texture.Tile);
+        textures.Put(texture.NewFlags);
+        textures.Put(texture.Corners);
+        textures.PutFiller(level.Game == kTR5 ? 10 : 8);
+        textures.Put(texture.Width);
+        textures.Put(texture.Height);
+    }
+    contents["Sprite textures"].PutTable(level.SpriteTextures);
+    contents["Sprite sequences"].PutTable(level.SpriteSequences);
+    contents["Palette"].Put(level.Palette);
+}
+
+/// Tomb Raider I and Gold keep the samples in the level; the indices are positions in them there.
+void PutSounds(Contents& contents, const LevelContent& level)
+{
+    contents["Sound map"].Put(level.SoundMap);
+    contents["Sound details"].PutTable(level.SoundDetails);
+    MarkedWriter& samples = contents["Sample data"];
+    for (const auto& sample : level.Samples)
+        samples.PutTable(sample);
+    contents["Sample indices"].PutTable(level.SampleIndices);
+}
+
+/// Everything from the unused first word to the sample indices: in Tomb Raider IV the level block.
 void WriteLevelData(MarkedWriter& out, const LevelContent& level)
 {
-    constexpr std::size_t kTailBytes = 6;
-    const bool fifth = level.Game == kTR5;
     out.Section("Unused word");
     out.PutFiller(4);
     WriteRooms(out, level);
-    WriteModels(out, level);
-    out.Section("Sprite marker");
-    PutText(out, fifth ? std::string_view("SPR\0", 4) : std::string_view("SPR"));
-    out.CountedTable<std::int32_t>("Sprite textures", level.SpriteTextures);
-    out.CountedTable<std::int32_t>("Sprite sequences", level.SpriteSequences);
-    WriteCameras(out, level);
-    WriteBoxes(out, level);
-    out.Section("Texture marker");
-    PutText(out, fifth ? std::string_view("\0TEX\0", 5) : std::string_view("\0TEX", 4));
-    WriteObjectTextures(out, level);
-    WriteItems(out, level);
-    out.CountedTable<std::int32_t>("AI objects", level.AIObjects);
-    out.CountedTable<std::int16_t>("Demo data", level.DemoData);
-    WriteSoundTables(out, level);
-    out.CountedTable<std::int32_t>("Sample indices", level.SampleIndices);
-    out.Section("Tail");
-    out.PutFiller(kTailBytes);
+    Contents contents;
+    PutMeshes(contents, level);
+    PutModels(contents, level);
+    PutTextures(contents, level);
+    PutSounds(contents, level);
+    std::size_t others = 0; // records of the last list of filler
+    std::size_t boxes = 0;
+    for (const auto& [name, countBytes, recordBytes] : SectionsOf(level.Game)) {
+        const auto found = contents.find(name);
+        const bool isFiller = found == contents.end();
+        std::size_t records = name == "Zones" ? boxes : 1;
+        if (countBytes > 0)
+            records = isFiller ? others += level.NumOthers : found->second.Size() / recordBytes;
+        if (name == "Boxes")
+            boxes = records;
+        out.Section(std::string(name));
+        if (countBytes == 2)
+            out.Count<std::int16_t>(std::string(name), records);
+        else if (countBytes == 4)
+            out.Count<std::int32_t>(std::string(name), records);
+        if (isFiller)
+            out.PutFiller(records * recordBytes);
+        else
+            out.PutBytes(std::span(found->second.Bytes()).first(records * recordBytes));
+    }
 }
 
 /// Two sizes before each sample; the second is that of its bytes.
@@ -159,27 +236,70 @@ void WriteSamples(MarkedWriter& out, const LevelContent& level)
     }
 }
 
-/// Tomb Raider V: the tiles, a short head with the level data's size, the level data, the samples.
-LevelFile WriteTR5(const LevelContent& level)
-{
-    constexpr std::size_t kUnusedBytes = 28;
-    MarkedWriter sized; // the level data alone, for their size
-    WriteLevelData(sized, level);
+} // namespace
 
-    MarkedWriter out;
-    WriteTiles(out, level);
-    out.Section("Level head");
-    out.Put(level.LaraType);
-    out.Put(level.WeatherType);
-    out.PutFiller(kUnusedBytes);
-    out.Count<std::uint32_t>("Level data", sized.Size());
-    out.Put(narrow<std::uint32_t>(sized.Size()));
-    WriteLevelData(out, level);
-    WriteSamples(out, level);
-    return std::move(out).Finish();
+RoomLayout RoomLayoutOf(VersionCode game)
+{
+    if (IsFirstGame(game))
+        return {.Vertex = 8, .Ambient = 2, .Light = 18, .Static = 18, .Tail = 4};
+    if (game == kTR2)
+        return {.Vertex = 12, .Ambient = 6, .Light = 24, .Static = 20, .Tail = 4};
+    return {.Vertex = 12, .Ambient = 4, .Light = game == kTR3 ? 24U : 46U, .Static = 20, .Tail = 7};
 }
 
-} // namespace
+std::vector<SectionLayout> SectionsOf(VersionCode game)
+{
+    const bool first = IsFirstGame(game);
+    const bool older = IsOlderGame(game);
+    const bool fifth = game == kTR5;
+    const std::size_t texture = older ? 20 : fifth ? 40 : 38;
+    const std::size_t slots = first   ? kSoundMapSlotsTR1
+                              : fifth ? kSoundMapSlots
+                                      : kSoundMapSlotsTR2;
+    std::vector<SectionLayout> sections;
+    const auto add = [&](bool isHere, std::string_view name, std::size_t count,
+                         std::size_t record) {
+        if (isHere)
+            sections.push_back({name, count, record});
+    };
+    add(true, "Floor data", 4, 2);
+    add(true, "Mesh data", 4, 2);
+    add(true, "Mesh pointers", 4, 4);
+    add(true, "Animations", 4, older ? 32 : 40);
+    add(true, "State changes", 4, 6);
+    add(true, "Dispatches", 4, 8);
+    add(true, "Commands", 4, 2);
+    add(true, "Mesh trees", 4, 4);
+    add(true, "Frames", 4, 2);
+    add(true, "Moveables", 4, fifth ? 20 : 18);
+    add(true, "Static meshes", 4, 32);
+    add(older && game != kTR3, "Object textures", 4, texture);
+    add(!older, "Sprite marker", 0, fifth ? 4 : 3);
+    add(true, "Sprite textures", 4, 16);
+    add(true, "Sprite sequences", 4, 8);
+    add(game == kTR1Gold, "Palette", 0, 768);
+    add(true, "Cameras", 4, 16);
+    add(!older, "Fly-by cameras", 4, 40);
+    add(true, "Sound sources", 4, 16);
+    add(true, "Boxes", 4, first ? 20 : 8);
+    add(true, "Overlaps", 4, 2);
+    add(true, "Zones", 0, first ? 12 : 20);
+    add(true, "Animated textures", 4, 2);
+    add(!older, "Texture marker", 0, fifth ? 5 : 4);
+    add(!older || game == kTR3, "Object textures", 4, texture);
+    add(true, "Items", 4, first ? 22 : 24);
+    add(older, "Light map", 0, 8192);
+    add(game == kTR1, "Palette", 0, 768);
+    add(older, "Cinematic frames", 2, 16);
+    add(!older, "AI objects", 4, 24);
+    add(true, "Demo data", 2, 1);
+    add(true, "Sound map", 0, 2 * slots);
+    add(true, "Sound details", 4, 8);
+    add(first, "Sample data", 4, 1);
+    add(true, "Sample indices", 4, 4);
+    add(!older, "Tail", 0, 6);
+    return sections;
+}
 
 std::vector<std::byte> Compress(std::span<const std::byte> bytes)
 {
@@ -204,7 +324,7 @@ LevelFile WriteLevelBlock(const LevelContent& level)
 LevelFile WrapTR4(const LevelContent& level, std::span<const std::byte> levelBlock)
 {
     MarkedWriter out;
-    WriteTiles(out, level);
+    WriteTileBlocks(out, level);
     WriteBlock(out, "Level block", levelBlock);
     WriteSamples(out, level);
     return std::move(out).Finish();
@@ -212,14 +332,26 @@ LevelFile WrapTR4(const LevelContent& level, std::span<const std::byte> levelBlo
 
 LevelFile WriteLevel(const LevelContent& level)
 {
-    switch (level.Game) {
-    case kTR4:
+    if (level.Game == kTR4)
         return WrapTR4(level, WriteLevelBlock(level).Bytes);
-    case kTR5:
-        return WriteTR5(level);
-    default:
-        return WriteOlderLevel(level);
+    MarkedWriter out;
+    if (IsOlderGame(level.Game)) {
+        WriteOlderTiles(out, level);
+        WriteLevelData(out, level);
+        return std::move(out).Finish();
     }
+    // Tomb Raider V: a short head with the level data's size, the level data, the samples.
+    WriteTileBlocks(out, level);
+    out.Section("Level head");
+    out.Put(level.LaraType);
+    out.Put(level.WeatherType);
+    out.PutFiller(kHeadBytesTR5);
+    const std::size_t size = WriteLevelBlock(level).Bytes.size();
+    out.Count<std::uint32_t>("Level data", size);
+    out.Put(narrow<std::uint32_t>(size));
+    WriteLevelData(out, level);
+    WriteSamples(out, level);
+    return std::move(out).Finish();
 }
 
 } // namespace morlik::samples

@@ -4,6 +4,7 @@
 #include "samples/MarkedWriter.h"
 
 #include <span>
+#include <string_view>
 
 namespace morlik::samples
 {
@@ -21,5 +22,36 @@ LevelFile WrapTR4(const LevelContent& level, std::span<const std::byte> levelBlo
 
 /// A zlib stream of the bytes.
 std::vector<std::byte> Compress(std::span<const std::byte> bytes);
+
+/// Sizes in bytes of what differs in the rooms of the games.
+struct RoomLayout
+{
+    std::size_t Vertex;
+    std::size_t Ambient; ///< light of the whole room
+    std::size_t Light;
+    std::size_t Static;
+    std::size_t Tail; ///< behind the static meshes
+};
+
+/// Not for Tomb Raider V, where each room is in a block with a mark and a size of its own.
+RoomLayout RoomLayoutOf(VersionCode game);
+
+constexpr std::size_t kRoomHeadBytes = 16; ///< place, least and greatest height
+constexpr std::size_t kPortalBytes = 32;
+constexpr std::size_t kSectorBytes = 8;
+
+/// A section behind the rooms.
+struct SectionLayout
+{
+    std::string_view Name;
+    std::size_t CountBytes;  ///< 0 for a section of fixed size
+    std::size_t RecordBytes; ///< size of a record, or of such a section
+};
+
+/// The sections behind the rooms in the order of the file. Of the zones there are as many as boxes.
+std::vector<SectionLayout> SectionsOf(VersionCode game);
+
+/// Tomb Raider V: unused bytes of its head, behind Lara and weather.
+constexpr std::size_t kHeadBytesTR5 = 28;
 
 } // namespace morlik::samples

@@ -5,6 +5,9 @@
 namespace morlik::samples
 {
 
+/// A short tone that fades out, as a WAV file: 44-byte header, then mono 16-bit PCM at 11025 Hz.
+std::vector<std::byte> MakeWav(double hertz, double seconds);
+
 /// The sounds of the sample levels: WAV files of different tones and lengths.
 std::vector<std::vector<std::byte>> SampleSounds();
 

@@ -3,6 +3,8 @@
 #include "base/Narrow.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace morlik::samples
@@ -10,6 +12,8 @@ namespace morlik::samples
 
 namespace
 {
+
+using Words = std::vector<std::int16_t>;
 
 /// A list of faces of `corners` vertices with its count.
 void PutFaces(ByteWriter& out, const std::vector<MeshFace>& faces, std::size_t corners,
@@ -24,121 +28,116 @@ void PutFaces(ByteWriter& out, const std::vector<MeshFace>& faces, std::size_t c
     }
 }
 
-constexpr int kAngleMask = 0x3ff; ///< angles have 10 bits
-
-/// The 30 bits of a rotation as two words: X in the bits 4 to 13 of the higher, then Y, then Z.
-void PutWide(std::vector<std::int16_t>& words, const Rotation& rotation, bool lowerFirst)
+/// The 30 bits of a rotation as two words: X in the bits 4 to 13 of the higher, then Y, then Z. All
+/// games but the first have a rotation about one axis alone as a single word.
+void PutRotation(Words& words, const Rotation& rotation, VersionCode game)
 {
+    constexpr int kAngleMask = 0x3ff; // angles have 10 bits
     const int x = rotation.X & kAngleMask;
     const int y = rotation.Y & kAngleMask;
     const int z = rotation.Z & kAngleMask;
-    std::array<std::int16_t, 2> pair{Word((x << 4) | (y >> 6)), Word(((y & 0x3f) << 10) | z)};
-    if (lowerFirst)
-        std::swap(pair[0], pair[1]);
-    words.insert(words.end(), pair.begin(), pair.end());
+    const std::int16_t higher = Word((x << 4) | (y >> 6));
+    const std::int16_t lower = Word(((y & 0x3f) << 10) | z);
+    const int single = IsOlderGame(game) ? x + y + z : (x + y + z) * 4; // finer angles
+    if (IsFirstGame(game))
+        words.insert(words.end(), {lower, higher});
+    else if ((x != 0) + (y != 0) + (z != 0) != 1)
+        words.insert(words.end(), {higher, lower});
+    else
+        words.push_back(Word((x != 0 ? 0x4000 : y != 0 ? 0x8000 : 0xc000) | single));
 }
 
-void PutRotation(std::vector<std::int16_t>& words, const Rotation& rotation, bool fineAngles)
+/// A frame: 9 words of box and place, and the rotations, in Tomb Raider I behind their count.
+Words EncodeFrame(VersionCode game, const FrameContent& frame)
 {
-    const std::array<int, 3> angles{rotation.X, rotation.Y, rotation.Z};
-    if (std::count(angles.begin(), angles.end(), 0) != 2) {
-        PutWide(words, rotation, false);
-        return;
-    }
-    for (int axis = 0; axis < 3; ++axis) {
-        const int angle = angles[static_cast<std::size_t>(axis)] & kAngleMask;
-        if (angle != 0)
-            words.push_back(Word(((axis + 1) << 14) | (fineAngles ? angle * 4 : angle)));
-    }
-}
-
-std::vector<std::int16_t> EncodeFrame(VersionCode game, const FrameContent& frame)
-{
-    std::vector<std::int16_t> words(frame.Box.begin(), frame.Box.end());
+    Words words(frame.Box.begin(), frame.Box.end());
     words.insert(words.end(), {frame.Offset.X, frame.Offset.Y, frame.Offset.Z});
     if (IsFirstGame(game))
         words.push_back(narrow<std::int16_t>(frame.Rotations.size()));
-    for (const Rotation& rotation : frame.Rotations) {
-        if (IsFirstGame(game))
-            PutWide(words, rotation, true);
-        else
-            PutRotation(words, rotation, !IsOlderGame(game));
-    }
+    for (const Rotation& rotation : frame.Rotations)
+        PutRotation(words, rotation, game);
     return words;
 }
 
-/// Six words: least and greatest X, Y, Z of the vertices.
-std::array<std::int16_t, 6> BoundsOf(const MeshContent& mesh)
+/// The frames of an animation, all of them as long as the longest.
+std::vector<Words> EncodeFrames(VersionCode game, const std::vector<FrameContent>& frames)
 {
-    std::array<std::int16_t, 6> box{};
-    const auto widen = [&box](std::size_t at, std::int16_t value) {
-        box[at] = std::min(box[at], value);
-        box[at + 1] = std::max(box[at + 1], value);
+    std::vector<Words> encoded;
+    std::size_t size = 0;
+    for (const FrameContent& frame : frames) {
+        encoded.push_back(EncodeFrame(game, frame));
+        size = std::max(size, encoded.back().size());
+    }
+    for (Words& words : encoded)
+        words.resize(size);
+    return encoded;
+}
+
+template <class T>
+void Append(std::vector<T>& table, const std::vector<T>& more)
+{
+    table.insert(table.end(), more.begin(), more.end());
+}
+
+std::int32_t BytesOf(const Words& words)
+{
+    return narrow<std::int32_t>(words.size() * sizeof(std::int16_t));
+}
+
+/// Adds one animation of a moveable whose first one has the number `first`; its frames are numbered
+/// on from those of the one before. Each way out is a state change with one dispatch.
+void AddAnimation(LevelContent& level, const AnimationContent& content, std::size_t first)
+{
+    const auto frames = EncodeFrames(level.Game, content.Frames);
+    Animation record = content.Record;
+    if (level.Animations.size() > first)
+        record.FrameStart =
+            Word(level.Animations.back().FrameEnd + level.Animations.back().FrameRate);
+    record.FrameEnd =
+        Word(record.FrameStart + (static_cast<int>(frames.size()) - 1) * record.FrameRate);
+    record.FrameOffset = BytesOf(level.Frames);
+    record.FrameSize = narrow<std::uint8_t>(frames.at(0).size());
+    const auto counted = [first](int animation) {
+        return Word(static_cast<int>(first) + animation);
     };
-    for (const Vector3& vertex : mesh.Vertices) {
-        widen(0, vertex.X);
-        widen(2, vertex.Y);
-        widen(4, vertex.Z);
+    record.NextAnimation = counted(record.NextAnimation);
+    record.NumStateChanges = narrow<std::int16_t>(content.Ways.size());
+    record.StateChange = narrow<std::int16_t>(level.StateChanges.size());
+    record.AnimCommand = narrow<std::int16_t>(level.AnimCommands.size());
+    level.Animations.push_back(record);
+    for (const Words& words : frames)
+        Append(level.Frames, words);
+    Append(level.AnimCommands, content.Commands);
+    for (auto [state, way] : content.Ways) {
+        way.NextAnimation = counted(way.NextAnimation);
+        level.StateChanges.push_back({state, 1, narrow<std::int16_t>(level.AnimDispatches.size())});
+        level.AnimDispatches.push_back(way);
     }
-    return box;
-}
-
-/// A state change with one dispatch for each transition.
-void AddTransitions(LevelContent& level, const AnimationContent& content, int firstAnimation)
-{
-    for (const Transition& transition : content.Transitions) {
-        level.StateChanges.push_back(
-            {transition.ToState, 1, narrow<std::int16_t>(level.AnimDispatches.size())});
-        level.AnimDispatches.push_back({transition.Low, transition.High,
-                                        narrow<std::int16_t>(firstAnimation + transition.Animation),
-                                        transition.Frame});
-    }
-}
-
-/// Adds one animation whose frames are numbered from `frameStart` on; gives the number behind its
-/// last frame.
-int AddAnimation(LevelContent& level, const AnimationContent& content, int firstAnimation,
-                 int frameStart)
-{
-    std::size_t frameWords = 0;
-    const auto words = EncodeFrames(level.Game, content.Frames, frameWords);
-    const int frameEnd =
-        frameStart + (static_cast<int>(content.Frames.size()) - 1) * content.FrameRate;
-    level.Animations.push_back({
-        .FrameOffset = narrow<std::int32_t>(level.Frames.size() * sizeof(std::int16_t)),
-        .FrameRate = content.FrameRate,
-        .FrameSize = narrow<std::uint8_t>(frameWords),
-        .State = content.State,
-        .Speed = content.Speed,
-        .Accel = content.Accel,
-        .FrameStart = narrow<std::int16_t>(frameStart),
-        .FrameEnd = narrow<std::int16_t>(frameEnd),
-        .NextAnimation = narrow<std::int16_t>(firstAnimation + content.Next),
-        .NumStateChanges = narrow<std::int16_t>(content.Transitions.size()),
-        .StateChange = narrow<std::int16_t>(level.StateChanges.size()),
-        .NumAnimCommands = content.NumCommands,
-        .AnimCommand = narrow<std::int16_t>(level.AnimCommands.size()),
-    });
-    level.Frames.insert(level.Frames.end(), words.begin(), words.end());
-    level.AnimCommands.insert(level.AnimCommands.end(), content.Commands.begin(),
-                              content.Commands.end());
-    AddTransitions(level, content, firstAnimation);
-    return frameEnd + content.FrameRate;
 }
 
 /// The animations of one moveable; each of them goes on with the first frame of its next one.
 void AddAnimations(LevelContent& level, const std::vector<AnimationContent>& animations)
 {
     const std::size_t first = level.Animations.size();
-    int frameStart = 0;
     for (const AnimationContent& content : animations)
-        frameStart = AddAnimation(level, content, static_cast<int>(first), frameStart);
+        AddAnimation(level, content, first);
     for (std::size_t a = first; a < level.Animations.size(); ++a) {
         Animation& animation = level.Animations[a];
         const auto next = static_cast<std::size_t>(animation.NextAnimation);
         if (next < level.Animations.size())
             animation.NextFrame = level.Animations[next].FrameStart;
     }
+}
+
+std::int16_t Rounded(double value)
+{
+    return narrow<std::int16_t>(std::lround(value));
+}
+
+std::int16_t AddVertex(MeshContent& mesh, const Vertex& vertex)
+{
+    mesh.Vertices.push_back(vertex);
+    return narrow<std::int16_t>(mesh.Vertices.size() - 1);
 }
 
 } // namespace
@@ -172,30 +171,13 @@ std::int16_t ColourWord(VersionCode game, std::uint8_t index)
     return IsFirstGame(game) ? std::int16_t{index} : Word((index << 8) | index);
 }
 
-std::vector<std::int16_t> EncodeFrames(VersionCode game, const std::vector<FrameContent>& frames,
-                                       std::size_t& frameWords)
-{
-    std::vector<std::vector<std::int16_t>> encoded;
-    frameWords = 0;
-    for (const FrameContent& frame : frames) {
-        encoded.push_back(EncodeFrame(game, frame));
-        frameWords = std::max(frameWords, encoded.back().size());
-    }
-    std::vector<std::int16_t> words;
-    for (auto& frame : encoded) {
-        frame.resize(frameWords);
-        words.insert(words.end(), frame.begin(), frame.end());
-    }
-    return words;
-}
-
 std::size_t AddMesh(LevelContent& level, MeshContent mesh)
 {
     level.Meshes.push_back(std::move(mesh));
     return level.Meshes.size() - 1;
 }
 
-std::size_t AddMoveable(LevelContent& level, const MoveableContent& moveable)
+void AddMoveable(LevelContent& level, const MoveableContent& moveable)
 {
     const bool animated = !moveable.Animations.empty();
     level.Moveables.push_back({
@@ -203,20 +185,22 @@ std::size_t AddMoveable(LevelContent& level, const MoveableContent& moveable)
         .NumMeshes = narrow<std::int16_t>(moveable.Meshes.size()),
         .StartingMesh = narrow<std::int16_t>(level.MeshTable.size()),
         .MeshTree = narrow<std::int32_t>(level.MeshTrees.size()),
-        .FrameOffset =
-            animated ? narrow<std::int32_t>(level.Frames.size() * sizeof(std::int16_t)) : 0,
+        .FrameOffset = animated ? BytesOf(level.Frames) : 0,
         .Animation = animated ? narrow<std::int16_t>(level.Animations.size()) : Word(-1),
     });
-    level.MeshTable.insert(level.MeshTable.end(), moveable.Meshes.begin(), moveable.Meshes.end());
+    Append(level.MeshTable, moveable.Meshes);
     for (const Joint& joint : moveable.Joints)
         level.MeshTrees.insert(level.MeshTrees.end(), {joint.Stack, joint.X, joint.Y, joint.Z});
     AddAnimations(level, moveable.Animations);
-    return level.Moveables.size() - 1;
 }
 
 void AddStaticMesh(LevelContent& level, std::int32_t objectID, std::size_t mesh)
 {
-    const auto bounds = BoundsOf(level.Meshes.at(mesh));
+    const Vertex& middle = level.Meshes.at(mesh).Centre;
+    const std::int32_t radius = level.Meshes.at(mesh).Radius;
+    const std::array bounds{Word(middle.X - radius), Word(middle.X + radius),
+                            Word(middle.Y - radius), Word(middle.Y + radius),
+                            Word(middle.Z - radius), Word(middle.Z + radius)};
     constexpr std::int16_t kVisible = 2;
     level.StaticMeshes.push_back({.ObjectID = objectID,
                                   .Mesh = narrow<std::int16_t>(level.MeshTable.size()),
@@ -224,6 +208,84 @@ void AddStaticMesh(LevelContent& level, std::int32_t objectID, std::size_t mesh)
                                   .CollisionBox = bounds,
                                   .Flags = kVisible});
     level.MeshTable.push_back(mesh);
+}
+
+void AddBox(MeshContent& mesh, const Vertex& least, const Vertex& greatest, std::int16_t texture)
+{
+    // Bit 0 of a corner's number: right, bit 1: low, bit 2: far.
+    std::array<std::int16_t, 8> v{};
+    for (std::size_t i = 0; i < v.size(); ++i) {
+        v.at(i) = AddVertex(mesh, {(i & 1U) != 0 ? greatest.X : least.X,
+                                   (i & 2U) != 0 ? greatest.Y : least.Y,
+                                   (i & 4U) != 0 ? greatest.Z : least.Z});
+    }
+    const std::array<MeshFace, 6> sides{{{{v[0], v[1], v[3], v[2]}, texture},
+                                         {{v[1], v[5], v[7], v[3]}, texture},
+                                         {{v[5], v[4], v[6], v[7]}, texture},
+                                         {{v[4], v[0], v[2], v[6]}, texture},
+                                         {{v[4], v[5], v[1], v[0]}, texture},
+                                         {{v[7], v[6], v[2], v[3]}, texture}}};
+    mesh.Rectangles.insert(mesh.Rectangles.end(), sides.begin(), sides.end());
+}
+
+void AddCone(MeshContent& mesh, std::int16_t radius, std::int16_t tip, std::int16_t rim, bool above,
+             std::int16_t texture, int step)
+{
+    constexpr int kEdges = 8;
+    const std::int16_t middle = AddVertex(mesh, {0, tip, 0});
+    for (int edge = 0; edge < kEdges; ++edge) {
+        const double angle = edge * 2 * std::numbers::pi / kEdges;
+        AddVertex(mesh,
+                  {Rounded(radius * std::cos(angle)), rim, Rounded(radius * std::sin(angle))});
+        const std::int16_t one = Word(middle + 1 + edge);
+        const std::int16_t next = Word(middle + 1 + (edge + 1) % kEdges);
+        mesh.Triangles.push_back({{middle, above ? next : one, above ? one : next}, texture});
+        texture = Word(texture + step);
+    }
+}
+
+void AddBoard(MeshContent& mesh, const Vertex& from, const Vertex& to, std::int16_t front,
+              std::int16_t back)
+{
+    const std::int16_t v = AddVertex(mesh, from);
+    for (const Vertex& corner : {Vertex{to.X, from.Y, to.Z}, to, Vertex{from.X, to.Y, from.Z}})
+        AddVertex(mesh, corner);
+    mesh.Rectangles.push_back({{v, Word(v + 1), Word(v + 2), Word(v + 3)}, front});
+    mesh.Rectangles.push_back({{Word(v + 1), v, Word(v + 3), Word(v + 2)}, back});
+}
+
+void PaintFaces(MeshContent& mesh, std::int16_t colourWord)
+{
+    const auto move = [colourWord](std::vector<MeshFace>& from, std::vector<MeshFace>& to) {
+        for (const MeshFace& face : from)
+            to.push_back({face.Vertices, colourWord});
+        from.clear();
+    };
+    move(mesh.Rectangles, mesh.ColouredRectangles);
+    move(mesh.Triangles, mesh.ColouredTriangles);
+}
+
+std::size_t AddShape(LevelContent& level, MeshContent mesh, Shading shading)
+{
+    constexpr double kUnit = 16384; // length of a normal, as the games have it
+    const auto middle = [&mesh](std::int16_t Vertex::*axis) {
+        const auto [least, greatest] = std::ranges::minmax(mesh.Vertices, {}, axis);
+        return Word((least.*axis + greatest.*axis) / 2);
+    };
+    mesh.Centre = {middle(&Vertex::X), middle(&Vertex::Y), middle(&Vertex::Z)};
+    for (const Vertex& vertex : mesh.Vertices) {
+        const double x = vertex.X - mesh.Centre.X;
+        const double y = vertex.Y - mesh.Centre.Y;
+        const double z = vertex.Z - mesh.Centre.Z;
+        const double length = std::max(1.0, std::hypot(x, y, z));
+        const auto part = [&](double value) { return Rounded(value * kUnit / length); };
+        mesh.Radius = std::max(mesh.Radius, std::int32_t{Rounded(length)});
+        if (shading == Shading::Normals)
+            mesh.Normals.push_back({part(x), part(y), part(z)});
+        else // brighter toward the top
+            mesh.Lights.push_back(Word(0x1000 + part(y) / 8));
+    }
+    return AddMesh(level, std::move(mesh));
 }
 
 } // namespace morlik::samples

@@ -2,6 +2,8 @@
 
 #include "samples/LevelContent.h"
 
+#include <utility>
+
 namespace morlik::samples
 {
 
@@ -25,17 +27,9 @@ struct Rotation
 struct FrameContent
 {
     std::array<std::int16_t, 6> Box{};
-    Vector3 Offset{};
+    Vertex Offset{};
     std::vector<Rotation> Rotations{};
 };
-
-/// The words of one animation's frames, all of the same size. Behind the 9 header words stand the
-/// rotations: in Tomb Raider I a count and two words for each mesh, the lower word first; in the
-/// others the higher word first, and a rotation about one axis as a single word, with the axis in
-/// its top two bits and an angle of 10 bits (II, III) or 12 bits (IV, V).
-/// `frameWords` is the size of a frame.
-std::vector<std::int16_t> EncodeFrames(VersionCode game, const std::vector<FrameContent>& frames,
-                                       std::size_t& frameWords);
 
 /// Where a mesh hangs in the tree of its moveable. The first mesh has no joint.
 struct Joint
@@ -46,28 +40,14 @@ struct Joint
     std::int32_t Z = 0;
 };
 
-/// A way out of an animation; animations count from the moveable's own first one.
-struct Transition
-{
-    std::int16_t ToState = 0;
-    std::int16_t Low = 0; ///< frames in which it is open
-    std::int16_t High = 0;
-    std::int16_t Animation = 0;
-    std::int16_t Frame = 0;
-};
-
+/// Animations count from the moveable's own first one here.
 struct AnimationContent
 {
-    std::int16_t State = 0;
-    std::uint8_t FrameRate = 1;
+    /// Rate, state, speeds, successor, number of commands; all else is worked out.
+    Animation Record{.FrameRate = 1};
     std::vector<FrameContent> Frames{};
-    std::int16_t Next = 0; ///< animation that follows, from the moveable's own first one
-    std::vector<Transition> Transitions{};
-    /// Words of the commands; `NumCommands` tells how many commands they are.
-    std::vector<std::int16_t> Commands{};
-    std::int16_t NumCommands = 0;
-    std::int32_t Speed = 0;
-    std::int32_t Accel = 0;
+    std::vector<std::pair<std::int16_t, AnimDispatch>> Ways{}; ///< a state and the way to it
+    std::vector<std::int16_t> Commands{};                      ///< their words
 };
 
 struct MoveableContent
@@ -81,10 +61,39 @@ struct MoveableContent
 /// Adds a mesh and gives its index in `Meshes`.
 std::size_t AddMesh(LevelContent& level, MeshContent mesh);
 
-/// Adds a moveable with its mesh pointers, mesh tree, animations and frames; gives its index.
-std::size_t AddMoveable(LevelContent& level, const MoveableContent& moveable);
+/// Adds a moveable with its mesh pointers, mesh tree, animations and frames.
+void AddMoveable(LevelContent& level, const MoveableContent& moveable);
 
 /// Adds a static mesh with a pointer to a mesh of its own; its boxes surround the mesh.
 void AddStaticMesh(LevelContent& level, std::int32_t objectID, std::size_t mesh);
+
+/// Each of these adds a part to a mesh. Faces run clockwise for the viewer that they face, from
+/// the top left corner for rectangles.
+
+/// Six rectangles: front (whose viewer looks along Z, X to the right), right, back, left, top,
+/// bottom.
+void AddBox(MeshContent& mesh, const Vertex& least, const Vertex& greatest, std::int16_t texture);
+
+/// Eight triangles from a tip to a rim of that radius, seen from above or from below. Their first
+/// corner is at the tip; their textures have the numbers from `texture` on, `step` apart.
+void AddCone(MeshContent& mesh, std::int16_t radius, std::int16_t tip, std::int16_t rim, bool above,
+             std::int16_t texture, int step = 0);
+
+/// An upright rectangle that is seen from both sides, from its top left corner to its bottom right
+/// one for its front viewer.
+void AddBoard(MeshContent& mesh, const Vertex& from, const Vertex& to, std::int16_t front,
+              std::int16_t back);
+
+/// Moves all faces of the textured lists to the coloured ones, with this colour word.
+void PaintFaces(MeshContent& mesh, std::int16_t colourWord);
+
+enum class Shading : std::uint8_t
+{
+    Normals, ///< for objects that the game lights
+    Lights   ///< for static meshes, which bring their light along
+};
+
+/// Adds the mesh with its centre, its radius and a normal or light for each vertex.
+std::size_t AddShape(LevelContent& level, MeshContent mesh, Shading shading = Shading::Normals);
 
 } // namespace morlik::samples

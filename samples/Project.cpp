@@ -9,77 +9,59 @@ namespace
 {
 
 constexpr std::int16_t kEmptySlot = 1;
-
-void PutText(MarkedWriter& out, std::string_view text)
-{
-    out.PutBytes(std::as_bytes(std::span(text)));
-}
+constexpr std::size_t kIndexBytes = 2; ///< lists tell the indices of their entries first
 
 /// Bytes of a second object behind its type word.
 std::size_t SecondBodyBytes(std::int16_t type)
 {
     constexpr std::size_t kLongTypes = 6;
-    const auto* const found = std::find(kSecondObjectTypes.begin(), kSecondObjectTypes.end(), type);
+    const auto* const found = std::ranges::find(kSecondObjectTypes, type);
     if (found == kSecondObjectTypes.end())
         return type == kLaterSecondObject ? 40 : 0;
-    return found - kSecondObjectTypes.begin() < std::ptrdiff_t{kLongTypes} ? 70 : 40;
-}
-
-/// A count and a word for each entry.
-void WriteIndexList(MarkedWriter& out, const std::string& name, std::size_t count)
-{
-    out.Section(name);
-    out.Count<std::int16_t>(name, count);
-    for (std::size_t i = 0; i < count; ++i)
-        out.Put(narrow<std::int16_t>(i));
+    return found < kSecondObjectTypes.begin() + kLongTypes ? 70 : 40;
 }
 
 void WriteObjects(MarkedWriter& out, const ProjectRoom& room, const std::string& name, bool later)
 {
     const std::size_t objectBytes = later ? 40 : 32; // behind the type word
     constexpr std::size_t kLongExtra = 10;
-    WriteIndexList(out, name + " objects", room.Objects.size());
+    out.CountedFiller<std::int16_t>(name + " objects", room.Objects.size(), kIndexBytes);
     for (const std::int16_t type : room.Objects) {
         out.Put(type);
         out.PutFiller(type == kLongObject ? objectBytes + kLongExtra : objectBytes);
     }
     out.PutFiller(4);
-    WriteIndexList(out, name + " second objects", room.SecondObjects.size());
+    out.CountedFiller<std::int16_t>(name + " second objects", room.SecondObjects.size(),
+                                    kIndexBytes);
     for (const std::int16_t type : room.SecondObjects) {
         out.Put(type);
         out.PutFiller(SecondBodyBytes(type));
     }
 }
 
-void WriteBlocks(MarkedWriter& out, const ProjectRoom& room, const std::string& name, bool later)
-{
-    constexpr std::size_t kEndBytes = 9; // two words, three bytes, a word
-    const std::size_t blockBytes = later ? 140 : 148;
-    out.Section(name + " blocks");
-    out.PutFiller(kEndBytes);
-    out.PutFiller(blockBytes * static_cast<std::size_t>(room.BlockColumns) *
-                  static_cast<std::size_t>(room.BlockRows));
-}
-
 void WriteRoom(MarkedWriter& out, const ProjectRoom& room, const std::string& name, bool later)
 {
     constexpr std::size_t kNameBytes = 80;
     constexpr std::size_t kItemBytes = 42;
+    constexpr std::size_t kBlocksHeadBytes = 9; // two words, three bytes, a word
     out.Section(name);
     out.Put(room.SlotWord);
     if (room.SlotWord == kEmptySlot)
         return;
     std::string padded = room.Name;
     padded.resize(kNameBytes);
-    PutText(out, padded);
+    out.PutText(padded);
     out.PutFiller(12 + 6 + 4);
     out.Count<std::int16_t>(name + " columns", static_cast<std::size_t>(room.BlockColumns));
     out.Count<std::int16_t>(name + " rows", static_cast<std::size_t>(room.BlockRows));
     out.PutFiller(6);
-    WriteIndexList(out, name + " items", room.NumItems);
+    out.CountedFiller<std::int16_t>(name + " items", room.NumItems, kIndexBytes);
     out.PutFiller(kItemBytes * room.NumItems);
     WriteObjects(out, room, name, later);
-    WriteBlocks(out, room, name, later);
+    out.Section(name + " blocks");
+    out.PutFiller(kBlocksHeadBytes);
+    out.PutFiller((later ? 140 : 148) * static_cast<std::size_t>(room.BlockColumns) *
+                  static_cast<std::size_t>(room.BlockRows));
 }
 
 /// Tables behind the rooms, the name of the texture file and the trail.
@@ -90,7 +72,7 @@ void WriteTail(MarkedWriter& out, const ProjectContent& project)
     out.Section("Tables");
     out.PutFiller(kTableBytes);
     out.Section("Texture file");
-    PutText(out, project.TextureFile + " ");
+    out.PutText(project.TextureFile + " ");
     out.Section("Trail");
     out.Count<std::int16_t>("Trail", project.NumTrailRecords);
     out.PutFiller(kTrailBytes * project.NumTrailRecords);
@@ -123,7 +105,7 @@ LevelFile WriteProject(const ProjectContent& project)
 {
     MarkedWriter out;
     out.Section("Magic");
-    PutText(out, project.Magic);
+    out.PutText(project.Magic);
     out.Put(project.Version);
     out.Section("Rooms");
     out.Count<std::int32_t>("Rooms", project.Rooms.size());

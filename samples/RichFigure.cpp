@@ -1,6 +1,6 @@
+#include "base/Narrow.h"
 #include "samples/Models.h"
 #include "samples/RichParts.h"
-#include "samples/Shapes.h"
 
 #include <cmath>
 #include <numbers>
@@ -11,140 +11,113 @@ namespace morlik::samples
 namespace
 {
 
-constexpr std::size_t kMeshes = 15;
+/// Places of some meshes in the moveable.
+constexpr std::size_t kLeftThigh = 1;
+constexpr std::size_t kLeftShin = 2;
+constexpr std::size_t kRightThigh = 4;
+constexpr std::size_t kRightShin = 5;
+constexpr std::size_t kTorso = 7;
+constexpr std::size_t kRightArm = 8;
+constexpr std::size_t kLeftArm = 11;
+constexpr std::size_t kHead = 14;
 
-/// Places of the meshes in the moveable.
-enum Limb : std::uint8_t
+/// Where each mesh hangs, and its box. The legs hang on the hips, arms and head on the torso: the
+/// hips are pushed (2) with the first thigh and fetched again (1) for the second and, for good, for
+/// the torso.
+struct Limb
 {
-    kHips,
-    kLeftThigh,
-    kLeftShin,
-    kLeftFoot,
-    kRightThigh,
-    kRightShin,
-    kRightFoot,
-    kTorso,
-    kRightUpperArm,
-    kRightForearm,
-    kRightHand,
-    kLeftUpperArm,
-    kLeftForearm,
-    kLeftHand,
-    kHead
+    Joint Place;
+    Vertex Least{};
+    Vertex Greatest{};
+    Art Skin = Art::Unused; ///< for the other side's limb, three meshes before
 };
+constexpr std::array<Limb, 15> kLimbs{{
+    {{}, {-75, -50, -45}, {75, 50, 45}, Art::Boot},
+    {{2, -42, 40, 0}, {-32, 0, -36}, {32, 170, 36}, Art::Skin},
+    {{0, 0, 165, 0}, {-28, 0, -30}, {28, 150, 30}, Art::Skin},
+    {{0, 0, 145, 0}, {-32, 0, -90}, {32, 60, 36}, Art::Boot},
+    {{3, 42, 40, 0}},
+    {{0, 0, 165, 0}},
+    {{0, 0, 145, 0}},
+    {{1, 0, -45, 0}, {-80, -200, -50}, {80, 0, 50}, Art::Shirt},
+    {{2, 106, -190, 0}, {-24, 0, -26}, {24, 110, 26}, Art::Shirt},
+    {{0, 0, 105, 0}, {-22, 0, -22}, {22, 100, 22}, Art::Skin},
+    {{0, 0, 95, 0}, {-20, 0, -22}, {20, 50, 22}, Art::Boot},
+    {{3, -106, -190, 0}},
+    {{0, 0, 105, 0}},
+    {{0, 0, 95, 0}},
+    {{1, 0, -205, 0}, {-46, -110, -50}, {46, 0, 46}, Art::Skin},
+}};
 
-std::size_t AddLimb(LevelContent& level, const Vector3& least, const Vector3& greatest,
-                    const BoxSkin& skin)
+constexpr int kFrames = 8; ///< of each animation
+
+/// A wave of `height` that takes an animation, as a whole number.
+int Wave(int height, int frame)
 {
-    MeshContent mesh;
-    AddBox(mesh, least, greatest, skin);
-    FinishMesh(mesh, Shading::Normals);
-    return AddMesh(level, mesh);
+    return static_cast<int>(std::lround(height * std::sin(frame * 2 * std::numbers::pi / kFrames)));
 }
 
-std::vector<std::size_t> AddLimbs(LevelContent& level, const RichTextures& textures)
+/// An animation whose hips go up and down by `rise` and whose frames are turned by `turn`.
+template <class Turn>
+AnimationContent Animate(const Animation& record, int rise, Turn turn)
 {
-    const auto all = [&textures](Art art) { return BoxSkin::Of(textures.Of(art)); };
-    BoxSkin headSkin = all(Art::Hair);
-    headSkin.Front = textures.Of(Art::Face);
-    const auto hips = AddLimb(level, {-75, -50, -45}, {75, 50, 45}, all(Art::Shorts));
-    const auto thigh = AddLimb(level, {-32, 0, -36}, {32, 170, 36}, all(Art::Skin));
-    const auto shin = AddLimb(level, {-28, 0, -30}, {28, 150, 30}, all(Art::Skin));
-    const auto foot = AddLimb(level, {-32, 0, -90}, {32, 60, 36}, all(Art::Boot));
-    const auto torso = AddLimb(level, {-80, -200, -50}, {80, 0, 50}, all(Art::Shirt));
-    const auto upperArm = AddLimb(level, {-24, 0, -26}, {24, 110, 26}, all(Art::Shirt));
-    const auto forearm = AddLimb(level, {-22, 0, -22}, {22, 100, 22}, all(Art::Skin));
-    const auto hand = AddLimb(level, {-20, 0, -22}, {20, 50, 22}, all(Art::Boot));
-    const auto head = AddLimb(level, {-46, -110, -50}, {46, 0, 46}, headSkin);
-    return {hips,     thigh,   shin, foot,     thigh,   shin, foot, torso,
-            upperArm, forearm, hand, upperArm, forearm, hand, head};
+    AnimationContent animation{.Record = record};
+    for (int f = 0; f < kFrames; ++f) {
+        FrameContent frame{.Box = {-130, 130, -770, 0, -140, 140},
+                           .Offset = {0, Word(-410 - Wave(rise, f)), 0},
+                           .Rotations = std::vector<Rotation>(kLimbs.size())};
+        turn(frame.Rotations, f);
+        animation.Frames.push_back(std::move(frame));
+    }
+    return animation;
 }
 
-/// The legs hang on the hips, arms and head on the torso: the hips are pushed with the first
-/// thigh and fetched again for the second and, for good, for the torso.
-std::vector<Joint> JointsOfLimbs()
-{
-    constexpr std::int32_t kPop = 1;
-    constexpr std::int32_t kPush = 2;
-    return {{kPush, -42, 40, 0},
-            {0, 0, 165, 0},
-            {0, 0, 145, 0},
-            {kPop | kPush, 42, 40, 0},
-            {0, 0, 165, 0},
-            {0, 0, 145, 0},
-            {kPop, 0, -45, 0},
-            {kPush, 106, -190, 0},
-            {0, 0, 105, 0},
-            {0, 0, 95, 0},
-            {kPop | kPush, -106, -190, 0},
-            {0, 0, 105, 0},
-            {0, 0, 95, 0},
-            {kPop, 0, -205, 0}};
-}
-
-/// A wave of `height` that takes `count` frames, as a whole number.
-int Wave(int height, int frame, int count)
-{
-    return static_cast<int>(std::lround(height * std::sin(frame * 2 * std::numbers::pi / count)));
-}
-
-constexpr int kFrames = 8;
-constexpr std::int16_t kHipHeight = -410;
-
-FrameContent Pose(std::int16_t hipHeight)
-{
-    return {.Box = {-130, 130, -770, 0, -140, 140},
-            .Offset = {0, hipHeight, 0},
-            .Rotations = std::vector<Rotation>(kMeshes)};
-}
+using Rotations = std::vector<Rotation>;
 
 AnimationContent Stand()
 {
-    AnimationContent stand{.State = 2, .FrameRate = 4, .Next = 0};
-    for (int f = 0; f < kFrames; ++f) {
-        FrameContent frame = Pose(kHipHeight);
-        frame.Rotations[kTorso] = {Wave(12, f, kFrames), Wave(20, f, kFrames), 0};
-        frame.Rotations[kHead] = {0, Wave(60, f, kFrames), 0};
-        frame.Rotations[kRightUpperArm] = {0, 0, -40 + Wave(10, f, kFrames)};
-        frame.Rotations[kLeftUpperArm] = {0, 0, 40 - Wave(10, f, kFrames)};
-        stand.Frames.push_back(frame);
-    }
-    stand.Transitions = {
-        {.ToState = 1, .Low = 0, .High = 4 * kFrames, .Animation = 1, .Frame = 4 * kFrames}};
+    auto stand = Animate({.FrameRate = 4, .State = 2}, 0, [](Rotations& turned, int f) {
+        turned[kTorso] = {Wave(12, f), Wave(20, f), 0};
+        turned[kHead] = {0, Wave(60, f), 0};
+        turned[kRightArm] = {0, 0, -40 + Wave(10, f)};
+        turned[kLeftArm] = {0, 0, 40 - Wave(10, f)};
+    });
+    stand.Ways = {{std::int16_t{1}, {0, 32, 1, 32}}};
     return stand;
 }
 
+/// Both feet are heard; with the other commands behind them it has those of all lengths.
 AnimationContent Walk()
 {
-    constexpr std::int16_t kFirst = 4 * kFrames; // number of its first frame
-    constexpr std::int16_t kPlaySound = 5;
-    AnimationContent walk{.State = 1, .FrameRate = 2, .Next = 1};
-    for (int f = 0; f < kFrames; ++f) {
-        FrameContent frame = Pose(static_cast<std::int16_t>(kHipHeight + Wave(8, 2 * f, kFrames)));
-        const int swing = Wave(90, f, kFrames);
-        frame.Rotations[kLeftThigh] = {swing, 0, 0};
-        frame.Rotations[kLeftShin] = {60 + Wave(50, f + 2, kFrames), 0, 0};
-        frame.Rotations[kRightThigh] = {-swing, 0, 0};
-        frame.Rotations[kRightShin] = {60 - Wave(50, f + 2, kFrames), 0, 0};
-        frame.Rotations[kRightUpperArm] = {swing, 0, -20};
-        frame.Rotations[kLeftUpperArm] = {-swing, 0, 20};
-        walk.Frames.push_back(frame);
-    }
-    walk.Transitions = {{.ToState = 2, .Low = kFirst, .High = kFirst + 2 * kFrames}};
-    walk.Commands = {kPlaySound, kFirst, kStepSound, kPlaySound, kFirst + 8, kStepSound};
-    walk.NumCommands = 2;
-    walk.Speed = 0x140000;
+    const Animation record{
+        .FrameRate = 2, .State = 1, .Speed = 0x140000, .NextAnimation = 1, .NumAnimCommands = 6};
+    auto walk = Animate(record, 8, [](Rotations& turned, int f) {
+        turned[kLeftThigh] = turned[kRightArm] = {Wave(90, f), 0, 0};
+        turned[kRightThigh] = turned[kLeftArm] = {-Wave(90, f), 0, 0};
+        turned[kLeftShin] = {60 + Wave(50, f + 2), 0, 0};
+        turned[kRightShin] = {60 - Wave(50, f + 2), 0, 0};
+    });
+    walk.Ways = {{std::int16_t{2}, {32, 48, 0, 0}}};
+    walk.Commands = {5, 32, kStepSound, 5, 40, kStepSound, 1, 0, -10, 0, 2, -60, 0, 3, 6, 33, 7};
     return walk;
 }
 
 } // namespace
 
-void AddLara(LevelContent& level, const RichTextures& textures)
+void AddLara(LevelContent& level, const ArtTextures& textures)
 {
-    AddMoveable(level, {.ObjectID = 0,
-                        .Meshes = AddLimbs(level, textures),
-                        .Joints = JointsOfLimbs(),
-                        .Animations = {Stand(), Walk()}});
+    MoveableContent lara{.Animations = {Stand(), Walk()}};
+    for (const Limb& limb : kLimbs) {
+        MeshContent mesh;
+        AddBox(mesh, limb.Least, limb.Greatest, textures.Of(limb.Skin));
+        const bool isOther = limb.Skin == Art::Unused;
+        lara.Meshes.push_back(isOther ? lara.Meshes.at(lara.Meshes.size() - 3)
+                                      : AddShape(level, std::move(mesh)));
+        lara.Joints.push_back(limb.Place);
+    }
+    lara.Joints.erase(lara.Joints.begin()); // the hips hang on nothing
+    level.Meshes.back().Rectangles.front().Texture = textures.Of(Art::Face);
+    AddMoveable(level, lara);
 }
 
 } // namespace morlik::samples

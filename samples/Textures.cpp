@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <stdexcept>
+#include <cmath>
 
 namespace morlik::samples
 {
@@ -12,14 +12,11 @@ namespace morlik::samples
 namespace
 {
 
-/// Marks the triangles among the textures of Tomb Raider IV and V.
-constexpr std::int16_t kTriangleBit = Word(0x8000);
-
 /// A corner as the games' own tools write it: the last pixel still belongs to the texture.
-TextureCorner CornerAt(const TextureBox& box, BoxCorner corner)
+TextureCorner CornerAt(const TextureBox& box, int corner)
 {
-    const bool right = (corner & kTopRight) != 0;
-    const bool bottom = (corner & kBottomLeft) != 0;
+    const bool right = corner == 1 || corner == 2;
+    const bool bottom = corner >= 2;
     const auto side = [](bool far) { return static_cast<std::uint8_t>(far ? 0xff : 1); };
     return {.XCoord = side(right),
             .XPixel = narrow<std::uint8_t>(right ? box.X + box.Width - 1 : box.X),
@@ -27,129 +24,238 @@ TextureCorner CornerAt(const TextureBox& box, BoxCorner corner)
             .YPixel = narrow<std::uint8_t>(bottom ? box.Y + box.Height - 1 : box.Y)};
 }
 
-std::array<TextureCorner, 4> RectangleCorners(const TextureBox& box, bool mirrored)
+/// Full colours of the inks, 0 to 63 like all palette entries.
+constexpr std::array<Colour6, kInks> kFullColours{{{48, 32, 16},
+                                                   {44, 43, 40},
+                                                   {24, 48, 14},
+                                                   {36, 50, 62},
+                                                   {63, 48, 8},
+                                                   {60, 42, 32},
+                                                   {60, 6, 0},
+                                                   {63, 63, 63}}};
+
+constexpr std::uint8_t kTransparent = 0;
+
+/// How the two inks of a drawing share its box.
+enum class Pattern : std::uint8_t
 {
-    const std::array<TextureCorner, 4> plain{CornerAt(box, kTopLeft), CornerAt(box, kTopRight),
-                                             CornerAt(box, kBottomRight),
-                                             CornerAt(box, kBottomLeft)};
-    if (!mirrored)
-        return plain;
-    return {plain[1], plain[0], plain[3], plain[2]};
+    Frame, ///< the second around the first
+    Checker,
+    Arrow, ///< to the right
+    Face,
+    Disk,   ///< the second around a core of the first; transparent outside
+    Glow,   ///< the first, fading toward the edges
+    Corners ///< inks of its own, by the numbers of the corners
+};
+
+struct Drawing
+{
+    TextureBox Box;
+    Pattern Kind = Pattern::Corners;
+    Ink First = Ink::White;
+    Ink Second = Ink::White;
+    std::int32_t CornerCode = kPlain;
+};
+
+/// In the order of `Art`, without the sails.
+constexpr std::array<Drawing, static_cast<std::size_t>(Art::Sail)> kDrawings{{
+    {{0, 0, 0, 256, 256}, Pattern::Checker, Ink::Stone, Ink::White},
+    {{0, 0, 0, 128, 128}, Pattern::Checker, Ink::Red, Ink::Stone},
+    {{0, 128, 0, 128, 64}, Pattern::Frame, Ink::Stone, Ink::Sky},
+    {{1, 64, 0, 64, 64}, Pattern::Arrow, Ink::Wood, Ink::Gold},
+    {{1, 64, 0, 64, 64}, Pattern::Arrow, Ink::Wood, Ink::Gold},
+    {{1, 128, 0, 128, 64}, Pattern::Arrow, Ink::Wood, Ink::White},
+    {{1, 128, 0, 128, 64}, Pattern::Arrow, Ink::Wood, Ink::White, kMirrored},
+    {{1, 192, 64, 48, 32}, Pattern::Frame, Ink::White, Ink::Red},
+    {{2, 0, 0, 32, 32}, Pattern::Face, Ink::Skin, Ink::Wood},
+    {{2, 64, 0, 32, 32}, Pattern::Frame, Ink::Sky, Ink::White},
+    {{2, 128, 0, 32, 32}, Pattern::Frame, Ink::Skin, Ink::Wood},
+    {{2, 160, 0, 32, 32}, Pattern::Checker, Ink::Wood, Ink::Stone},
+    {{2, 192, 64, 64, 64, 1}, Pattern::Disk, Ink::Gold, Ink::Grass},
+    {{2, 64, 128, 64, 64, 2}, Pattern::Glow, Ink::Gold},
+    {{2, 0, 128, 64, 64}, Pattern::Checker, Ink::Stone, Ink::Grass},
+    {{2, 128, 128, 64, 64}, Pattern::Checker, Ink::Stone, Ink::Grass, 0},
+    {{2, 128, 128, 64, 64}, Pattern::Checker, Ink::Stone, Ink::Grass, 0xa000},
+    {{3, 0, 0, 32, 64}, Pattern::Disk, Ink::Gold, Ink::Red},
+}};
+
+std::vector<Drawing> AllDrawings()
+{
+    std::vector<Drawing> drawings(kDrawings.begin(), kDrawings.end());
+    int x = 0;
+    for (const std::int32_t code : kCornerCodes) {
+        drawings.push_back({.Box = {.Tile = 2, .X = x, .Y = 32}, .CornerCode = code});
+        x += drawings.back().Box.Width;
+    }
+    return drawings;
 }
 
-/// The fourth corner stays zero: that is what tells a triangle in the older games.
-std::array<TextureCorner, 4> TriangleCorners(const TextureBox& box, std::uint16_t cornerCode)
+/// The quarter of each corner in the ink of its number among those of the texture.
+Ink CornerInk(const Drawing& drawing, bool right, bool bottom)
 {
-    const auto corners = CornersOf(cornerCode);
-    return {CornerAt(box, corners[0]), CornerAt(box, corners[1]), CornerAt(box, corners[2]), {}};
+    constexpr std::array kInkOf{Ink::Red, Ink::Grass, Ink::White, Ink::Sky};
+    const auto corners = CornersOf(drawing.CornerCode);
+    const int corner = bottom ? (right ? 2 : 3) : (right ? 1 : 0);
+    return kInkOf.at(
+        static_cast<std::size_t>(std::ranges::find(corners, corner) - corners.begin()));
 }
 
-ObjectTextureTR45 WideTexture(const TextureBox& box)
+std::uint8_t PixelAt(const Drawing& drawing, int x, int y)
 {
-    ObjectTextureTR45 texture;
-    texture.Attribute = box.Attribute;
-    texture.Tile = box.Tile;
-    texture.Width = box.Width - 1;
-    texture.Height = box.Height - 1;
-    return texture;
+    constexpr int kStep = 8; // of squares
+    // -1 at the left and the top to 1 at the right and the bottom.
+    const double across = (2.0 * x + 1) / drawing.Box.Width - 1;
+    const double down = (2.0 * y + 1) / drawing.Box.Height - 1;
+    const double ring = std::hypot(across, down);
+    const bool isMiddle = std::abs(down) < 0.3;
+    const int light = kFullShade - static_cast<int>(5 + 5 * down); // it comes from above
+    bool second = false;
+    switch (drawing.Kind) {
+    case Pattern::Frame:
+        second = std::max(std::abs(across), std::abs(down)) > 0.8;
+        break;
+    case Pattern::Checker:
+        second = (x / kStep + y / kStep) % 2 != 0;
+        break;
+    case Pattern::Arrow:
+        second = across < 0 ? isMiddle : std::abs(down) < 1 - across;
+        break;
+    case Pattern::Face: // hair, eyes, mouth
+        second = down < -0.6 || (isMiddle && std::abs(std::abs(across) - 0.4) < 0.2) ||
+                 (std::abs(across) < 0.4 && std::abs(down - 0.6) < 0.2);
+        break;
+    case Pattern::Disk:
+        if (ring > 1)
+            return kTransparent;
+        second = ring > 0.4;
+        break;
+    case Pattern::Glow:
+        return Shaded(drawing.First, static_cast<int>(std::max(0.0, 1 - ring) * kFullShade));
+    case Pattern::Corners:
+        return Shaded(CornerInk(drawing, across > 0, down > 0), kFullShade);
+    }
+    return Shaded(second ? drawing.Second : drawing.First, light);
 }
 
 } // namespace
 
-std::array<BoxCorner, 3> CornersOf(std::uint16_t cornerCode)
+std::span<const int> CornersOf(std::int32_t cornerCode)
 {
-    switch (cornerCode) {
-    case 0x0000:
-        return {kTopLeft, kTopRight, kBottomLeft};
-    case 0x2000:
-        return {kTopRight, kBottomRight, kTopLeft};
-    case 0x4000:
-        return {kBottomRight, kBottomLeft, kTopRight};
-    case 0x6000:
-        return {kBottomLeft, kTopLeft, kBottomRight};
-    case 0x8000:
-        return {kTopRight, kTopLeft, kBottomRight};
-    case 0xa000:
-        return {kTopLeft, kBottomLeft, kTopRight};
-    case 0xc000:
-        return {kBottomLeft, kBottomRight, kTopLeft};
-    case 0xe000:
-        return {kBottomRight, kTopRight, kBottomLeft};
-    default:
-        throw std::invalid_argument("no corner code");
-    }
+    static constexpr std::array<int, 4> kRectangle{0, 1, 2, 3};
+    static constexpr std::array<int, 4> kMirroredRectangle{1, 0, 3, 2};
+    static constexpr std::array<std::array<int, 3>, kCornerCodes.size()> kTriangles{
+        {{0, 1, 3}, {1, 2, 0}, {2, 3, 1}, {3, 0, 2}, {1, 0, 2}, {0, 3, 1}, {3, 2, 0}, {2, 1, 3}}};
+    if (cornerCode == kPlain)
+        return kRectangle;
+    if (cornerCode == kMirrored)
+        return kMirroredRectangle;
+    return kTriangles.at(static_cast<std::size_t>(cornerCode / 0x2000));
 }
 
-ObjectTexture RectangleTexture(const TextureBox& box, bool mirrored)
+std::int16_t AddTexture(LevelContent& level, const TextureBox& box, std::int32_t cornerCode)
 {
-    return {box.Attribute, box.Tile, RectangleCorners(box, mirrored)};
-}
-
-ObjectTexture TriangleTexture(const TextureBox& box, std::uint16_t cornerCode)
-{
-    return {box.Attribute, box.Tile, TriangleCorners(box, cornerCode)};
-}
-
-ObjectTextureTR45 RectangleTextureTR45(const TextureBox& box, bool mirrored)
-{
-    ObjectTextureTR45 texture = WideTexture(box);
-    texture.Corners = RectangleCorners(box, mirrored);
-    return texture;
-}
-
-ObjectTextureTR45 TriangleTextureTR45(const TextureBox& box, std::uint16_t cornerCode)
-{
-    ObjectTextureTR45 texture = WideTexture(box);
-    texture.Tile = Word(texture.Tile | kTriangleBit);
-    texture.Corners = TriangleCorners(box, cornerCode);
-    return texture;
-}
-
-std::int16_t AddRectangleTexture(LevelContent& level, const TextureBox& box, bool mirrored)
-{
+    const auto numbers = CornersOf(cornerCode);
+    std::array<TextureCorner, 4> corners{};
+    std::transform(numbers.begin(), numbers.end(), corners.begin(),
+                   [&box](int number) { return CornerAt(box, number); });
+    // The older games tell a triangle by a fourth corner of zeros, the others by a bit of the tile.
     if (IsOlderGame(level.Game)) {
-        level.ObjectTextures.push_back(RectangleTexture(box, mirrored));
+        level.ObjectTextures.push_back({box.Attribute, box.Tile, corners});
         return narrow<std::int16_t>(level.ObjectTextures.size() - 1);
     }
-    level.ObjectTexturesTR45.push_back(RectangleTextureTR45(box, mirrored));
-    return narrow<std::int16_t>(level.ObjectTexturesTR45.size() - 1);
-}
-
-std::int16_t AddTriangleTexture(LevelContent& level, const TextureBox& box,
-                                std::uint16_t cornerCode)
-{
-    if (IsOlderGame(level.Game)) {
-        level.ObjectTextures.push_back(TriangleTexture(box, cornerCode));
-        return narrow<std::int16_t>(level.ObjectTextures.size() - 1);
-    }
-    level.ObjectTexturesTR45.push_back(TriangleTextureTR45(box, cornerCode));
+    level.ObjectTexturesTR45.push_back(
+        {.Attribute = box.Attribute,
+         .Tile = Word(numbers.size() == 3 ? box.Tile | 0x8000 : box.Tile),
+         .Corners = corners,
+         .Width = box.Width - 1,
+         .Height = box.Height - 1});
     return narrow<std::int16_t>(level.ObjectTexturesTR45.size() - 1);
 }
 
 void MakeFractional(LevelContent& level)
 {
-    const auto place = [](std::array<TextureCorner, 4>& corners, std::size_t used,
-                          std::size_t turn) {
-        const auto end = corners.begin() + static_cast<std::ptrdiff_t>(used);
-        std::rotate(corners.begin(), corners.begin() + static_cast<std::ptrdiff_t>(turn % used),
-                    end);
-        for (auto corner = corners.begin(); corner != end; ++corner)
-            corner->XCoord = corner->YCoord = 0x7f;
+    const auto place = [](std::array<TextureCorner, 4>& corners, bool triangle, std::size_t turn) {
+        const std::span used = std::span(corners).first(triangle ? 3 : 4);
+        std::rotate(used.begin(), used.begin() + static_cast<std::ptrdiff_t>(turn % used.size()),
+                    used.end());
+        for (TextureCorner& corner : used)
+            corner.XCoord = corner.YCoord = 0x7f;
     };
     std::size_t turn = 0;
-    for (ObjectTexture& texture : level.ObjectTextures) {
-        const TextureCorner& last = texture.Corners[3];
-        const bool triangle = last.XCoord == 0 && last.YCoord == 0;
-        place(texture.Corners, triangle ? 3 : 4, turn++);
-    }
+    for (ObjectTexture& texture : level.ObjectTextures)
+        place(texture.Corners, texture.Corners[3].XCoord == 0, turn++);
     const auto asFloat = [](std::int32_t pixels) {
         return std::bit_cast<std::int32_t>(static_cast<float>(pixels * 256));
     };
     for (ObjectTextureTR45& texture : level.ObjectTexturesTR45) {
-        place(texture.Corners, texture.Tile < 0 ? 3 : 4, turn++);
+        place(texture.Corners, texture.Tile < 0, turn++);
         texture.Width = asFloat(texture.Width);
         texture.Height = asFloat(texture.Height);
     }
+}
+
+std::uint8_t Shaded(Ink ink, int shade)
+{
+    return static_cast<std::uint8_t>(1 + static_cast<int>(ink) * kShades + shade);
+}
+
+void SetPalette(LevelContent& level)
+{
+    for (int entry = 0; entry < kInks * kShades; ++entry) {
+        const Colour6& full = kFullColours.at(static_cast<std::size_t>(entry / kShades));
+        const auto part = [entry](int value, int scale) {
+            return static_cast<std::uint8_t>(value * (entry % kShades) / kFullShade * scale);
+        };
+        const auto index = static_cast<std::size_t>(entry) + 1;
+        level.Palette.at(index) = {part(full.R, 1), part(full.G, 1), part(full.B, 1)};
+        level.Palette16.at(index) = {part(full.R, 4), part(full.G, 4), part(full.B, 4)};
+    }
+}
+
+void AddTiles(LevelContent& level, std::span<const std::uint8_t> pixels)
+{
+    for (const std::uint8_t pixel : pixels) {
+        const auto& [r, g, b, unused] = level.Palette16.at(pixel);
+        const bool solid = pixel != kTransparent;
+        if (IsOlderGame(level.Game))
+            level.Tiles8.push_back(pixel);
+        else
+            level.Tiles32.push_back(
+                solid ? 0xff000000U | static_cast<std::uint32_t>(r << 16 | g << 8 | b) : 0);
+        if (!IsFirstGame(level.Game)) // 5 bits a colour; the top bit tells black from transparent
+            level.Tiles16.push_back(
+                solid ? static_cast<std::uint16_t>(0x8000 | r / 8 << 10 | g / 8 << 5 | b / 8) : 0);
+    }
+}
+
+std::vector<std::uint8_t> DrawTiles()
+{
+    std::vector<std::uint8_t> tiles(std::size_t{kArtTiles} * kTilePixels, kTransparent);
+    for (const Drawing& drawing : AllDrawings()) {
+        const TextureBox& box = drawing.Box;
+        for (int y = 0; y < box.Height; ++y) {
+            for (int x = 0; x < box.Width; ++x) {
+                const int row = box.Tile * kTileSide + box.Y + y;
+                const int at = row * kTileSide + box.X + x;
+                tiles.at(static_cast<std::size_t>(at)) = PixelAt(drawing, x, y);
+            }
+        }
+    }
+    return tiles;
+}
+
+void AddArtTextures(LevelContent& level, std::size_t firstTile)
+{
+    for (const Drawing& drawing : AllDrawings()) {
+        TextureBox box = drawing.Box;
+        box.Tile = Word(box.Tile + static_cast<int>(firstTile));
+        AddTexture(level, box, drawing.CornerCode);
+    }
+}
+
+TextureBox BoxOf(Art art)
+{
+    return kDrawings.at(static_cast<std::size_t>(art)).Box;
 }
 
 } // namespace morlik::samples

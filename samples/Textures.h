@@ -2,6 +2,8 @@
 
 #include "samples/LevelContent.h"
 
+#include <span>
+
 namespace morlik::samples
 {
 
@@ -18,35 +20,86 @@ struct TextureBox
 };
 
 /// The corner codes of triangles: the right-angled corner that c1 is, and whether c2 follows it
-/// clockwise or, from `kMirroredFrom` on, counter-clockwise.
-constexpr std::array<std::uint16_t, 8> kCornerCodes{0,      0x2000, 0x4000, 0x6000,
-                                                    0x8000, 0xa000, 0xc000, 0xe000};
+/// clockwise or, from 0x8000 on, counter-clockwise.
+constexpr std::array<std::int32_t, 8> kCornerCodes{0,      0x2000, 0x4000, 0x6000,
+                                                   0x8000, 0xa000, 0xc000, 0xe000};
 
-/// Places of the corners of a box: bit 0 right, bit 1 bottom.
-enum BoxCorner : std::uint8_t
-{
-    kTopLeft = 0,
-    kTopRight = 1,
-    kBottomLeft = 2,
-    kBottomRight = 3
-};
+/// Corner codes of rectangles: c1 to c4 run from the top left clockwise, or mirrored from the top
+/// right counter-clockwise.
+constexpr std::int32_t kPlain = 1;
+constexpr std::int32_t kMirrored = -1;
 
-/// The three corners c1, c2, c3 of a triangle with that code.
-std::array<BoxCorner, 3> CornersOf(std::uint16_t cornerCode);
+/// The corners of a texture with that code, which have the numbers 0 to 3 from the top left
+/// clockwise: three of a triangle, four of a rectangle.
+std::span<const int> CornersOf(std::int32_t cornerCode);
 
-/// Corners c1 to c4 from the top left clockwise; mirrored from the top right counter-clockwise.
-ObjectTexture RectangleTexture(const TextureBox& box, bool mirrored = false);
-ObjectTexture TriangleTexture(const TextureBox& box, std::uint16_t cornerCode);
-ObjectTextureTR45 RectangleTextureTR45(const TextureBox& box, bool mirrored = false);
-ObjectTextureTR45 TriangleTextureTR45(const TextureBox& box, std::uint16_t cornerCode);
-
-/// Add the texture in the form of the level's game and give its number.
-std::int16_t AddRectangleTexture(LevelContent& level, const TextureBox& box, bool mirrored = false);
-std::int16_t AddTriangleTexture(LevelContent& level, const TextureBox& box,
-                                std::uint16_t cornerCode);
+/// Adds a texture in the form of the level's game and gives its number.
+std::int16_t AddTexture(LevelContent& level, const TextureBox& box,
+                        std::int32_t cornerCode = kPlain);
 
 /// Brings all textures to the form of newer level compilers: corners lie at half pixels, sizes of
 /// Tomb Raider IV and V are floats, and each texture begins at another of its corners.
 void MakeFractional(LevelContent& level);
+
+/// The colours that the tiles are drawn in, each from black to full in `kShades` steps. Together
+/// they fill the palette, so that all games show the tiles alike.
+enum class Ink : std::uint8_t
+{
+    Wood,
+    Stone,
+    Grass,
+    Sky,
+    Gold,
+    Skin,
+    Red,
+    White
+};
+constexpr int kInks = 8;
+constexpr int kShades = 31;
+constexpr int kFullShade = kShades - 1;
+
+/// Palette index of an ink at a shade of 0 to `kFullShade`. Index 0 is none of them: transparent.
+std::uint8_t Shaded(Ink ink, int shade);
+
+/// Fills both palettes with the inks.
+void SetPalette(LevelContent& level);
+
+/// Adds tiles of palette indices in the forms of the level's game, which has its palette.
+void AddTiles(LevelContent& level, std::span<const std::uint8_t> pixels);
+
+/// The object textures of a rich level.
+enum class Art : std::uint8_t
+{
+    Unused, // tile 0: rooms
+    Wall,
+    Floor,
+    Crate, // tile 1: objects
+    CrateAgain,
+    Arrow,
+    MirroredArrow,
+    Steel,
+    Face, // tile 2: Lara and others
+    Shirt,
+    Skin,
+    Boot,
+    Leaf, // with transparent pixels
+    Glow, // to be blended
+    Rock,
+    RockTop,         // a triangle
+    RockTopMirrored, // the same box, the other way round
+    Flame,           // tile 3: sprites
+    Sail             // the first of eight triangles, one for each corner code
+};
+
+constexpr int kArtTiles = 4;
+
+/// Tiles with all drawings. A sail has red at its c1, green at c2 and white at c3: all eight look
+/// the same on a mesh if their codes are right.
+std::vector<std::uint8_t> DrawTiles();
+
+/// Adds the textures; tile 0 of the drawings is tile `firstTile` of the level.
+void AddArtTextures(LevelContent& level, std::size_t firstTile);
+
+TextureBox BoxOf(Art art);
 
 } // namespace morlik::samples

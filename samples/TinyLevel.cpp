@@ -1,9 +1,7 @@
-#include "samples/TinyLevel.h"
-
+#include "base/Narrow.h"
+#include "samples/MainSfx.h"
 #include "samples/Models.h"
-#include "samples/Picture.h"
 #include "samples/Textures.h"
-#include "samples/Wav.h"
 
 namespace morlik::samples
 {
@@ -20,31 +18,6 @@ std::uint32_t FirstWordOf(VersionCode game)
     return game == kTR2 ? 0x2d : 0xff180038;
 }
 
-/// One square facing the viewer.
-MeshContent SquareMesh(std::int16_t texture)
-{
-    MeshContent mesh;
-    mesh.Radius = 182;
-    mesh.Vertices = {{-128, -256, 0}, {128, -256, 0}, {128, 0, 0}, {-128, 0, 0}};
-    mesh.Normals.assign(mesh.Vertices.size(), {0, 0, -16384});
-    mesh.Rectangles = {{{0, 1, 2, 3}, texture}};
-    return mesh;
-}
-
-/// A moveable of one mesh that stands still, with a way out of its animation into itself.
-MoveableContent StillObject(std::size_t mesh)
-{
-    MoveableContent object;
-    object.Meshes = {mesh};
-    AnimationContent animation;
-    animation.Frames = {{.Box = {-128, 128, -256, 0, -16, 16}, .Rotations = {{0, 0, 0}}}};
-    animation.Transitions = {{.ToState = 1}};
-    animation.Commands = {4}; // ends the object's life
-    animation.NumCommands = 1;
-    object.Animations = {animation};
-    return object;
-}
-
 } // namespace
 
 LevelContent EmptyLevel(VersionCode game)
@@ -59,24 +32,32 @@ LevelContent EmptyLevel(VersionCode game)
 LevelContent MakeTinyLevel(VersionCode game)
 {
     LevelContent level = EmptyLevel(game);
-    Picture picture(1);
-    for (int y = 0; y < kTileSide; ++y) {
-        for (int x = 0; x < kTileSide; ++x)
-            picture.Set(0, x, y, Shaded(Ink(y / kShades % kInks), y % kShades));
-    }
     SetPalette(level);
-    SetTiles(level, picture);
+    std::vector<std::uint8_t> pixels(kTilePixels);
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = Shaded(Ink::Wood, static_cast<int>(i / kTileSide % kShades));
+    AddTiles(level, pixels);
     level.NumObjectTiles = 1;
     level.Rooms.resize(1);
 
-    const std::int16_t texture = AddRectangleTexture(level, {.Width = 64, .Height = 64});
-    AddMoveable(level, StillObject(AddMesh(level, SquareMesh(texture))));
+    MeshContent square; // facing the viewer
+    square.Radius = 182;
+    square.Vertices = {{-128, -256, 0}, {128, -256, 0}, {128, 0, 0}, {-128, 0, 0}};
+    square.Normals.assign(square.Vertices.size(), {0, 0, -16384});
+    square.Rectangles = {{{0, 1, 2, 3}, AddTexture(level, {.Width = 64, .Height = 64})}};
+    // It stands still, with a way out of its animation into itself, and ends its own life.
+    AddMoveable(level, {.Meshes = {AddMesh(level, square)},
+                        .Animations = {
+                            {.Record = {.FrameRate = 1, .NumAnimCommands = 1},
+                             .Frames = {{.Box = {-128, 128, -256, 0, -16, 16}, .Rotations = {{}}}},
+                             .Ways = {{std::int16_t{1}, {}}},
+                             .Commands = {4}}}});
     level.MeshTrees = {0, 0, 0, 0}; // not used by a single mesh, but no reader takes an empty table
 
     level.SoundMap[0] = 0;
     level.SoundDetails = {{.Sample = 0, .Characteristics = 1 << 2}};
     level.SampleIndices = {0};
-    if (game != kTR2 && game != kTR3)
+    if (!HasMainSFX(game))
         level.Samples = {MakeWav(440, 0.01)};
     return level;
 }

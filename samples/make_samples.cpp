@@ -5,7 +5,6 @@
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
 
-#include <array>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -16,32 +15,23 @@ namespace
 
 using namespace morlik;
 
-struct SampleLevel
-{
-    const char* File;
-    VersionCode Game;
-};
-
-constexpr std::array<SampleLevel, 6> kLevels{{{"tr1.phd", kTR1},
-                                              {"tr1gold.tub", kTR1Gold},
-                                              {"tr2.tr2", kTR2},
-                                              {"tr3.tr2", kTR3},
-                                              {"tr4.tr4", kTR4},
-                                              {"tr5.trc", kTR5}}};
-
-void WriteFile(const std::filesystem::path& path, const std::vector<std::byte>& bytes)
-{
-    WriteWholeFile(FromPath(path), bytes);
-    std::cout << FromPath(path.filename()) << ": " << bytes.size() << " bytes\n";
-}
-
 void WriteAll(const std::filesystem::path& folder)
 {
     std::filesystem::create_directories(folder);
-    for (const SampleLevel& level : kLevels)
-        WriteFile(folder / level.File, WriteLevel(samples::MakeRichLevel(level.Game)).Bytes);
-    WriteFile(folder / "main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
-    WriteFile(folder / "sample.prj", samples::WriteProject(samples::MakeProject()).Bytes);
+    const auto write = [&](const std::string& name, const std::vector<std::byte>& bytes) {
+        WriteWholeFile(FromPath(folder / name), bytes);
+        std::cout << name << ": " << bytes.size() << " bytes\n";
+    };
+    for (const auto& [name, game] :
+         std::initializer_list<std::pair<const char*, VersionCode>>{{"tr1.phd", kTR1},
+                                                                    {"tr1gold.tub", kTR1Gold},
+                                                                    {"tr2.tr2", kTR2},
+                                                                    {"tr3.tr2", kTR3},
+                                                                    {"tr4.tr4", kTR4},
+                                                                    {"tr5.trc", kTR5}})
+        write(name, WriteLevel(samples::MakeRichLevel(game)).Bytes);
+    write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+    write("sample.prj", samples::WriteProject(samples::MakeProject()).Bytes);
 }
 
 } // namespace

@@ -91,9 +91,9 @@ LevelContent TwoTiles(VersionCode game)
     }
     level.ObjectTextures.clear();
     level.ObjectTexturesTR45.clear();
-    AddRectangleTexture(level, {.Tile = 7, .X = 200, .Y = 20, .Width = 56, .Height = 8});
-    AddRectangleTexture(level, {.Tile = 1});
-    AddRectangleTexture(level, {.Tile = 4, .X = 2, .Y = 200, .Width = 12, .Height = 56});
+    AddTexture(level, {.Tile = 7, .X = 200, .Y = 20, .Width = 56, .Height = 8});
+    AddTexture(level, {.Tile = 1});
+    AddTexture(level, {.Tile = 4, .X = 2, .Y = 200, .Width = 12, .Height = 56});
     level.Meshes[0].Rectangles = {{{0, 1, 2, 3}, 0}, {{0, 1, 2, 3}, 2}};
     return level;
 }

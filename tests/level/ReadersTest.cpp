@@ -93,10 +93,9 @@ struct CountRow
 
 const std::vector<CountRow> kCountRows{
     {"Rooms", [](LevelContent& c) { c.Rooms.clear(); }, "--", "+-", "+-"},
-    {"Room 0 X sectors",
-     [](LevelContent& c) { c.Rooms[0].Sectors = {}, c.Rooms[0].NumXSectors = 0; }, "--", "+-", ""},
+    {"Room 0 X sectors", [](LevelContent& c) { c.Rooms[0].NumXSectors = 0; }, "--", "+-", ""},
     {"Room 0 portals", [](LevelContent&) {}, "+-", "+-", ""},
-    {"Floor data", [](LevelContent& c) { c.FloorData.clear(); }, "+-", "+-", "+-"},
+    {"Floor data", [](LevelContent&) {}, "+-", "+-", "+-"},
     {"Mesh data", [](LevelContent& c) { c.Meshes.clear(), c.MeshTable.clear(); }, "+-", "--", "--"},
     {"Mesh pointers", [](LevelContent& c) { c.MeshTable.clear(); }, "+-", "--", "--"},
     {"Animations", [](LevelContent& c) { c.Animations.clear(); }, "--", "--", "--"},
