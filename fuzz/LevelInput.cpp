@@ -33,12 +33,6 @@ std::uint8_t NameByte(VersionCode game)
     return game == kTR1Gold ? 1 : 0;
 }
 
-/// Where the tile count stands in a file of an older game.
-std::size_t TileCountAt(VersionCode game)
-{
-    return samples::IsFirstGame(game) ? 4 : 4 + 768 + 1024;
-}
-
 std::size_t BytesOfTiles(VersionCode game, std::size_t tiles)
 {
     return tiles * kTilePixels * (samples::IsFirstGame(game) ? 1 : 3);
@@ -55,6 +49,13 @@ std::string OwnFolder()
 }
 
 } // namespace
+
+std::size_t TileCountAt(VersionCode game)
+{
+    constexpr std::size_t kWordBytes = sizeof samples::LevelContent::FirstWord;
+    constexpr std::size_t kPalettes = sizeof LevelData::Palette + sizeof LevelData::Palette16;
+    return samples::IsFirstGame(game) ? kWordBytes : kWordBytes + kPalettes;
+}
 
 Bytes InputOf(const samples::LevelContent& level)
 {

@@ -24,6 +24,9 @@ constexpr std::size_t kNameBytes = 1;
 /// The input that stands for a level.
 Bytes InputOf(const samples::LevelContent& level);
 
+/// Where the tile count stands in a file of an older game.
+std::size_t TileCountAt(VersionCode game);
+
 /// The game that an input is read as: by its first word, and its name byte where games share one.
 VersionCode GameOf(std::span<const std::uint8_t> input);
 

@@ -1,7 +1,9 @@
 #include "fuzz/LevelTables.h"
 
+#include "fuzz/LevelInput.h"
+#include "samples/LevelWriter.h"
+
 #include <cstring>
-#include <optional>
 
 namespace morlik::fuzz
 {
@@ -64,70 +66,21 @@ private:
     bool lost_ = false;
 };
 
-/// What differs between the games.
-struct LevelForm
+void WalkRoom(Walk& walk, const samples::RoomLayout& layout)
 {
-    std::size_t HeadBytes;
-    std::size_t AmbientBytes;
-    std::size_t LightBytes;
-    std::size_t StaticBytes;
-    std::size_t RoomTail;
-    std::size_t AnimationBytes;
-    std::size_t MoveableBytes;
-    std::size_t TextureBytes;
-    std::size_t BoxBytes;
-    std::size_t ZoneBytes;
-    std::size_t ItemBytes;
-    std::size_t SoundSlots;
-};
-
-constexpr std::size_t kPalettes = 768 + 1024;
-constexpr std::size_t kSlots1 = kSoundMapSlotsTR1;
-constexpr std::size_t kSlots2 = kSoundMapSlotsTR2;
-constexpr std::size_t kSlots5 = kSoundMapSlots;
-
-const LevelForm& FormOf(VersionCode game)
-{
-    static constexpr LevelForm kFirst{12, 2, 18, 18, 4, 32, 18, 20, 20, 12, 22, kSlots1};
-    static constexpr LevelForm kSecond{12 + kPalettes, 6, 24, 20, 4, 32, 18, 20, 8, 20, 24,
-                                       kSlots2};
-    static constexpr LevelForm kThird{12 + kPalettes, 4, 24, 20, 7, 32, 18, 20, 8, 20, 24, kSlots2};
-    static constexpr LevelForm kFourth{4, 4, 46, 20, 7, 40, 18, 38, 8, 20, 24, kSlots2};
-    static constexpr LevelForm kFifth{0, 0, 0, 0, 0, 40, 20, 40, 8, 20, 24, kSlots5};
-    switch (game) {
-    case kTR2:
-        return kSecond;
-    case kTR3:
-        return kThird;
-    case kTR4:
-        return kFourth;
-    case kTR5:
-        return kFifth;
-    default:
-        return kFirst;
-    }
-}
-
-bool IsOlder(VersionCode game)
-{
-    return game != kTR4 && game != kTR5;
-}
-
-void WalkRoom(Walk& walk, const LevelForm& form)
-{
-    walk.Skip(16);
-    walk.Long(2);   // geometry
-    walk.Short(32); // portals
+    walk.Skip(samples::kRoomHeadBytes);
+    walk.Long(2); // geometry
+    walk.Short(samples::kPortalBytes);
     const auto zSectors = walk.Count<std::uint16_t>();
     const auto xSectors = walk.Count<std::uint16_t>();
-    walk.Skip(static_cast<std::size_t>(zSectors * xSectors) * 8);
-    walk.Skip(form.AmbientBytes);
-    walk.Short(form.LightBytes);
-    walk.Short(form.StaticBytes);
-    walk.Skip(form.RoomTail);
+    walk.Skip(static_cast<std::size_t>(zSectors * xSectors) * samples::kSectorBytes);
+    walk.Skip(layout.Ambient);
+    walk.Short(layout.Light);
+    walk.Short(layout.Static);
+    walk.Skip(layout.Tail);
 }
 
-void WalkRooms(Walk& walk, const LevelForm& form, VersionCode game)
+void WalkRooms(Walk& walk, VersionCode game)
 {
     const auto count = walk.Count<std::int16_t>();
     if (game == kTR5)
@@ -137,60 +90,24 @@ void WalkRooms(Walk& walk, const LevelForm& form, VersionCode game)
             walk.Skip(4);
             walk.Long(1);
         } else
-            WalkRoom(walk, form);
+            WalkRoom(walk, samples::RoomLayoutOf(game));
     }
-    walk.Long(2); // floor data
 }
 
-void WalkModels(Walk& walk, const LevelForm& form)
+/// The sections behind the rooms.
+void WalkSections(Walk& walk, VersionCode game)
 {
-    walk.Long(2); // mesh data
-    walk.Long(4); // mesh pointers
-    walk.Long(form.AnimationBytes);
-    walk.Long(6); // state changes
-    walk.Long(8); // dispatches
-    walk.Long(2); // commands
-    walk.Long(4); // mesh trees
-    walk.Long(2); // frames
-    walk.Long(form.MoveableBytes);
-    walk.Long(32); // static meshes
-}
-
-/// Sprites to animated textures.
-void WalkScenery(Walk& walk, const LevelForm& form, VersionCode game)
-{
-    walk.Long(16); // sprite textures
-    walk.Long(8);  // sprite sequences
-    if (game == kTR1Gold)
-        walk.Skip(768);
-    walk.Long(16); // cameras
-    if (!IsOlder(game))
-        walk.Long(40); // fly-by cameras
-    walk.Long(16);     // sound sources
-    const auto boxes = walk.Table<std::int32_t>(form.BoxBytes);
-    walk.Long(2); // overlaps
-    walk.Skip(boxes * form.ZoneBytes);
-    walk.Long(2); // animated textures
-}
-
-void WalkScene(Walk& walk, const LevelForm& form, VersionCode game)
-{
-    walk.Long(form.ItemBytes);
-    if (IsOlder(game)) {
-        walk.Skip(8192 + (game == kTR1 ? 768 : 0));
-        walk.Short(16); // cinematic frames
-    } else
-        walk.Long(24); // AI objects
-    walk.Short(1);     // demo data
-}
-
-void WalkSounds(Walk& walk, const LevelForm& form, VersionCode game)
-{
-    walk.Skip(2 * form.SoundSlots);
-    walk.Long(8); // sound details
-    if (game == kTR1 || game == kTR1Gold)
-        walk.Long(1); // sample data
-    walk.Long(4);     // sample indices
+    std::size_t boxes = 0;
+    for (const auto& [name, countBytes, recordBytes] : samples::SectionsOf(game)) {
+        std::size_t records = name == "Zones" ? boxes : 1;
+        if (countBytes == 0)
+            walk.Skip(records * recordBytes);
+        else
+            records = countBytes == 2 ? walk.Table<std::int16_t>(recordBytes)
+                                      : walk.Table<std::int32_t>(recordBytes);
+        if (name == "Boxes")
+            boxes = records;
+    }
 }
 
 void WalkStreams(Walk& walk, VersionCode game)
@@ -207,27 +124,17 @@ void WalkStreams(Walk& walk, VersionCode game)
 
 std::vector<CountedTable> FindTables(std::span<const std::uint8_t> bytes, VersionCode game)
 {
-    const LevelForm& form = FormOf(game);
     Walk walk(bytes);
     if (game == kTR5) {
         WalkStreams(walk, game);
-        walk.Skip(4 + 28 + 8); // lara, weather, sizes of the level data
-        walk.Skip(4);
+        // Lara, weather, sizes of the level data
+        walk.Skip(2 * sizeof(std::int16_t) + samples::kHeadBytesTR5 + 2 * sizeof(std::int32_t));
+    } else if (IsOlderGame(game)) {
+        walk.Skip(TileCountAt(game) + sizeof(std::int32_t));
     }
-    walk.Skip(form.HeadBytes);
-    WalkRooms(walk, form, game);
-    WalkModels(walk, form);
-    if (!IsOlder(game))
-        walk.Skip(game == kTR5 ? 4 : 3); // sprite mark
-    else if (game != kTR3)
-        walk.Long(form.TextureBytes);
-    WalkScenery(walk, form, game);
-    if (!IsOlder(game))
-        walk.Skip(game == kTR5 ? 5 : 4); // texture mark
-    if (!IsOlder(game) || game == kTR3)
-        walk.Long(form.TextureBytes);
-    WalkScene(walk, form, game);
-    WalkSounds(walk, form, game);
+    walk.Skip(4); // unused word
+    WalkRooms(walk, game);
+    WalkSections(walk, game);
     return std::move(walk.Tables);
 }
 
