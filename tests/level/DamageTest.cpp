@@ -229,7 +229,8 @@ TEST(DamageOfTombRaiderIV, ByMeshesThatInflateWithoutEndCostsAMessage)
     for (std::size_t i = 0; i < level.MeshTable.size(); ++i, at += 4) {
         std::int32_t pointer = 0;
         std::memcpy(&pointer, block.Bytes.data() + at, sizeof(pointer));
-        block.Patch(at, pointer + static_cast<std::int32_t>(kStep * (i % 4)));
+        block.Set({.Offset = at, .Size = sizeof pointer},
+                  pointer + static_cast<std::int32_t>(kStep * (i % 4)));
     }
     const auto file = WrapTR4(level, block.Bytes).Bytes;
     EXPECT_LT(file.size(), std::size_t{1} << 20U);
@@ -363,7 +364,7 @@ TEST_P(DamageOfModels, IsASetOrAKnownMessageWhateverWordItHits)
         for (auto at = section.Offset; at + 2 <= section.Offset + section.Size; at += 2) {
             for (const auto value : std::initializer_list<std::uint16_t>{0x7fff, 0x8000}) {
                 LevelFile damaged = patient.Part;
-                damaged.Patch(at, value);
+                damaged.Set({.Offset = at, .Size = sizeof value}, value);
                 const auto fault = name + (" at " + std::to_string(at));
                 if (at < section.Offset + kCountBytes)
                     patient.ExpectErrorOrSameObjects(damaged.Bytes, fault);

@@ -148,8 +148,8 @@ TEST(Sounds, ThatNoSetCanHoldEndTheProgram)
         ASSERT_TRUE(run.Load(level));
         // A WAV file of 9 MiB, 31 times over.
         samples::LevelFile file{std::vector<std::byte>(std::size_t{9} << 20U), {}};
-        file.Patch(0, std::uint32_t{0x46464952}); // "RIFF"
-        file.Patch(40, static_cast<std::uint32_t>(file.Bytes.size() - 44));
+        file.Set({.Offset = 0, .Size = 4}, 0x46464952); // "RIFF"
+        file.Set({.Offset = 40, .Size = 4}, static_cast<std::int64_t>(file.Bytes.size()) - 44);
         WriteWholeFile(run.Folder.File("main.sfx"), file.Bytes);
         run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
         EXPECT_EQ(EndOf([&] { run.Save(); }), "The sounds are damaged - can't continue!");
