@@ -62,7 +62,7 @@ bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
     session.LevelTitle = FileTitle(job.Level);
     LoadLevel(session, job.Level);
     report.LogLine("Saving WAS");
-    return SaveLevel(session, job.Set);
+    return SaveGuardedLevel(session, job.Set);
 }
 
 /// The work on one level.

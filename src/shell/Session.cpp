@@ -44,6 +44,11 @@ bool SaveLevel(Session& session, const std::string& fileName)
         session.Report.Message(failure.what());
         return false;
     }
+    return SaveGuardedLevel(session, fileName);
+}
+
+bool SaveGuardedLevel(Session& session, const std::string& fileName)
+{
     return SaveWAD(
         fileName, session.Level,
         {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle, session.Report});

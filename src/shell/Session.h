@@ -47,4 +47,7 @@ std::vector<std::string> InputsOf(const Session& session);
 /// why where that would replace an input or the `main.sfx` of a game.
 bool SaveLevel(Session& session, const std::string& fileName);
 
+/// The same without that look, for a caller that has looked at the files of several saves at once.
+bool SaveGuardedLevel(Session& session, const std::string& fileName);
+
 } // namespace morlik

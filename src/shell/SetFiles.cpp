@@ -35,7 +35,7 @@ void AddWaves(const std::string& folder, VersionCode game, std::vector<std::stri
     for (fs::directory_iterator entry(ToPath(folder), fault), end; !fault && entry != end;
          entry.increment(fault))
         if (NameBegins(entry->path().filename(), start))
-            files.push_back(FromPath(entry->path()));
+            files.push_back(folder + "/" + FromPath(entry->path().filename()));
     std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
 }
 
