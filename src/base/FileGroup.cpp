@@ -3,6 +3,9 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
+#include <sstream>
 #include <system_error>
 #include <vector>
 
@@ -48,18 +51,61 @@ std::vector<fs::directory_entry> EntriesOf(const fs::path& folder)
     return entries;
 }
 
+/// The numbers of files that are to take the places of others: an exchange that was cut off may
+/// have left the old file under the name of the new one, and must not be done twice.
+using Numbers = std::set<std::uint64_t>;
+
+/// The numbers of the files in `draft`, and of those in its folders that `place` has too.
+Numbers NumbersOf(const fs::path& draft, const fs::path& place)
+{
+    Numbers numbers;
+    std::error_code missing;
+    for (const fs::directory_entry& entry : EntriesOf(draft)) {
+        const fs::path to = place / entry.path().filename();
+        if (!entry.is_directory(missing))
+            numbers.insert(FileNumber(entry.path()));
+        else if (fs::exists(to, missing))
+            numbers.merge(NumbersOf(entry.path(), to));
+    }
+    return numbers;
+}
+
+/// A note of numbers, each with a blank behind it. One that was cut off has no point at its end.
+std::string NoteOf(const Numbers& numbers)
+{
+    std::string note;
+    for (const std::uint64_t number : numbers)
+        note += std::to_string(number) + " ";
+    return note + ".";
+}
+
+/// Nothing for a group whose files were not whole yet.
+std::optional<Numbers> NumbersIn(const std::string& note)
+{
+    if (!note.ends_with('.'))
+        return std::nullopt;
+    Numbers numbers;
+    std::istringstream text(note);
+    for (std::uint64_t number = 0; text >> number;)
+        numbers.insert(number);
+    return numbers;
+}
+
 /// Lets all files of `draft` take their places in `place`; a folder that isn't there yet goes as a
 /// whole. Gives the first fault.
-std::error_code MoveInto(const fs::path& draft, const fs::path& place)
+std::error_code MoveInto(const fs::path& draft, const fs::path& place, const Numbers& numbers)
 {
     std::error_code first;
     for (const fs::directory_entry& entry : EntriesOf(draft)) {
         const fs::path to = place / entry.path().filename();
         std::error_code missing;
         const bool isFolder = entry.is_directory(missing);
+        const bool isThere = fs::exists(fs::symlink_status(to, missing));
         std::error_code fault;
-        if (isFolder && fs::exists(fs::symlink_status(to, missing)))
-            fault = MoveInto(entry.path(), to);
+        if (isFolder && isThere)
+            fault = MoveInto(entry.path(), to, numbers);
+        else if (isThere && !numbers.contains(FileNumber(entry.path())))
+            fs::remove(entry.path(), fault); // the old one
         else
             fault = TakePlace(entry.path(), to);
         if (fault && !first)
@@ -84,8 +130,8 @@ std::unique_ptr<HeldFile> HoldAtRest(const fs::path& draft, const fs::path& plac
     auto held = HeldFile::Hold(draft / kHeldName, fault);
     if (held == nullptr)
         return nullptr;
-    if (held->IsMarked())
-        fault = MoveInto(draft, place);
+    if (const auto numbers = NumbersIn(held->Note()))
+        fault = MoveInto(draft, place, *numbers);
     if (!fault)
         ClearDraft(draft);
     return held;
@@ -124,7 +170,7 @@ FileGroup::FileGroup(const std::string& name)
     }
     if (fault)
         Fail(name_, fault);
-    if (held_->IsMarked()) { // finished just now: a mark of our own comes later
+    if (!held_->Note().empty()) { // of what is finished now: a note of our own comes later
         held_->Remove();
         held_.reset();
         held_ = HeldFile::Hold(draftFolder_ / kHeldName, fault);
@@ -181,9 +227,11 @@ const FileGroup::Folder* FileGroup::FolderOf(const std::string& path) const
 
 void FileGroup::TakePlaces()
 {
-    if (const auto fault = held_->Mark())
+    const auto place = ToPath(name_).parent_path();
+    const Numbers numbers = NumbersOf(draftFolder_, place);
+    if (const auto fault = held_->SetNote(NoteOf(numbers)))
         Fail(name_, fault);
-    if (const auto fault = MoveInto(draftFolder_, ToPath(name_).parent_path()))
+    if (const auto fault = MoveInto(draftFolder_, place, numbers))
         Fail(name_, fault);
 }
 

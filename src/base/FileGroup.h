@@ -17,9 +17,9 @@ namespace morlik
 /// places, ".morlik-" and a number that follows from the group's name. A file "held" in it keeps
 /// others away that write the same group.
 ///
-/// Once all are whole the held file is marked, and they take their places one by one. A process
-/// that dies before the mark leaves what stood there; one that dies behind it leaves work that
-/// whoever comes next finishes: another writer, or a reader through `FinishGroup`.
+/// Once all are whole the held file gets a note of it, and they take their places one by one. A
+/// process that dies before the note leaves what stood there; one that dies behind it leaves work
+/// that whoever comes next finishes: another writer, or a reader through `FinishGroup`.
 class FileGroup
 {
 public:

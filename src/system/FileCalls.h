@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <system_error>
 
 namespace morlik
@@ -10,8 +13,13 @@ namespace morlik
 /// The few calls of the system that the standard library lacks and files need.
 
 /// Gives the file `fresh` the name `place` in one step: at any moment the one or the other file
-/// bears it. What bore it before is gone. A link there is replaced, not followed.
+/// bears it. What bore it before is gone; where the process ends in between it may bear the name
+/// `fresh`, which its number tells. A link there is replaced, not followed.
 std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesystem::path& place);
+
+/// A number that a file keeps under all its names, and that no other one has at the time. 0 where
+/// there is none, and on systems where `TakePlace` never leaves the old file under the new name.
+std::uint64_t FileNumber(const std::filesystem::path& path);
 
 /// Whether the file at `path` may be written, as its owner or a mode tells; a missing one may.
 std::error_code MayWrite(const std::filesystem::path& path);
@@ -31,9 +39,9 @@ public:
     HeldFile& operator=(const HeldFile&) = delete;
     virtual ~HeldFile() = default;
 
-    /// Whether the file is marked, by this holder or one before.
-    virtual bool IsMarked() const = 0;
-    virtual std::error_code Mark() = 0;
+    /// What the file holds: the note of this holder or of one before; empty at first.
+    virtual std::string Note() const = 0;
+    virtual std::error_code SetNote(std::string_view note) = 0;
     /// Removes the file; it is held until the end of this object all the same.
     virtual void Remove() = 0;
 };

@@ -1,10 +1,12 @@
 #include "system/FileCalls.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace morlik
 {
@@ -28,15 +30,23 @@ public:
     PosixHeldFile& operator=(const PosixHeldFile&) = delete;
     ~PosixHeldFile() override { close(descriptor_); }
 
-    bool IsMarked() const override
+    std::string Note() const override
     {
+        constexpr std::size_t kMostBytes = std::size_t{1} << 20U;
         struct stat status = {};
-        return fstat(descriptor_, &status) == 0 && status.st_size > 0;
+        if (fstat(descriptor_, &status) != 0 || status.st_size <= 0)
+            return {};
+        std::string note(std::min(static_cast<std::size_t>(status.st_size), kMostBytes), '\0');
+        const auto size = pread(descriptor_, note.data(), note.size(), 0);
+        note.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+        return note;
     }
 
-    std::error_code Mark() override
+    std::error_code SetNote(std::string_view note) override
     {
-        return pwrite(descriptor_, "!", 1, 0) == 1 ? std::error_code() : LastError();
+        errno = ENOSPC;
+        const auto size = pwrite(descriptor_, note.data(), note.size(), 0);
+        return std::cmp_equal(size, note.size()) ? std::error_code() : LastError();
     }
 
     void Remove() override { unlink(path_.c_str()); }
@@ -74,6 +84,12 @@ std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesys
     }
 #endif
     return rename(fresh.c_str(), place.c_str()) == 0 ? std::error_code() : LastError();
+}
+
+std::uint64_t FileNumber(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 ? status.st_ino : 0;
 }
 
 std::error_code MayWrite(const std::filesystem::path& path)

@@ -1,5 +1,6 @@
 #include "system/FileCalls.h"
 
+#include <algorithm>
 #include <windows.h>
 
 namespace morlik
@@ -29,16 +30,29 @@ public:
             DeleteFileW(path_.c_str());
     }
 
-    bool IsMarked() const override
+    std::string Note() const override
     {
+        constexpr LONGLONG kMostBytes = LONGLONG{1} << 20;
         LARGE_INTEGER size = {};
-        return GetFileSizeEx(handle_, &size) != 0 && size.QuadPart > 0;
+        if (GetFileSizeEx(handle_, &size) == 0 || size.QuadPart <= 0)
+            return {};
+        std::string note(static_cast<std::size_t>(std::min(size.QuadPart, kMostBytes)), '\0');
+        DWORD read = 0;
+        SetFilePointer(handle_, 0, nullptr, FILE_BEGIN);
+        if (ReadFile(handle_, note.data(), static_cast<DWORD>(note.size()), &read, nullptr) == 0)
+            read = 0;
+        note.resize(read);
+        return note;
     }
 
-    std::error_code Mark() override
+    std::error_code SetNote(std::string_view note) override
     {
         DWORD written = 0;
-        return WriteFile(handle_, "!", 1, &written, nullptr) != 0 ? std::error_code() : LastError();
+        SetFilePointer(handle_, 0, nullptr, FILE_BEGIN);
+        return WriteFile(handle_, note.data(), static_cast<DWORD>(note.size()), &written,
+                         nullptr) != 0
+                   ? std::error_code()
+                   : LastError();
     }
 
     /// A file that is open can't be removed here: it goes with the object.
@@ -57,6 +71,11 @@ std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesys
     return MoveFileExW(fresh.c_str(), place.c_str(), MOVEFILE_REPLACE_EXISTING) != 0
                ? std::error_code()
                : LastError();
+}
+
+std::uint64_t FileNumber(const std::filesystem::path& /*path*/)
+{
+    return 0;
 }
 
 std::error_code MayWrite(const std::filesystem::path& path)
