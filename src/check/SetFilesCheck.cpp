@@ -95,14 +95,14 @@ Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string
 }
 
 /// The folder of the WAV files. That of games 2 and 3 is there if the set was saved with a
-/// `main.sfx`.
+/// `main.sfx`, that of games 4 and 5 from a set that was here before.
 void CheckSoundFolder(SetCheck& check, const std::string& folder,
                       const std::vector<std::string>& lines, VersionCode game)
 {
     const bool isThere = Exists(folder);
-    if (isThere || game == kTR1)
+    if (IsOlderGame(game) && (isThere || game == kTR1))
         check.Add("wav", CheckWaves(folder, lines, game));
-    else if (!lines.empty())
+    else if (IsOlderGame(game) && !lines.empty())
         check.Report.Notes.push_back("There are no WAV files: the set was saved without main.sfx");
     if (isThere)
         check.Report.Notes = UnnamedWaves(folder, lines);
@@ -181,7 +181,7 @@ SetReport CheckSet(const std::string& setBase, VersionCode game)
     const auto sounds = check.Load(".sam", readLines);
     if (sounds && hasSfx)
         check.Add("sam", CheckSam(*sounds, *set.Sounds, game));
-    if (sounds && IsOlderGame(game))
+    if (sounds)
         CheckSoundFolder(check, setBase + "-Sounds", *sounds, game);
     return std::move(check.Report);
 }

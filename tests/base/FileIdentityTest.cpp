@@ -1,8 +1,8 @@
 #include "base/FileIdentity.h"
-#include "base/OutputFile.h"
 
 #include "base/Files.h"
 #include "base/Folders.h"
+#include "base/OutputFile.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -131,6 +131,10 @@ TEST(Check, FindsEachFaultOfASet)
     fifth.Wad.Textures[0].FlipX = 0;
     EXPECT_NE(ComplaintsOf(fifth).find("Moveable 1 has the ID 77\n"), std::string::npos);
     EXPECT_NE(ComplaintsOf(fifth).find("flips of the other kind"), std::string::npos);
+    std::filesystem::create_directory(ToPath(fifth.Base + "-Sounds")); // of a set before
+    WriteWholeFile(fifth.Base + "-Sounds/old.wav", {});
+    EXPECT_EQ(CheckSet(fifth.Base, kTR5).Problems, Complaints());
+    EXPECT_EQ(CheckSet(fifth.Base, kTR5).Notes.size(), 1U);
 
     Set set = good;
     for (Animation& animation : set.Wad.Animations)
