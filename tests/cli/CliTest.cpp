@@ -120,11 +120,13 @@ TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
 TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
 {
     WriteWholeFile(File("bad.phd"), std::as_bytes(std::span("no level")));
-    const Strings words{
-        "convert",        "-d", File("sets"), File("bad.phd"), Levels[0], "--json", "--timings",
-        File("gone.tr4"), "",   "--main-sfx", "auto",          "--jobs",  "3"};
+    const Strings words{"convert", "-d",         File("sets"), File("bad.phd"),
+                        Levels[0], "--json",     "--timings",  File("gone-\u00f6.tr4"),
+                        "",        "--main-sfx", "auto",       "--jobs",
+                        "3"};
     const auto ran = RunCli(words);
     EXPECT_EQ(ran.Status, 1);
+    EXPECT_NE(ran.Out.find("gone-\u00f6.tr4"), std::string::npos); // not as \\u00f6
     const auto told = json::parse(ran.Out);
     ASSERT_EQ(told.size(), 4U);
     EXPECT_FALSE(told[0]["complete"]);
@@ -133,15 +135,17 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
     EXPECT_TRUE(told[1]["complete"]);
     EXPECT_EQ(told[1]["game"], 1);
     EXPECT_GT(told[1]["milliseconds"]["convert"], 0);
-    EXPECT_NE(told[2]["messages"][0].get<std::string>().find("gone.tr4"), std::string::npos);
+    EXPECT_NE(told[2]["messages"][0].get<std::string>().find("gone-"), std::string::npos);
 
     const auto text = RunCli({"convert", File("bad.phd"), "-o", File("bad.was")}, true);
     EXPECT_EQ(text.Out, "");
     EXPECT_NE(text.Errors.find("bad.phd: not converted, or not wholly\n  MORLIK: Unknown"),
               std::string::npos);
-    const auto logged =
-        RunCli({"convert", Levels[4], "-o", File("log.was"), "--log", File("log")}, true);
+    EXPECT_NE(text.Errors.find("\n  If this is a TR level"), std::string::npos);
+    const auto logged = RunCli(
+        {"convert", Levels[4], "-o", File("log.was"), "--log", File("log"), "--timings"}, true);
     EXPECT_EQ(logged.Status, 0);
+    EXPECT_NE(logged.Out.find("log.was\n  read "), std::string::npos) << logged.Out;
     EXPECT_NE(logged.Errors.find("[####"), std::string::npos); // the bar of a terminal
     const auto lines = LinesOfFile(File("log"));
     for (const char* line : {"MORLIK v1.6", "Loading TR4Objects.dat", "Loading level", "Saving WAS",
@@ -203,6 +207,22 @@ TEST_F(CliTest, TellsWhereSoundsAreMissing)
             RunCli({"convert", File(level), "-d", File("new/sets"), "--main-sfx", "AUTO"}).Errors,
             "");
     EXPECT_NE(errors({}).find("see --main-sfx"), std::string::npos);
+    const Strings convert{"convert", Levels[2], "-o", File("a.was"), "--main-sfx", "auto"};
+    const auto indices = samples::MakeRichLevel(kTR2).SampleIndices;
+    const auto sounds = samples::SampleSounds();
+    for (const std::size_t count : {std::size_t{1}, sounds.size() - 1, sounds.size()}) {
+        WriteWholeFile(File("main.sfx"),
+                       samples::WriteMainSfx(
+                           {sounds.begin(), sounds.begin() + static_cast<std::ptrdiff_t>(count)})
+                           .Bytes);
+        const auto missing = std::ranges::count_if(
+            indices, [&](int index) { return std::cmp_greater_equal(index, count); });
+        EXPECT_EQ(RunCli(convert).Errors,
+                  missing == 0 ? ""
+                               : Levels[2] + ":\n  " + File("main.sfx") + " lacks " +
+                                     std::to_string(missing) + " of the " +
+                                     std::to_string(indices.size()) + " samples of the level\n");
+    }
     // These go before MAIN.Sfx: the head of a sound without its data, and no sound at all.
     const auto sfx = ReadFile(File("MAIN.Sfx"));
     WriteWholeFile(File("main.sfx"), std::span(sfx).first(44));
@@ -413,6 +433,16 @@ TEST_F(CliTest, TellsWhatIsInAFile)
     const auto text = RunCli({"info", Levels[4]});
     EXPECT_EQ(text.Status, 0);
     EXPECT_NE(text.Out.find("game: Tomb Raider IV\n"), std::string::npos);
+    EXPECT_NE(text.Out.find("\nsprites: unknown\n"), std::string::npos);
+    for (const std::int16_t texture :
+         std::initializer_list<std::int16_t>{99, 0}) { // none, one for rectangles
+        auto damaged = samples::MakeTinyLevel(kTR4);
+        damaged.Meshes[0].Triangles = {{{0, 1, 2}, texture}};
+        WriteWholeFile(File("bad.tr4"), WriteLevel(damaged).Bytes);
+        const auto bad = RunCli({"info", File("bad.tr4")});
+        EXPECT_EQ(bad.Status, 1);
+        EXPECT_NE(bad.Out.find("\ntextures used: unknown\n"), std::string::npos);
+    }
     EXPECT_NE(text.Out.find("  0  LARA"), std::string::npos);
 
     const auto sounds = samples::SampleSounds();
@@ -421,6 +451,19 @@ TEST_F(CliTest, TellsWhatIsInAFile)
     EXPECT_EQ(sfx["samples"].size(), sounds.size());
     EXPECT_EQ(sfx["samples"][1]["bytes"], sounds[1].size());
 
+    samples::ProjectContent named;
+    named.Rooms.resize(1);
+    named.Rooms[0].Name = "L\xf6\x80 we\x7f ";
+    named.Rooms[0].BlockColumns = 12;
+    named.Rooms[0].Objects = {samples::kPlainObject};
+    named.TextureFile = "T";
+    WriteWholeFile(File("a.prj"), samples::WriteProject(named).Bytes);
+    EXPECT_EQ(RunCli({"info", File("a.prj")}).Out,
+              "file: " + File("a.prj") +
+                  "\nversion: 1\nroom slots: 1\ntexture file: T\nrooms: 1\n"
+                  "  number  name           columns  rows  objects\n"
+                  "       0  L\u00f6\\x80 we\\x7F       12     2        1\n");
+    EXPECT_NE(RunCli({"info", File("a.prj"), "--json"}).Out.find("\"L\u00f6"), std::string::npos);
     const auto project = samples::MakeProject();
     WriteWholeFile(File("a.prj"), samples::WriteProject(project).Bytes);
     const auto rooms = json::parse(RunCli({"info", File("a.prj"), "--json"}).Out);
@@ -433,6 +476,8 @@ TEST_F(CliTest, TellsWhatIsInAFile)
         EXPECT_EQ(ran.Out, "");
         EXPECT_NE(ran.Errors, "");
     }
+    EXPECT_NE(RunCli({"info", "[gone]"}).Errors.find("open ./[gone]:"), std::string::npos);
+    EXPECT_NE(RunCli({"info", "gone]"}).Errors.find("open gone]:"), std::string::npos);
 }
 
 TEST_F(CliTest, ExportsSheetsAndSounds)
@@ -472,6 +517,7 @@ TEST_F(CliTest, ExportsSheetsAndSounds)
     EXPECT_EQ(elsewhere.Errors, "MORLIK: The sounds of this game are in its main.sfx\n");
     EXPECT_EQ(RunCli({"sounds", File("MAIN.Sfx"), File("sfx")}).Status, 0);
     EXPECT_EQ(FilesOf("sfx").size(), samples::SampleSounds().size());
+    EXPECT_EQ(FilesOf("sfx")["/MAIN1.wav"], samples::SampleSounds()[1]);
 }
 
 TEST_F(CliTest, CheckTellsWhatIsWrongWithASet)
@@ -494,6 +540,8 @@ TEST_F(CliTest, CheckTellsWhatIsWrongWithASet)
     EXPECT_EQ(RunCli({"check", File("a.was"), "--game", "2"}).Out,
               "missing: the .swd file\nNOT good\n");
     EXPECT_EQ(RunCli({"check", File("none.was")}).Status, 1);
+    WriteWholeFile(File("a.was"), {});
+    EXPECT_NE(RunCli({"check", File("a.was")}).Errors.find("--game N"), std::string::npos);
 }
 
 /// Whether a terminal shows all of a text as it stands.

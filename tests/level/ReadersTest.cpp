@@ -61,14 +61,20 @@ TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
 
 TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
 {
-    const std::vector<std::pair<std::vector<int>, std::string>> rows{
-        {{}, "0"}, {{0x0a}, "A"}, {{0, 0, 0, 0xf0, 1}, "F0000000"}, {{0x21, 0, 0, 0}, "21"}};
-    for (const auto& [values, digits] : rows) {
+    const std::vector<std::tuple<std::vector<int>, std::string, std::string>> rows{
+        {{}, "0", " \"\""},
+        {{0x0a}, "A", " 0A \".\""},
+        {{0, 0x10, 0x0f, 0xf0, 1}, "F00F1000", " 00 10 0F F0 \"....\""},
+        {{0x20, 0x7e, 0x7f, 0x1f}, "1F7F7E20", " 20 7E 7F 1F \" ~..\""}};
+    for (const auto& [values, digits, bytesAndText] : rows) {
         Conversion run;
+        run.OpenLog();
         std::vector<std::byte> bytes(values.size());
         std::transform(values.begin(), values.end(), bytes.begin(),
                        [](int v) { return std::byte(v); });
         EXPECT_FALSE(run.Load(bytes, "a.phd"));
+        const auto lines = run.LogLines(); // the last one is the message
+        EXPECT_EQ(lines.at(lines.size() - 2), "-First bytes:" + bytesAndText);
         EXPECT_EQ(run.Host.Messages(),
                   std::vector<std::string>{"MORLIK: Unknown level version - 0x" + digits +
                                            "\nIf this is a TR level, please mail the version code "
@@ -141,6 +147,7 @@ TEST(ReadTR, FillsWhatEachGameHasAndLeavesTheRest)
     for (const VersionCode game : kGames) {
         LevelContent content = MakeRichLevel(game);
         content.SoundMap.fill(7);
+        content.StaticMeshes = {{.ObjectID = 49}, {.ObjectID = 50}, {.ObjectID = 51}};
         Conversion run;
         ASSERT_TRUE(run.Load(content)) << game;
         const LevelData& level = run.Program.Level;
@@ -193,6 +200,13 @@ TEST(ReadTR, LetsTheSampleListEndEarly)
         EXPECT_EQ(sizes(run), (std::vector{wav.size(), std::size_t{0},
                                            game == kTR4 ? wav.size() : std::size_t{0}}))
             << game;
+    }
+    for (const std::int32_t size : {-9, -8, -7}) { // less the 8 bytes before
+        LevelContent level = MakeTinyLevel(kTR1);
+        std::memcpy(&level.Samples[0][4], &size, sizeof(size));
+        Conversion run;
+        EXPECT_EQ(run.Load(level), size > -8);
+        EXPECT_EQ(sizes(run), size > -8 ? std::vector<std::size_t>{1} : std::vector<std::size_t>{});
     }
     // The place of Tomb Raider V's samples hangs on the size of the level data alone.
     for (const int wrong : {-1, 1, 1000000, -1000000}) {

@@ -218,6 +218,7 @@ TEST(Status, FollowsTheSaveAndComesBackToRest)
             texture.TextureRemap = 100000;
         EXPECT_FALSE(run.Save());
         EXPECT_EQ(Status(run.Host, steps), "0|Converting meshes|2|0|Ready.|");
+        EXPECT_FALSE(run.Program.Report.Info.IsOpen());
     }
 }
 

@@ -211,6 +211,18 @@ TEST(Sounds, OfALevelAreListedByItsSlotsAndExportedByThoseOfTheEditor)
     }
 }
 
+TEST(Sounds, OfMainSfxAreListedByTheirNumbers)
+{
+    const std::vector<std::byte> wave(6);
+    MainSFXState mainSFX;
+    mainSFX.MainSFXSamples = {{}, wave};
+    const auto entries = MainSFXSounds(mainSFX);
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[1].Name, "TR3 Sound 1");
+    EXPECT_EQ(entries[1].Text, "TR3 Sound 1 - 6 bytes");
+    EXPECT_EQ(entries[1].Sample, 1);
+}
+
 TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
 {
     Conversion run;
