@@ -217,7 +217,7 @@ void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::pat
 {
     std::vector<std::string> command{
         morlik::ProgramFolder() / "morlik-cli", "convert", "--jobs", "1", "-d", scratch / "sets"};
-    for (int copy = 0; copy < 8; ++copy)
+    for (int copy = 0; copy < 8; ++copy) {
         for (const std::string& level : levels) {
             const auto folder = scratch / "levels";
             fs::create_directories(folder);
@@ -228,6 +228,7 @@ void MeasureJobs(const std::vector<std::string>& levels, int runs, const fs::pat
             fs::copy_file(level, name, fs::copy_options::overwrite_existing);
             command.push_back(name);
         }
+    }
     std::printf("\n%zu levels, ms of the clock   --jobs 1  --jobs 2  times as fast\n",
                 command.size() - 6);
     for (const bool isNew : {true, false}) {

@@ -91,7 +91,7 @@ void WriteSets(const Seeds& seeds)
                 const auto file = FileBytes::Load(run.File("set." + extension));
                 input.insert(input.end(), file.Bytes().begin(), file.Bytes().end());
             }
-            seeds.Write("check", extensions[0] + DigitsOf(game), input);
+            seeds.Write("check", extensions[0] + std::to_string(game), input);
         };
         put(game, {"wad"});
         put(7, {"was"});

@@ -224,7 +224,7 @@ void AddTiles(LevelContent& level, std::span<const std::uint8_t> pixels)
                 solid ? 0xff000000U | static_cast<std::uint32_t>(r << 16 | g << 8 | b) : 0);
         if (!IsFirstGame(level.Game)) // 5 bits a colour; the top bit tells black from transparent
             level.Tiles16.push_back(
-                solid ? static_cast<std::uint16_t>(0x8000 | r / 8 << 10 | g / 8 << 5 | b / 8) : 0);
+                static_cast<std::uint16_t>(solid ? 0x8000 | r / 8 << 10 | g / 8 << 5 | b / 8 : 0));
     }
 }
 
