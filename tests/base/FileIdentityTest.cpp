@@ -3,6 +3,7 @@
 #include "base/Files.h"
 #include "base/Folders.h"
 #include "base/OutputFile.h"
+#include "tests/support/Failures.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,18 +17,6 @@ namespace
 
 namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
-
-/// The message of a `FileFailure`; empty where there is none.
-template <class Work>
-std::string FailureOf(Work work)
-{
-    try {
-        work();
-    } catch (const FileFailure& failure) {
-        return failure.what();
-    }
-    return {};
-}
 
 TEST(Inputs, AreKnownUnderEveryName)
 {

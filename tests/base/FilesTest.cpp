@@ -1,6 +1,7 @@
 #include "base/Text.h"
 #include "base/TextLines.h"
 #include "tests/support/Conversion.h"
+#include "tests/support/Failures.h"
 
 #include <gtest/gtest.h>
 
@@ -13,18 +14,6 @@ namespace morlik::test
 
 namespace
 {
-
-/// The text of the failure that `work` ends in; empty where it doesn't fail.
-template <class Work>
-std::string FailureOf(Work work)
-{
-    try {
-        work();
-    } catch (const FileFailure& failure) {
-        return failure.what();
-    }
-    return {};
-}
 
 TEST(Text, ChangesTheCaseOfAsciiLettersAlone)
 {
