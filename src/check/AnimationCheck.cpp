@@ -1,7 +1,7 @@
+#include "base/AnimCommands.h"
 #include "check/WadCheck.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 
@@ -102,18 +102,6 @@ void CheckDispatches(WadCheck& check, const std::vector<Owner>& owners)
         if (dispatch.Low < 0 || dispatch.Low > dispatch.High)
             check.Add("Dispatch ", i, " holds from frame ", dispatch.Low, " to ", dispatch.High);
     }
-}
-
-/// Words of the command at a word: its type and its operands. Type 1 is a shift by x, y and z, 2 a
-/// jump's two speeds, 3 and 4 have none, 5 and 6 a frame with a sound or an effect. 0 for a command
-/// that is not known or has no room.
-std::size_t CommandLength(const std::vector<std::int16_t>& words, std::size_t at)
-{
-    constexpr std::array<std::size_t, 7> kLengths{0, 4, 3, 1, 1, 3, 3};
-    if (at >= words.size() || !Inside(words[at], 1, kLengths.size()))
-        return 0;
-    const std::size_t length = kLengths[static_cast<std::size_t>(words[at])];
-    return length <= words.size() - at ? length : 0;
 }
 
 void CheckCommands(WadCheck& check)

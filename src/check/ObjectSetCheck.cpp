@@ -132,7 +132,8 @@ void CheckMeshPointers(WadCheck& check, const std::vector<std::size_t>& records)
         check.Add("The mesh record at ", *next, " has no pointer in its turn");
 }
 
-/// Textures that no face uses are left out of the file.
+/// Textures that no face uses are left out of the file, but for a spare one in front: the sign of a
+/// number mirrors a texture, and 0 has none.
 void CheckMeshes(WadCheck& check)
 {
     std::vector<std::size_t> records;
@@ -153,7 +154,8 @@ void CheckMeshes(WadCheck& check)
     });
     CheckMeshPointers(check, records);
     for (std::size_t i = 0; i < check.ColourBase; ++i)
-        if (!used[i])
+        if (!used[i] &&
+            (i != 0 || check.ColourBase == 1 || check.Wad.Textures[0] != check.Wad.Textures[1]))
             check.Add("No face uses texture ", i);
 }
 
@@ -181,7 +183,8 @@ void CheckMeshTree(WadCheck& check, std::size_t i, Budget& budget)
     }
 }
 
-/// An ID of its own for each object, below `end`; in game 5 its number.
+/// An ID of its own for each object, below `end`; in game 5 its place among those of its level, of
+/// which some may be left out.
 class ObjectIDs
 {
 public:
@@ -194,8 +197,9 @@ public:
     {
         if (!Inside(id, 1, taken_.size()))
             return check_.Add(kind_, i, " has the ID ", id, ", which no game has");
-        if (check_.Wad.Game == kTR5 && id != static_cast<std::int64_t>(i))
-            check_.Add(kind_, i, " has the ID ", id);
+        if (check_.Wad.Game == kTR5 && id <= last_)
+            check_.Add(kind_, i, " has the ID ", id, " behind ", last_);
+        last_ = id;
         if (taken_[static_cast<std::size_t>(id)])
             check_.Add(kind_, i, " has the ID of another, ", id);
         taken_[static_cast<std::size_t>(id)] = true;
@@ -205,6 +209,7 @@ private:
     WadCheck& check_;
     const char* kind_;
     std::vector<bool> taken_;
+    std::int32_t last_ = -1;
 };
 
 void CheckMoveables(WadCheck& check)

@@ -18,6 +18,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  morlik-cli convert level.phd -o sets/level.was\n"
     "  morlik-cli convert levels/*.tr2 -d sets --main-sfx auto --jobs 4\n"
+    "  morlik-cli convert level.tr4 -o lara.was --objects 'LARA*,0-9,static:10-30'\n"
     "  morlik-cli info level.tr4 --json\n"
     "  morlik-cli sheet level.trc sheet.png\n"
     "  morlik-cli sounds main.sfx waves\n"
@@ -67,6 +68,14 @@ void AddConvert(CLI::App& app, int& status, const Streams& streams)
               "take the sounds of Tomb Raider II and III levels from this main.sfx; with "
               "\"auto\" from the one in the level's folder or the folder above")
         .type_name("FILE");
+    AddOption(convert, "--objects", options->Objects,
+              "take these objects alone: numbers, ranges and names with * and ?, static meshes "
+              "behind \"static:\", parted by commas; @FILE for a list in a file")
+        .type_name("LIST");
+    AddOption(convert, "--without", options->Without, "leave these objects out").type_name("LIST");
+    convert.add_flag("--fit", options->Fit,
+                     "leave out what has the most textures, until the editor takes the rest");
+    convert.add_flag("--all-sounds", options->AllSounds, "keep sounds that no chosen object makes");
     convert.add_flag("--update-horizon", options->UpdateHorizon,
                      "make the clouds visible behind a Tomb Raider II or III horizon");
     convert.add_flag("--export-sprites", options->ExportSprites,

@@ -29,6 +29,10 @@ struct ConvertOptions
     std::string Folder;  ///< else where the sets go, each named after its level
     std::string MainSFX; ///< "auto": look for it around each level; empty: none
     std::string Log;     ///< of a single level
+    std::string Objects; ///< list of the objects to take; empty: all
+    std::string Without; ///< list of those to leave out
+    bool AllSounds = false;
+    bool Fit = false; ///< leave out objects until the textures are few enough for the editor
     bool UpdateHorizon = false;
     bool ExportSprites = false;
     bool Json = false;

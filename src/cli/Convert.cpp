@@ -5,9 +5,12 @@
 #include "cli/Commands.h"
 #include "cli/Json.h"
 #include "cli/MainSFX.h"
+#include "cli/ObjectList.h"
 #include "cli/Plan.h"
 #include "cli/ProgressBar.h"
 #include "cli/QuietHost.h"
+#include "convert/ObjectNeeds.h"
+#include "convert/UsedTextures.h"
 #include "platform/Platform.h"
 #include "shell/MORLIK_Main.h"
 #include "shell/ObjectID_Mod.h"
@@ -27,12 +30,15 @@ namespace morlik::cli
 namespace
 {
 
+using Strings = std::vector<std::string>;
+
 struct Outcome
 {
     bool IsDone = false;
     bool Complete = false;
+    bool IsWrongUse = false;     ///< the level has no such objects
     VersionCode Game = kNoLevel; ///< as long as the level could not be read
-    std::vector<std::string> Messages;
+    Strings Messages;
     PhaseTimes Times;
 };
 
@@ -48,7 +54,51 @@ constexpr std::array<PhaseName, kNumPhases> kPhases{{{Phase::Read, "read"},
                                                      {Phase::Tiles, "tiles"},
                                                      {Phase::Write, "write"}}};
 
-bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
+/// Text of a count: 2,121.
+std::string Grouped(std::size_t count)
+{
+    auto text = std::to_string(count);
+    for (auto i = text.size(); i > 3; i -= 3)
+        text.insert(i - 3, ",");
+    return text;
+}
+
+/// Takes the objects that the user wants of the loaded level.
+void ChooseWanted(const ConvertOptions& options, Session& session, Strings& messages)
+{
+    if (options.Objects.empty() && options.Without.empty() && !options.Fit)
+        return;
+    const LevelData& level = session.Level;
+    const auto itemsOf = [](const std::string& list) {
+        return list.empty() ? ObjectItems() : ReadItems(list);
+    };
+    ObjectChoice choice =
+        ChooseByItems(level, session.Names, itemsOf(options.Objects), itemsOf(options.Without));
+    choice.AllSounds = options.AllSounds;
+    if (options.Fit)
+        for (const ObjectPlace& place : FitChoice(NeedsOf(level), choice, kMostTextures))
+            messages.push_back("Left out, so that the textures fit: " +
+                               (place.IsStatic ? StaticText(level, session.Names, place.Index)
+                                               : MoveableText(level, session.Names, place.Index)));
+    session.Objects = std::move(choice);
+}
+
+/// What helps where a level has more textures than the editor takes; else empty.
+std::string HintOnTextures(const Session& session)
+{
+    try {
+        const auto count = CountTextures(NeedsOf(session.Level),
+                                         session.Objects.value_or(ChooseAll(session.Level)));
+        return count <= kMostTextures
+                   ? ""
+                   : Grouped(count) + " textures used, the editor takes " + Grouped(kMostTextures) +
+                         ": leave out objects with --without, or with --fit";
+    } catch (const ReadFailure&) {
+        return ""; // the damage has been told
+    }
+}
+
+bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session, Strings& notes)
 {
     Reporter& report = session.Report;
     MakeFolder(ToPath(job.Set).parent_path());
@@ -61,6 +111,7 @@ bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session)
     report.LogLine("Loading level");
     session.LevelTitle = FileTitle(job.Level);
     LoadLevel(session, job.Level);
+    ChooseWanted(options, session, notes);
     report.LogLine("Saving WAS");
     return SaveGuardedLevel(session, job.Set);
 }
@@ -74,7 +125,19 @@ Outcome TryWork(const Job& job, const ConvertOptions& options, std::function<voi
     host.OnProg = std::move(onProg);
     Session session(host);
     Outcome outcome;
-    outcome.Complete = host.Try([&] { return ConvertOne(job, options, session); });
+    Strings notes;
+    outcome.Complete = host.Try([&] {
+        try {
+            return ConvertOne(job, options, session, notes);
+        } catch (const ListFault& fault) {
+            outcome.IsWrongUse = true;
+            host.Messages.emplace_back(fault.what());
+            return false;
+        }
+    });
+    host.Messages.insert(host.Messages.end(), notes.begin(), notes.end());
+    if (const auto hint = outcome.Complete ? std::string() : HintOnTextures(session); !hint.empty())
+        host.Messages.push_back(hint);
     outcome.Complete &= host.Try([&] {
         session.Report.Log.Close();
         return true;
@@ -214,6 +277,8 @@ int Convert(const ConvertOptions& options, const Streams& streams)
     }
     const bool good = std::all_of(outcomes.begin(), outcomes.end(),
                                   [](const Outcome& outcome) { return outcome.Complete; });
+    if (outcomes.size() == 1 && outcomes[0].IsWrongUse)
+        return kWrongUse;
     if (!good && InterruptScope::IsRequested())
         return kStopped;
     return good ? kGood : kFailed;

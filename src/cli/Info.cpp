@@ -41,7 +41,7 @@ std::string FromLatin1(std::string_view text)
 Json CountUsedTextures(const Session& session, Reporter& report)
 {
     try {
-        const auto textures = NumberTextures(session.Level, report);
+        const auto textures = NumberTextures(session.Level, FirstTextureOf(session.Level), report);
         if (!textures)
             return nullptr;
         std::vector<std::string> info;

@@ -35,7 +35,7 @@ std::string ListOf(const std::string& output)
 }
 
 /// Files that the conversions read.
-std::vector<std::string> InputsOf(const std::vector<Job>& jobs)
+std::vector<std::string> InputsOf(const ConvertOptions& options, const std::vector<Job>& jobs)
 {
     auto inputs = DataFiles(ProgramFolder());
     for (const Job& job : jobs) {
@@ -43,6 +43,9 @@ std::vector<std::string> InputsOf(const std::vector<Job>& jobs)
         if (!job.MainSFX.empty())
             inputs.push_back(job.MainSFX);
     }
+    for (const std::string& list : {options.Objects, options.Without})
+        if (list.starts_with('@'))
+            inputs.push_back(list.substr(1));
     return inputs;
 }
 
@@ -56,7 +59,7 @@ void GuardFiles(const ConvertOptions& options, const std::vector<Job>& jobs)
         const auto files = FilesOfSet(job.Set);
         outputs.insert(outputs.end(), files.begin(), files.end());
     }
-    GuardInputs(InputsOf(jobs), outputs);
+    GuardInputs(InputsOf(options, jobs), outputs);
     for (const Job& job : jobs)
         GuardMainSFX(job.Set);
 }

@@ -62,12 +62,11 @@ void ConvertSounds(const LevelData& level, ObjectSet& set, Reporter& report)
     }
 }
 
-} // namespace
-
-std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames& names,
-                                      const std::string& levelTitle, const ConvertChoices& choices,
-                                      Reporter& report,
-                                      const std::function<void(ConvertStage)>& onStage)
+/// `places` of the objects where not all of a level are there.
+std::optional<ObjectSet> ConvertObjectsOf(const LevelData& level, const ObjectPlaces* places,
+                                          const ObjectNames& names, const std::string& levelTitle,
+                                          const ConvertChoices& choices, Reporter& report,
+                                          const std::function<void(ConvertStage)>& onStage)
 {
     const auto begin = [&onStage](ConvertStage stage) {
         if (onStage)
@@ -78,7 +77,8 @@ std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames&
 
     begin(ConvertStage::Meshes);
     report.LogLine("Converting Meshes");
-    const auto textures = NumberTextures(level, report);
+    const auto textures = NumberTextures(
+        level, places != nullptr ? FirstTexture::PlainOrSpare : FirstTextureOf(level), report);
     if (!textures)
         return std::nullopt;
     set.Meshes = ConvertMeshes(level, *textures, choices.UpdateHorizon, set.Info, report);
@@ -100,9 +100,11 @@ std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames&
         return std::nullopt;
     set.Textures = std::move(*records);
     set.Tiles = ConvertTextureTiles(level, tiles);
+    if (places != nullptr)
+        DropUnusedTiles(set);
 
     begin(ConvertStage::Objects);
-    ConvertObjects(set, names, levelTitle);
+    ConvertObjects(set, names, levelTitle, places);
     if (isOlderGame)
         ConvertSounds(level, set, report);
     if (isOlderGame && choices.ExportSprites) {
@@ -114,6 +116,20 @@ std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames&
         set.Sprites = ConvertSprites(level, spriteTiles);
     }
     return set;
+}
+
+} // namespace
+
+std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames& names,
+                                      const std::string& levelTitle, const ConvertChoices& choices,
+                                      Reporter& report,
+                                      const std::function<void(ConvertStage)>& onStage)
+{
+    if (!choices.Objects || choices.Objects->IsAll())
+        return ConvertObjectsOf(level, nullptr, names, levelTitle, choices, report, onStage);
+    const ChosenLevel chosen = ChooseObjects(level, *choices.Objects);
+    return ConvertObjectsOf(chosen.Level, &chosen.Places, names, levelTitle, choices, report,
+                            onStage);
 }
 
 } // namespace morlik

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Reporter.h"
+#include "convert/ChooseObjects.h"
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 #include "set/ObjectSet.h"
@@ -15,8 +16,9 @@ namespace morlik
 /// What the user chose for a conversion.
 struct ConvertChoices
 {
-    bool UpdateHorizon = false; ///< clouds behind a Tomb Raider II or III horizon
-    bool ExportSprites = false; ///< the level's own sprites, Tomb Raider I to III
+    bool UpdateHorizon = false;            ///< clouds behind a Tomb Raider II or III horizon
+    bool ExportSprites = false;            ///< the level's own sprites, Tomb Raider I to III
+    std::optional<ObjectChoice> Objects{}; ///< some of the objects; else all
 };
 
 /// Stages of a conversion, each told as it begins, for the status of a save. All games go through

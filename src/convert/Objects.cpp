@@ -1,5 +1,6 @@
 #include "convert/Objects.h"
 
+#include "base/Narrow.h"
 #include "base/Text.h"
 
 namespace morlik
@@ -11,24 +12,24 @@ namespace
 /// The editor takes no more static meshes than this.
 constexpr std::size_t kMostStaticMeshes = 60;
 
-/// Objects of Tomb Raider V are known to the editor by their place in the tables.
+/// Objects of Tomb Raider V are known to the editor by their place in the tables of the level.
 template <class Object>
-void NumberByPlace(std::vector<Object>& objects)
+void NumberByPlace(std::vector<Object>& objects, const std::vector<std::int32_t>* places)
 {
-    std::int32_t place = 0;
-    for (Object& object : objects)
-        object.ObjectID = place++;
+    for (std::size_t i = 0; i < objects.size(); ++i)
+        objects[i].ObjectID = places != nullptr ? (*places)[i] : narrow<std::int32_t>(i);
 }
 
 } // namespace
 
-void ConvertObjects(ObjectSet& set, const ObjectNames& names, const std::string& levelTitle)
+void ConvertObjects(ObjectSet& set, const ObjectNames& names, const std::string& levelTitle,
+                    const ObjectPlaces* places)
 {
     if (set.StaticMeshes.size() > kMostStaticMeshes)
         set.StaticMeshes.resize(kMostStaticMeshes);
     if (set.Game == kTR5) {
-        NumberByPlace(set.Moveables);
-        NumberByPlace(set.StaticMeshes);
+        NumberByPlace(set.Moveables, places != nullptr ? &places->Moveables : nullptr);
+        NumberByPlace(set.StaticMeshes, places != nullptr ? &places->StaticMeshes : nullptr);
     }
     set.SourceTitle = ToUpper(levelTitle);
     for (const Moveable& moveable : set.Moveables)

@@ -3,13 +3,24 @@
 #include "level/ObjectNames.h"
 #include "set/ObjectSet.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace morlik
 {
 
+/// Where the objects of a set stand in the tables of their level.
+struct ObjectPlaces
+{
+    std::vector<std::int32_t> Moveables;
+    std::vector<std::int32_t> StaticMeshes;
+};
+
 /// Brings the moveables and static meshes of a set, which are those of its level, under the numbers
 /// that the editor knows them by, no more static meshes than it takes, and makes the list of them.
-void ConvertObjects(ObjectSet& set, const ObjectNames& names, const std::string& levelTitle);
+/// Without `places` no object of the level is left out.
+void ConvertObjects(ObjectSet& set, const ObjectNames& names, const std::string& levelTitle,
+                    const ObjectPlaces* places);
 
 } // namespace morlik

@@ -10,16 +10,12 @@ namespace morlik
 namespace
 {
 
-/// Texture numbers of triangles share their word with a corner code in the top bits, and the
-/// colour squares follow behind; from this count on the numbers no longer fit.
-constexpr std::size_t kMostTextures = 2048;
-
 constexpr std::int32_t kUnused = -1;
 
 void CheckTextureCount(std::size_t count, Reporter& report)
 {
     const auto number = std::to_string(count);
-    if (count >= kMostTextures) // "To many" is what the users know the message by.
+    if (count > kMostTextures) // "To many" is what the users know the message by.
         report.Stop("To many object textures in level - can't continue!", kAppTitle,
                     "ERROR! To many textures used (" + number + ")");
     report.LogLine(number + " TextInfos found");
@@ -31,10 +27,8 @@ void CheckTextureCount(std::size_t count, Reporter& report)
                 " invalid");
 }
 
-/// The sign of a rectangle's texture number mirrors it, and 0 has none: a mirrored first texture
-/// would lie the wrong way. Levels of the games' own tools keep the order of their textures all
-/// the same; in others a texture that nothing mirrors takes the number 0.
-void KeepSignOfFirst(std::vector<std::int32_t>& used, const std::vector<LevelTexture>& textures)
+void KeepSignOfFirst(std::vector<std::int32_t>& used, const std::vector<LevelTexture>& textures,
+                     FirstTexture first)
 {
     std::vector<bool> mirrored(textures.size());
     for (const LevelTexture& texture : textures)
@@ -45,18 +39,26 @@ void KeepSignOfFirst(std::vector<std::int32_t>& used, const std::vector<LevelTex
     });
     if (plain != used.end())
         std::rotate(used.begin(), plain, plain + 1);
+    else if (first == FirstTexture::PlainOrSpare && !used.empty())
+        used.insert(used.begin(), used.front());
 }
 
 } // namespace
 
-std::optional<UsedTextures> NumberTextures(const LevelData& level, Reporter& report)
+FirstTexture FirstTextureOf(const LevelData& level)
+{
+    return level.HasFractions ? FirstTexture::PlainIfAny : FirstTexture::AsItComes;
+}
+
+std::optional<UsedTextures> NumberTextures(const LevelData& level, FirstTexture first,
+                                           Reporter& report)
 {
     auto used = CountTextInfos(level, report);
     if (!used)
         return std::nullopt;
+    if (first != FirstTexture::AsItComes)
+        KeepSignOfFirst(*used, level.Textures, first);
     CheckTextureCount(used->size(), report);
-    if (level.HasFractions)
-        KeepSignOfFirst(*used, level.Textures);
     UsedTextures textures;
     textures.TextureNumbers.assign(level.Textures.size(), kUnused);
     std::int32_t number = 0;

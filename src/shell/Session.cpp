@@ -21,6 +21,7 @@ void LoadLevel(Session& session, const std::string& path)
 {
     session.Level = ReadTR(path, session.State, session.Report);
     session.LevelFile = path;
+    session.Objects.reset();
     TakeVersion(session);
 }
 
@@ -49,9 +50,9 @@ bool SaveLevel(Session& session, const std::string& fileName)
 
 bool SaveGuardedLevel(Session& session, const std::string& fileName)
 {
-    return SaveWAD(
-        fileName, session.Level,
-        {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle, session.Report});
+    return SaveWAD(fileName, session.Level,
+                   {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle,
+                    session.Report, session.Objects});
 }
 
 } // namespace morlik

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Reporter.h"
+#include "convert/ChooseObjects.h"
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 #include "level/TrMainState.h"
@@ -8,6 +9,7 @@
 #include "side/MainSFX_Mod.h"
 #include "side/PRJ_Mod.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,7 +25,8 @@ struct Session
     morlik::Settings Settings;
     ObjectNames Names;
     TrMainState State;
-    LevelData Level;        ///< the current level
+    LevelData Level;                     ///< the current level
+    std::optional<ObjectChoice> Objects; ///< of the level that a save takes; else all
     std::string LevelFile;  ///< where it was read from; a project loaded since leaves it
     std::string LevelTitle; ///< its file name, without the folder
     MainSFXState MainSFX;

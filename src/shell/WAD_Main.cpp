@@ -81,7 +81,9 @@ private:
         Host& host = report_.TheHost();
         host.SetProg(0);
         auto set = ConvertLevel(level_, context_.Names, context_.LevelTitle,
-                                {.UpdateHorizon = host.SkyFix(), .ExportSprites = host.ExpSpr()},
+                                {.UpdateHorizon = host.SkyFix(),
+                                 .ExportSprites = host.ExpSpr(),
+                                 .Objects = context_.Objects},
                                 report_, [this](ConvertStage stage) { status_.Begin(stage); });
         if (!set)
             return false;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "base/Reporter.h"
+#include "convert/ChooseObjects.h"
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 #include "side/MainSFX_Mod.h"
 
+#include <optional>
 #include <string>
 
 namespace morlik
@@ -18,6 +20,7 @@ struct SaveContext
     FileDialog& FMLoad;            ///< the open dialog, which asks for `main.sfx`
     const std::string& LevelTitle; ///< file name of the level, for the list
     Reporter& Report;
+    const std::optional<ObjectChoice>& Objects; ///< which to take; else all
 };
 
 /// Saves the object set of a level: WAD, SAM, SFX and SWD file, WAS list, sounds and Info file.

@@ -133,7 +133,7 @@ TEST(Check, FindsEachFaultOfASet)
     EXPECT_EQ(ComplaintsOf(fifth), "");
     fifth.Wad.Moveables[1].ObjectID = 77;
     fifth.Wad.Textures[0].FlipX = 0;
-    EXPECT_NE(ComplaintsOf(fifth).find("Moveable 1 has the ID 77\n"), std::string::npos);
+    EXPECT_NE(ComplaintsOf(fifth).find("Moveable 2 has the ID 2 behind 77\n"), std::string::npos);
     EXPECT_NE(ComplaintsOf(fifth).find("flips of the other kind"), std::string::npos);
     std::filesystem::create_directory(ToPath(fifth.Base + "-Sounds")); // of a set before
     WriteWholeFile(fifth.Base + "-Sounds/old.wav", {});

@@ -357,6 +357,56 @@ TEST_F(CliTest, NamesWhatIsWrongWithItsOptions)
     }
 }
 
+TEST_F(CliTest, TakesTheObjectsOfAList)
+{
+    const auto& level = Levels[4]; // with the moveables 0 and 140
+    const std::string list = "LARA\r\n\n 140 \n";
+    WriteWholeFile(File("list"), std::as_bytes(std::span(list)));
+    struct Row
+    {
+        Strings Words;
+        std::string Told; ///< of a wrong use; else the set is good and holds
+        std::size_t Moveables;
+        std::size_t Statics;
+    };
+    const auto info = json::parse(RunCli({"info", level, "--json"}).Out);
+    const std::pair all{info["moveables"].size(), info["static meshes"].size()};
+    const std::vector<Row> rows{
+        {{"--objects", "lara"}, "", 1, 0},
+        {{"--objects", "LARA,130-140,static:10-11"}, "", 2, 2},
+        {{"--objects", "*", "--without", "?A*,static:*"}, "", all.first - 2, 0},
+        {{"--without", "LARA,static:PLANT0,400-410,Z*"}, "", all.first - 1, all.second - 1},
+        {{"--objects", "@" + File("list")}, "", 2, 0},
+        {{"--objects", "*,static:*"}, "", all.first, all.second},
+        {{"--fit"}, "", all.first, all.second},
+        {{"--objects", "LARRA"}, "The level has no moveable \"LARRA\"; near: LARA", 0, 0},
+        {{"--objects", "1-5"}, "The level has no moveable \"1-5\"\n", 0, 0},
+        {{"--without", "static:77"}, "The level has no static mesh \"static:77\"\n", 0, 0},
+        {{"--objects", "LARA", "--without", "0"}, "No object of the level is left", 0, 0},
+        {{"--objects", ","}, "\",\" names no object", 0, 0},
+        {{"--objects", "@" + File("none")}, "Can't open " + File("none"), 0, 0},
+    };
+    int number = 0;
+    for (const Row& row : rows) {
+        const auto set = File("chosen" + std::to_string(++number) + ".was");
+        Strings words{"convert", level, "-o", set};
+        words.insert(words.end(), row.Words.begin(), row.Words.end());
+        const auto ran = RunCli(words);
+        EXPECT_EQ(ran.Status, row.Told.empty() ? 0 : 2) << ran.Errors;
+        EXPECT_NE(ran.Errors.find(row.Told), std::string::npos) << ran.Errors;
+        ASSERT_EQ(std::filesystem::exists(ToPath(set)), row.Told.empty()) << row.Words[1];
+        if (!row.Told.empty())
+            continue;
+        EXPECT_EQ(RunCli({"check", set}).Out, "good\n") << row.Words[1];
+        const ObjectSet made = ReadSet(set);
+        EXPECT_EQ(made.Moveables.size(), row.Moveables) << row.Words[1];
+        EXPECT_EQ(made.StaticMeshes.size(), row.Statics) << row.Words[1];
+    }
+    const auto guarded = RunCli({"convert", level, "-o", File("list.was"), "--log", File("list"),
+                                 "--objects", "@" + File("list")});
+    EXPECT_EQ(guarded.Status, 2) << "a list of objects is no log";
+}
+
 TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
 {
     WriteWholeFile(File("game.sfx"), ReadFile(File("MAIN.Sfx")));

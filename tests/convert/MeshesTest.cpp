@@ -42,7 +42,7 @@ struct MeshLevel
     {
         Level.MeshData = MeshData;
         Info.clear();
-        const auto textures = NumberTextures(Level, Report);
+        const auto textures = NumberTextures(Level, FirstTextureOf(Level), Report);
         if (textures) {
             Textures = *textures;
             Set = ConvertMeshes(Level, Textures, Host.SkyFixTicked, Info, Report);

@@ -1,0 +1,147 @@
+#include "convert/ObjectNeeds.h"
+
+#include "base/Narrow.h"
+#include "convert/RawMesh.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace morlik
+{
+
+namespace
+{
+
+void SortUnique(TextureNumbers& numbers)
+{
+    std::ranges::sort(numbers);
+    const auto rest = std::ranges::unique(numbers);
+    numbers.erase(rest.begin(), rest.end());
+}
+
+/// The textures of each mesh, read once.
+class MeshTextures
+{
+public:
+    explicit MeshTextures(const LevelData& level)
+        : level_(level), budget_(level.MeshData.size()), textures_(level.MeshPointers.size())
+    {
+    }
+
+    void AddTo(TextureNumbers& numbers, std::int64_t mesh)
+    {
+        if (!Inside(mesh, 1, textures_.size()))
+            return;
+        auto& textures = textures_[static_cast<std::size_t>(mesh)];
+        if (!textures)
+            textures = Read(static_cast<std::size_t>(mesh));
+        if (textures->size() > left_)
+            throw ReadFailure("objects: they share their meshes again and again");
+        left_ -= textures->size();
+        numbers.insert(numbers.end(), textures->begin(), textures->end());
+    }
+
+private:
+    TextureNumbers Read(std::size_t mesh)
+    {
+        const auto raw =
+            ReadRawMesh(level_.MeshData, level_.MeshPointers[mesh], IsOlderGame(level_.Version));
+        budget_.Spend(raw.SourceBytes);
+        TextureNumbers numbers;
+        for (const auto* faces : {&raw.Rectangles, &raw.Triangles})
+            for (const RawFace& face : *faces) {
+                const std::size_t texture = static_cast<std::uint16_t>(face.Texture);
+                if (texture < level_.Textures.size())
+                    numbers.push_back(level_.Textures[texture].TextureRemap);
+            }
+        SortUnique(numbers);
+        return numbers;
+    }
+
+    /// Textures that are added up, far more than any intact level has.
+    static constexpr std::size_t kMostAdded = std::size_t{1} << 22U;
+
+    const LevelData& level_;
+    std::size_t left_ = kMostAdded;
+    MeshBudget budget_;
+    std::vector<std::optional<TextureNumbers>> textures_; ///< by mesh number
+};
+
+/// Calls `visit` with each chosen object and its textures.
+template <class Visit>
+void ForChosen(const ObjectNeeds& needs, const ObjectChoice& choice, Visit visit)
+{
+    for (std::size_t i = 0; i < needs.Moveables.size(); ++i)
+        if (choice.Moveables[i])
+            visit(ObjectPlace{false, i}, needs.Moveables[i]);
+    for (std::size_t i = 0; i < needs.StaticMeshes.size(); ++i)
+        if (choice.StaticMeshes[i])
+            visit(ObjectPlace{true, i}, needs.StaticMeshes[i]);
+}
+
+/// By texture, how many of the chosen objects use it.
+std::vector<std::size_t> CountUsers(const ObjectNeeds& needs, const ObjectChoice& choice)
+{
+    std::vector<std::size_t> users;
+    ForChosen(needs, choice, [&users](const ObjectPlace&, const TextureNumbers& textures) {
+        if (!textures.empty() && users.size() <= static_cast<std::size_t>(textures.back()))
+            users.resize(static_cast<std::size_t>(textures.back()) + 1);
+        for (const auto texture : textures)
+            ++users[static_cast<std::size_t>(texture)];
+    });
+    return users;
+}
+
+std::size_t CountUsed(const std::vector<std::size_t>& users)
+{
+    return users.size() - static_cast<std::size_t>(std::ranges::count(users, std::size_t{0}));
+}
+
+} // namespace
+
+ObjectNeeds NeedsOf(const LevelData& level)
+{
+    MeshTextures meshes(level);
+    ObjectNeeds needs;
+    for (const Moveable& moveable : level.Moveables) {
+        TextureNumbers& numbers = needs.Moveables.emplace_back();
+        for (int i = 0; i < moveable.NumMeshes; ++i)
+            meshes.AddTo(numbers, std::int64_t{moveable.StartingMesh} + i);
+        SortUnique(numbers);
+    }
+    for (const StaticMesh& mesh : level.StaticMeshes)
+        meshes.AddTo(needs.StaticMeshes.emplace_back(), mesh.Mesh);
+    return needs;
+}
+
+std::size_t CountTextures(const ObjectNeeds& needs, const ObjectChoice& choice)
+{
+    return CountUsed(CountUsers(needs, choice));
+}
+
+std::vector<ObjectPlace> FitChoice(const ObjectNeeds& needs, ObjectChoice& choice,
+                                   std::size_t mostTextures)
+{
+    std::vector<ObjectPlace> leftOut;
+    for (auto users = CountUsers(needs, choice); CountUsed(users) > mostTextures;
+         users = CountUsers(needs, choice)) {
+        ObjectPlace largest;
+        std::pair<std::size_t, std::size_t> most; // own textures, then all
+        ForChosen(needs, choice, [&](const ObjectPlace& place, const TextureNumbers& textures) {
+            const auto own = std::ranges::count_if(textures, [&](std::int32_t texture) {
+                return users[static_cast<std::size_t>(texture)] == 1;
+            });
+            const std::pair weight{static_cast<std::size_t>(own), textures.size()};
+            if (weight > most) {
+                most = weight;
+                largest = place;
+            }
+        });
+        (largest.IsStatic ? choice.StaticMeshes : choice.Moveables)[largest.Index] = false;
+        leftOut.push_back(largest);
+    }
+    return leftOut;
+}
+
+} // namespace morlik

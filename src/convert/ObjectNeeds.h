@@ -1,0 +1,44 @@
+#pragma once
+
+#include "convert/ChooseObjects.h"
+#include "level/LevelData.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace morlik
+{
+
+/// Numbers of the object textures that the faces of an object use, ascending; of textures with one
+/// box the one that stands for them.
+using TextureNumbers = std::vector<std::int32_t>;
+
+/// The textures of all objects, each by the object's place. They tell what a choice would take
+/// without making the set.
+struct ObjectNeeds
+{
+    std::vector<TextureNumbers> Moveables;
+    std::vector<TextureNumbers> StaticMeshes;
+};
+
+/// `ReadFailure` for a damaged mesh. Textures and meshes that the level does not have are passed
+/// over.
+ObjectNeeds NeedsOf(const LevelData& level);
+
+/// How many textures the chosen objects use together.
+std::size_t CountTextures(const ObjectNeeds& needs, const ObjectChoice& choice);
+
+/// An object by its place.
+struct ObjectPlace
+{
+    bool IsStatic = false;
+    std::size_t Index = 0;
+};
+
+/// Leaves objects out of a choice, always the one with the most textures that no other chosen
+/// object uses, until it has no more than `mostTextures`. Gives what it left out, in that order.
+std::vector<ObjectPlace> FitChoice(const ObjectNeeds& needs, ObjectChoice& choice,
+                                   std::size_t mostTextures);
+
+} // namespace morlik
