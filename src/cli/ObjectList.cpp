@@ -132,8 +132,7 @@ private:
                     near.emplace_back(isPart ? 0 : distance, name);
             }
         std::ranges::sort(near);
-        const auto rest = std::ranges::unique(near);
-        near.erase(rest.begin(), rest.end());
+        near.erase(std::unique(near.begin(), near.end()), near.end());
         std::string text;
         for (std::size_t i = 0; i < std::min(near.size(), kMostNear); ++i)
             text += (i == 0 ? "" : ", ") + near[i].second;

@@ -16,8 +16,7 @@ namespace
 void SortUnique(TextureNumbers& numbers)
 {
     std::ranges::sort(numbers);
-    const auto rest = std::ranges::unique(numbers);
-    numbers.erase(rest.begin(), rest.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
 }
 
 /// The textures of each mesh, read once.
