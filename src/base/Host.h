@@ -43,6 +43,10 @@ public:
         ShowMessage(text + "\n" + detail, title);
     }
 
+    /// What helps with the message that comes next; where a Host has no place for it, only the log
+    /// has it.
+    virtual void ShowHint(const std::string& /*text*/) {}
+
     /// A question that is answered by yes or no; gives whether it was yes.
     virtual bool Ask(const std::string& question, const std::string& title) = 0;
 

@@ -44,6 +44,12 @@ void Reporter::MessageOf(const std::string& text, const std::string& name)
     Show(text, text + Printable(name), kAppTitle, {});
 }
 
+void Reporter::Hint(const std::string& text)
+{
+    LogLine(text);
+    host_.ShowHint(text);
+}
+
 void Reporter::Stop(const std::string& text, const std::string& title, const std::string& detail)
 {
     TellHeldBack();

@@ -44,6 +44,9 @@ public:
     /// to the log and where the Host has room for it.
     void Message(const std::string& text, const std::string& title = kAppTitle,
                  const std::string& detail = {});
+    /// What helps with a message that comes next, or is worth to know of a good file: to the log,
+    /// and where the Host has a place for it beside its boxes.
+    void Hint(const std::string& text);
     /// The message of a failure that ends the program, then its end.
     [[noreturn]] void Stop(const std::string& text, const std::string& title = kAppTitle,
                            const std::string& detail = {});

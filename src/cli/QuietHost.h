@@ -15,7 +15,8 @@
 namespace morlik::cli
 {
 
-/// A Host that keeps the messages, for whoever prints them once the work is done.
+/// A Host that keeps the messages, for whoever prints them once the work is done; the hints stand
+/// behind them.
 class QuietHost : public ConsoleHost
 {
 public:
@@ -28,6 +29,7 @@ public:
     {
         Messages.push_back(title + ": " + text);
     }
+    void ShowHint(const std::string& text) override { hints_.push_back(text); }
     void SetProg(float percent) override
     {
         if (OnProg)
@@ -38,17 +40,21 @@ public:
     template <class Work>
     bool Try(Work work)
     {
+        bool good = false;
         try {
-            return work();
+            good = work();
         } catch (const ProgramEnd&) {
-            return false; // its message is there
+            // its message is there
         } catch (const std::exception& failure) {
             ShowMessage(ReasonOf(failure), kErrorTitle);
-            return false;
         }
+        Messages.insert(Messages.end(), hints_.begin(), hints_.end());
+        hints_.clear();
+        return good;
     }
 
 private:
+    std::vector<std::string> hints_;
     std::ostringstream nowhere_;
 };
 

@@ -20,8 +20,7 @@ std::uint32_t FirstWord(std::span<const std::byte> bytes)
     return word;
 }
 
-/// The first four bytes, in hexadecimal and as text, for whoever wonders what the file is: an
-/// encrypted level, say, gives no more than the message of an unknown version.
+/// The first four bytes, in hexadecimal and as text, for whoever wonders what the file is.
 std::string Describe(std::span<const std::byte> bytes)
 {
     std::string digits;
@@ -32,6 +31,19 @@ std::string Describe(std::span<const std::byte> bytes)
         text += code >= 0x20 && code < 0x7f ? static_cast<char>(code) : '.';
     }
     return digits + " \"" + text + "\"";
+}
+
+/// What a level begins with whose maker has encrypted it.
+constexpr std::uint32_t kProtected = 0x63345254;
+
+[[noreturn]] void StopAtUnknown(std::uint32_t word, std::span<const std::byte> bytes,
+                                Reporter& report)
+{
+    if (word == kProtected)
+        report.Hint("Its maker has encrypted this level; Morlik doesn't open such levels.");
+    report.Stop("Unknown level version - 0x" + Hex(word) +
+                    "\nIf this is a TR level, please mail the version code to me.",
+                kAppTitle, "-First bytes:" + Describe(bytes));
 }
 
 /// The game that a file belongs to, by its first word and, where games share one, its name;
@@ -105,11 +117,8 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         const auto file = LoadFile(fileName, report);
         const auto word = FirstWord(file->Bytes());
         const auto version = Identify(word, fileName);
-        if (version == kNoLevel) {
-            report.Stop("Unknown level version - 0x" + Hex(word) +
-                            "\nIf this is a TR level, please mail the version code to me.",
-                        kAppTitle, "-First bytes:" + Describe(file->Bytes()));
-        }
+        if (version == kNoLevel)
+            StopAtUnknown(word, file->Bytes(), report);
         state.LevelVersion = version;
         report.LogLine("-LevelVersion:" + DigitsOf(version));
 

@@ -119,7 +119,7 @@ TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
 
 TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
 {
-    WriteWholeFile(File("bad.phd"), std::as_bytes(std::span("no level")));
+    WriteWholeFile(File("bad.phd"), std::as_bytes(std::span("TR4c: encrypted")));
     const Strings words{"convert", "-d",         File("sets"), File("bad.phd"),
                         Levels[0], "--json",     "--timings",  File("gone-\u00f6.tr4"),
                         "",        "--main-sfx", "auto",       "--jobs",
@@ -131,6 +131,8 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
     ASSERT_EQ(told.size(), 4U);
     EXPECT_FALSE(told[0]["complete"]);
     EXPECT_NE(told[0]["messages"][0].get<std::string>().find("Unknown level version"),
+              std::string::npos);
+    EXPECT_NE(told[0]["messages"].back().get<std::string>().find("has encrypted this level"),
               std::string::npos);
     EXPECT_TRUE(told[1]["complete"]);
     EXPECT_EQ(told[1]["game"], 1);

@@ -65,7 +65,8 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
         {{}, "0", " \"\""},
         {{0x0a}, "A", " 0A \".\""},
         {{0, 0x10, 0x0f, 0xf0, 1}, "F00F1000", " 00 10 0F F0 \"....\""},
-        {{0x20, 0x7e, 0x7f, 0x1f}, "1F7F7E20", " 20 7E 7F 1F \" ~..\""}};
+        {{0x20, 0x7e, 0x7f, 0x1f}, "1F7F7E20", " 20 7E 7F 1F \" ~..\""},
+        {{0x54, 0x52, 0x34, 0x63}, "63345254", " 54 52 34 63 \"TR4c\""}};
     for (const auto& [values, digits, bytesAndText] : rows) {
         Conversion run;
         run.OpenLog();
@@ -79,6 +80,10 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
                   std::vector<std::string>{"MORLIK: Unknown level version - 0x" + digits +
                                            "\nIf this is a TR level, please mail the version code "
                                            "to me."});
+        const bool isProtected = digits == "63345254";
+        EXPECT_EQ(run.Host.Hints.size(), isProtected ? 1U : 0U) << digits;
+        EXPECT_EQ(lines.at(lines.size() - 3) == (run.Host.Hints.empty() ? "" : run.Host.Hints[0]),
+                  isProtected);
     }
     Conversion run;
     EXPECT_NE(EndOf([&] { LoadLevel(run.Program, run.Folder.File("none")); }), "");

@@ -32,6 +32,7 @@ public:
     int Turns = 0;
     int TurnsToStop = std::numeric_limits<int>::max(); ///< the user asks to stop after so many
     std::vector<std::string> Details;                  ///< of the failures among the messages
+    std::vector<std::string> Hints;
 
     /// The message boxes alone, each as "TITLE: TEXT".
     std::vector<std::string> Messages() const
@@ -54,6 +55,7 @@ public:
         ShowMessage(text, title);
         Details.push_back(detail);
     }
+    void ShowHint(const std::string& text) override { Hints.push_back(text); }
     bool Ask(const std::string& question, const std::string& title) override
     {
         Calls.push_back("ask: " + title + ": " + question);

@@ -48,9 +48,10 @@ TEST(WindowStart, EndsWhenTheFirstDialogIsCancelledOrTheFileIsDamaged)
     EXPECT_TRUE(cancelled.Host.Messages.empty());
 
     WindowRun damaged;
-    WriteWholeFile(damaged.Folder.File("b.phd"), std::vector<std::byte>(4, std::byte{0x20}));
+    WriteWholeFile(damaged.Folder.File("b.phd"), std::as_bytes(std::span("TR4c")));
     EXPECT_FALSE(damaged.Start(damaged.Folder.File("b.phd")));
     EXPECT_EQ(damaged.Host.Messages.size(), 1U);
+    EXPECT_TRUE(damaged.Label("Foot").contains("encrypted"));
     EXPECT_FALSE(damaged.Window->isVisible());
     EXPECT_EQ(damaged.Window->ExitCode(), 1);
 }

@@ -2,6 +2,7 @@
 
 #include "shell/window/ToolIcons.h"
 
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QToolButton>
@@ -289,6 +290,14 @@ void MainControls::SetTabOrder() const
             QWidget::setTabOrder(last, next);
         last = next;
     }
+}
+
+void MainControls::TellFoot(const QString& text, int width) const
+{
+    constexpr int kMargins = 24;
+    const QFontMetrics metrics(Foot->font());
+    Foot->setText(metrics.elidedText(text, Qt::ElideMiddle, width - kMargins));
+    Foot->setToolTip(text.toHtmlEscaped());
 }
 
 void MainControls::PlaceRooms() const

@@ -66,7 +66,7 @@ struct MainControls
     QLabel* Event;
     QProgressBar* Prog;
     QPushButton* Stop; ///< shown while something can be stopped; pressed, or Esc: it is to stop
-    QLabel* Foot;      ///< where the last set went
+    QLabel* Foot;      ///< where the last set went, and hints
 
     QAction* Mnu_File_LoadTR;
     QAction* Mnu_File_LoadPRJ;
@@ -84,6 +84,8 @@ struct MainControls
     QAction* Mnu_Go_Next;
     QAction* Mnu_Help_About;
 
+    /// Shows a line at the foot of a window of that width; all of it is in the tool tip.
+    void TellFoot(const QString& text, int width) const;
     /// Keeps `Frame3` beyond the right edge of the window.
     void PlaceRooms() const;
 

@@ -13,7 +13,6 @@
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QFileInfo>
-#include <QFontMetrics>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -172,9 +171,7 @@ void Main_Frm::ConnectLists()
 
 void Main_Frm::TellFoot(const QString& text)
 {
-    const QFontMetrics metrics(controls_.Foot->font());
-    controls_.Foot->setText(metrics.elidedText(text, Qt::ElideMiddle, width() - 24));
-    controls_.Foot->setToolTip(text.toHtmlEscaped());
+    controls_.TellFoot(text, width());
 }
 
 void Main_Frm::ShowAbout()

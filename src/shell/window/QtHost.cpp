@@ -64,6 +64,12 @@ void QtHost::ShowBox(const std::string& text, const std::string& title, const st
     box.exec();
 }
 
+void QtHost::ShowHint(const std::string& text)
+{
+    if (controls_ != nullptr)
+        controls_->TellFoot(FromText(text), window_->width());
+}
+
 /// What can't be undone isn't done by the Enter key alone.
 bool QtHost::Ask(const std::string& question, const std::string& title)
 {

@@ -17,6 +17,8 @@ public:
     /// The detail stands in small letters below the text.
     void ShowFailure(const std::string& text, const std::string& title,
                      const std::string& detail) override;
+    /// At the foot of the window.
+    void ShowHint(const std::string& text) override;
     bool Ask(const std::string& question, const std::string& title) override;
     void ShowOpen(FileDialog& dialog) override;
     void ShowSave(FileDialog& dialog) override;
