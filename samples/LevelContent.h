@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace morlik::samples
@@ -48,6 +49,14 @@ struct RoomContent
     std::size_t NumZSectors = 1;
     std::size_t NumXSectors = 1;
     std::size_t NumOthers = 0; ///< sprites; twice as many portals, and so on
+};
+
+/// What makes a Tomb Raider IV level one of its extended engine.
+struct ExtensionContent
+{
+    std::uint16_t NumSlots = 0;         ///< as the file tells it; 0 stands for 370
+    std::vector<std::int16_t> SoundMap; ///< in place of the level's own
+    std::vector<SamplePlace> Places;    ///< of the samples in a `main.sfx`; none: they are here
 };
 
 /// Everything that a level file holds, so that a test can take a whole level, change what matters
@@ -101,6 +110,10 @@ struct LevelContent
     std::vector<SoundDetail> SoundDetails;
     std::vector<std::int32_t> SampleIndices;
     std::vector<std::vector<std::byte>> Samples; ///< WAV files; not in Tomb Raider II and III
+
+    std::optional<ExtensionContent> Extension; ///< Tomb Raider IV only
+    /// Tomb Raider I and Gold: the palette stands where the other of the two has it.
+    bool OtherPalettePlace = false;
 };
 
 /// A level of the game with nothing in it but its first word, and all slots of the sound map free.
@@ -113,6 +126,10 @@ LevelContent MakeTinyLevel(VersionCode game);
 /// The same in as few bytes as the format allows: a single row of tile pixels in Tomb Raider IV and
 /// V. The textures reach beyond it.
 LevelContent MakeSmallestLevel(VersionCode game);
+
+/// Makes a Tomb Raider IV level one of the extended engine with as many slots in its sound map,
+/// two of them, above 369, used. Its samples go to a `main.sfx` where `outside` tells so.
+void MakeExtended(LevelContent& level, std::uint16_t numSlots, bool outside);
 
 struct RichOptions
 {

@@ -180,12 +180,30 @@ void PutTextures(Contents& contents, const LevelContent& level)
 /// Tomb Raider I and Gold keep the samples in the level; the indices are positions in them there.
 void PutSounds(Contents& contents, const LevelContent& level)
 {
-    contents["Sound map"].Put(level.SoundMap);
+    if (level.Extension)
+        contents["Sound map"].PutTable(level.Extension->SoundMap);
+    else
+        contents["Sound map"].Put(level.SoundMap);
     contents["Sound details"].PutTable(level.SoundDetails);
     MarkedWriter& samples = contents["Sample data"];
     for (const auto& sample : level.Samples)
         samples.PutTable(sample);
     contents["Sample indices"].PutTable(level.SampleIndices);
+}
+
+/// The sections of a level: those of its game, with what is another one's.
+std::vector<SectionLayout> SectionsIn(const LevelContent& level)
+{
+    if (level.OtherPalettePlace)
+        return SectionsOf(level.Game == kTR1 ? kTR1Gold : kTR1);
+    auto sections = SectionsOf(level.Game);
+    if (level.Extension) {
+        std::erase_if(sections, [](const auto& section) { return section.Name == "Demo data"; });
+        for (SectionLayout& section : sections)
+            if (section.Name == "Sound map")
+                section.RecordBytes = 2 * level.Extension->SoundMap.size();
+    }
+    return sections;
 }
 
 /// Everything from the unused first word to the sample indices: in Tomb Raider IV the level block.
@@ -201,7 +219,7 @@ void WriteLevelData(MarkedWriter& out, const LevelContent& level)
     PutSounds(contents, level);
     std::size_t others = 0; // records of the last list of filler
     std::size_t boxes = 0;
-    for (const auto& [name, countBytes, recordBytes] : SectionsOf(level.Game)) {
+    for (const auto& [name, countBytes, recordBytes] : SectionsIn(level)) {
         const auto found = contents.find(name);
         const bool isFiller = found == contents.end();
         std::size_t records = name == "Zones" ? boxes : 1;
@@ -210,6 +228,8 @@ void WriteLevelData(MarkedWriter& out, const LevelContent& level)
         if (name == "Boxes")
             boxes = records;
         out.Section(std::string(name));
+        if (level.Extension && name == "Sound map")
+            out.Count<std::uint16_t>("Slots", level.Extension->NumSlots);
         if (countBytes == 2)
             out.Count<std::int16_t>(std::string(name), records);
         else if (countBytes == 4)
@@ -234,6 +254,18 @@ void WriteSamples(MarkedWriter& out, const LevelContent& level)
         out.Count<std::int32_t>(name, sample.size());
         out.PutTable(sample);
     }
+}
+
+/// What stands at the end of a level of the extended engine of Tomb Raider IV.
+void WriteExtension(MarkedWriter& out)
+{
+    constexpr std::size_t kDataBytes = 30;
+    out.Section("Extension");
+    const auto start = out.Size();
+    out.PutText("NG");
+    out.PutFiller(kDataBytes);
+    out.PutText("NGLE");
+    out.Count<std::uint32_t>("Extension", out.Size() - start + sizeof(std::uint32_t));
 }
 
 } // namespace
@@ -326,7 +358,12 @@ LevelFile WrapTR4(const LevelContent& level, std::span<const std::byte> levelBlo
     MarkedWriter out;
     WriteTileBlocks(out, level);
     WriteBlock(out, "Level block", levelBlock);
-    WriteSamples(out, level);
+    if (level.Extension && !level.Extension->Places.empty())
+        out.CountedTable<std::int32_t>("Samples", level.Extension->Places);
+    else
+        WriteSamples(out, level);
+    if (level.Extension)
+        WriteExtension(out);
     return std::move(out).Finish();
 }
 

@@ -30,6 +30,11 @@ void WriteAll(const std::filesystem::path& folder)
                                                                     {"tr4.tr4", kTR4},
                                                                     {"tr5.trc", kTR5}})
         write(name, WriteLevel(samples::MakeRichLevel(game)).Bytes);
+    auto extended = samples::MakeRichLevel(kTR4);
+    samples::MakeExtended(extended, 2048, false);
+    write("extended.tr4", WriteLevel(extended).Bytes);
+    samples::MakeExtended(extended, 1024, true); // its samples are those of the main.sfx
+    write("outside.tr4", WriteLevel(extended).Bytes);
     write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
     write("sample.prj", samples::WriteProject(samples::MakeProject()).Bytes);
 }

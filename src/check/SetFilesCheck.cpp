@@ -78,15 +78,19 @@ private:
     std::string base_;
 };
 
-/// WAV files that no line names: no fault, since nothing looks at them.
-Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string>& lines)
+/// WAV files that no line names: no fault, since nothing looks at them. Those of a set of Tomb
+/// Raider IV, from a `main.sfx`, are in no list.
+Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string>& lines,
+                        VersionCode game)
 {
+    const std::string ownStart = game == kTR4 ? "TR4 Sound " : "";
     const std::set<std::string> named(lines.begin(), lines.end());
     std::set<std::string> unnamed;
     std::error_code fault; // as above: the lines have told it
     for (fs::directory_iterator entry(ToPath(folder), fault), end; !fault && entry != end;
          entry.increment(fault))
-        if (const auto name = FromPath(entry->path().filename()); !named.contains(name))
+        if (const auto name = FromPath(entry->path().filename());
+            !named.contains(name) && (ownStart.empty() || !name.starts_with(ownStart)))
             unnamed.insert(name);
     Gatherer out;
     for (const std::string& name : unnamed)
@@ -95,7 +99,7 @@ Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string
 }
 
 /// The folder of the WAV files. That of games 2 and 3 is there if the set was saved with a
-/// `main.sfx`, that of games 4 and 5 from a set that was here before.
+/// `main.sfx`, that of game 4 only then, that of game 5 from a set that was here before.
 void CheckSoundFolder(SetCheck& check, const std::string& folder,
                       const std::vector<std::string>& lines, VersionCode game)
 {
@@ -105,7 +109,8 @@ void CheckSoundFolder(SetCheck& check, const std::string& folder,
     else if (IsOlderGame(game) && !lines.empty())
         check.Report.Notes.push_back("There are no WAV files: the set was saved without main.sfx");
     if (isThere)
-        check.Report.Notes = UnnamedWaves(folder, lines);
+        for (const std::string& note : UnnamedWaves(folder, lines, game))
+            check.Report.Notes.push_back(note);
 }
 
 } // namespace

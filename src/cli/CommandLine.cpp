@@ -65,8 +65,8 @@ void AddConvert(CLI::App& app, int& status, const Streams& streams)
     AddOption(convert, "-d", options->Folder, "folder for the sets, each named after its level")
         .type_name("FOLDER");
     AddOption(convert, "--main-sfx", options->MainSFX,
-              "take the sounds of Tomb Raider II and III levels from this main.sfx; with "
-              "\"auto\" from the one in the level's folder or the folder above")
+              "take the sounds of Tomb Raider II and III levels, and of extended ones of IV, from "
+              "this main.sfx; with \"auto\" from the one in the level's folder or the folder above")
         .type_name("FILE");
     AddOption(convert, "--objects", options->Objects,
               "take these objects alone: numbers, ranges and names with * and ?, static meshes "

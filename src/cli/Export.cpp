@@ -47,8 +47,10 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
                 return false;
         } else {
             LoadLevel(session, file);
-            if (session.Level.NumSamples == 0) {
-                session.Report.Message("The sounds of this game are in its main.sfx");
+            if (session.Level.Samples.empty()) {
+                session.Report.Message(HasMainSFX(session.Level)
+                                           ? "The sounds of this game are in its main.sfx"
+                                           : "The level holds no sounds");
                 return false;
             }
         }

@@ -91,7 +91,9 @@ Json DescribeLevel(const std::string& file, Session& session)
     LoadObjectIDs("", session.Names, session.Report);
     LoadLevel(session, file);
     const LevelData& level = session.Level;
-    const bool samplesElsewhere = HasMainSFX(level.Version);
+    const bool samplesElsewhere = HasMainSFX(level);
+    const std::size_t numElsewhere =
+        HasMainSFX(level.Version) ? level.SampleIndices.size() : level.SamplePlaces.size();
     return {{"file", file},
             {"game", std::string("Tomb Raider ") +
                          kNumerals.at(static_cast<std::size_t>(NumberOf(level.Version)))},
@@ -104,7 +106,7 @@ Json DescribeLevel(const std::string& file, Session& session)
             // The reader of IV and V passes over them.
             {"sprites", IsOlderGame(level.Version) ? Json(level.NumSpriteTextures) : Json()},
             {"sound details", level.NumSoundDetails},
-            {"samples", samplesElsewhere ? level.NumSampleIndices : level.NumSamples},
+            {"samples", samplesElsewhere ? Json(numElsewhere) : Json(level.NumSamples)},
             {"moveables", Moveables(session)},
             {"static meshes", Statics(session)},
             {"sounds", samplesElsewhere ? Json::array() : Sounds(level)}};

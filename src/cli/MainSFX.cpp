@@ -35,19 +35,28 @@ bool LoadMainSFX(Session& session, const std::string& file)
 
 std::string NoteOnSounds(const Session& session, const std::string& mainSFX, bool wasLookedFor)
 {
-    const auto& indices = session.Level.SampleIndices;
-    if (!HasMainSFX(session.Level.Version))
+    const LevelData& level = session.Level;
+    if (!HasMainSFX(level))
         return {};
     if (mainSFX.empty())
         return wasLookedFor ? "No WAV files: there is no main.sfx beside the level or above it"
                             : "No WAV files: the sounds are in main.sfx, see --main-sfx";
-    const auto missing = std::count_if(indices.begin(), indices.end(), [&](std::int32_t index) {
-        return index < 0 || std::cmp_greater_equal(index, session.MainSFX.MainSFXSamples.size());
-    });
-    if (missing == 0)
-        return {};
-    return Printable(mainSFX) + " lacks " + std::to_string(missing) + " of the " +
-           std::to_string(indices.size()) + " samples of the level";
+    const auto note = [&](std::ptrdiff_t missing, std::size_t all) {
+        return missing == 0 ? std::string()
+                            : Printable(mainSFX) + " lacks " + std::to_string(missing) +
+                                  " of the " + std::to_string(all) + " samples of the level";
+    };
+    const MainSFXState& sfx = session.MainSFX;
+    if (const auto& places = level.SamplePlaces; !places.empty())
+        return note(std::ranges::count_if(places,
+                                          [&](const SamplePlace& place) {
+                                              return !sfx.WaveAt(place.Start, place.Size);
+                                          }),
+                    places.size());
+    const auto& indices = level.SampleIndices;
+    return note(
+        std::ranges::count_if(indices, [&](std::int32_t index) { return !sfx.WaveOf(&index); }),
+        indices.size());
 }
 
 } // namespace morlik::cli

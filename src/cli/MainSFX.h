@@ -16,8 +16,8 @@ std::string FindMainSFX(const std::string& level);
 /// Reads a `main.sfx` that is what a command is about; one without a sound is told.
 bool LoadMainSFX(Session& session, const std::string& file);
 
-/// What is to be said of the sounds of a converted level of Tomb Raider II or III, which are in
-/// `main.sfx`; empty where they are all there. `wasLookedFor`: and not chosen.
+/// What is to be said of the sounds of a converted level that are in `main.sfx`; empty where they
+/// are all there. `wasLookedFor`: and not chosen.
 std::string NoteOnSounds(const Session& session, const std::string& mainSFX, bool wasLookedFor);
 
 } // namespace morlik::cli

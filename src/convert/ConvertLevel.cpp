@@ -44,13 +44,10 @@ ObjectSet TablesOf(const LevelData& level)
     return set;
 }
 
-/// The sound tables of Tomb Raider I to III. Slots that a game leaves unread hold 0 and count too.
+/// The sounds of Tomb Raider I to III.
 void ConvertSounds(const LevelData& level, ObjectSet& set, Reporter& report)
 {
-    SoundTables& tables = set.Sounds.emplace();
-    std::copy_n(level.SoundMap.begin(), tables.SoundMap.size(), tables.SoundMap.begin());
-    tables.SoundDetails = level.SoundDetails;
-    tables.SampleIndices = level.SampleIndices;
+    set.Sounds = SoundTablesOf(level);
     const auto waveOf = [&level](std::int32_t sample) -> std::optional<std::span<const std::byte>> {
         const Sample* found = FindIn(level.Samples, sample);
         return found != nullptr ? std::optional(found->Data) : std::nullopt;
@@ -119,6 +116,15 @@ std::optional<ObjectSet> ConvertObjectsOf(const LevelData& level, const ObjectPl
 }
 
 } // namespace
+
+SoundTables SoundTablesOf(const LevelData& level)
+{
+    SoundTables tables;
+    std::copy_n(level.SoundMap.begin(), tables.SoundMap.size(), tables.SoundMap.begin());
+    tables.SoundDetails = level.SoundDetails;
+    tables.SampleIndices = level.SampleIndices;
+    return tables;
+}
 
 std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames& names,
                                       const std::string& levelTitle, const ConvertChoices& choices,

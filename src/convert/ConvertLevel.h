@@ -34,6 +34,9 @@ enum class ConvertStage : std::uint8_t
     Objects,
 };
 
+/// The sound tables of a level. Slots that a game leaves unread hold 0 and count too.
+SoundTables SoundTablesOf(const LevelData& level);
+
 /// Brings a level into the editor's form. The level stays as it was read; pixels and samples of the
 /// set are views into what it was read from. Samples of `main.sfx` are not there yet.
 /// `levelTitle` is the file name of the level, for the list.

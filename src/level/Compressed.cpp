@@ -158,7 +158,6 @@ void SkipItemsTR45(ByteReader& reader)
 {
     SkipTable(reader, "items", 24);
     SkipTable(reader, "AI objects", 24);
-    SkipShortTable(reader, "demo data", 1);
 }
 
 } // namespace morlik

@@ -48,7 +48,7 @@ struct TextureRecordLayout
 /// unless the sizes make sense in another one alone.
 void ReadObjectTexturesTR45(LevelReading& reading, std::span<const TextureRecordLayout> layouts);
 
-/// Items, AI objects and demo data.
+/// Items and AI objects.
 void SkipItemsTR45(ByteReader& reader);
 
 } // namespace morlik

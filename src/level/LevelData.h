@@ -79,6 +79,14 @@ struct Sample
     std::size_t Size() const { return Data.size(); }
 };
 
+/// Where a sample stands in a `main.sfx`, in bytes.
+struct SamplePlace
+{
+    std::uint32_t Start = 0;
+    std::uint32_t Size = 0;
+};
+static_assert(sizeof(SamplePlace) == 8);
+
 /// A loaded level of any of the five games. Each reader fills what its game has and what the
 /// program later needs; everything else stays 0 or empty. A count is kept beside its array because
 /// some sections may carry a count of 0 or less, which goes on to the output as it was read. What
@@ -151,8 +159,16 @@ struct LevelData
     std::vector<SoundDetail> SoundDetails;
     std::int32_t NumSampleIndices = 0;
     std::vector<std::int32_t> SampleIndices; ///< II and III: position in `main.sfx`
-    std::int32_t NumSamples = 0;             ///< 0 for II and III, whose samples are in `main.sfx`
+    std::int32_t NumSamples = 0;             ///< 0 where the samples are in `main.sfx`
     std::vector<Sample> Samples;
+    std::vector<SamplePlace> SamplePlaces; ///< extended levels of IV with samples in `main.sfx`
 };
+
+/// Whether the samples of a level stand in a `main.sfx`: those of Tomb Raider II and III by their
+/// numbers, those of some levels of the extended engine of IV by their places.
+inline bool HasMainSFX(const LevelData& level)
+{
+    return HasMainSFX(level.Version) || !level.SamplePlaces.empty();
+}
 
 } // namespace morlik

@@ -2,6 +2,7 @@
 // games have in the file itself, and the samples.
 
 #include "level/Compressed.h"
+#include "level/Extension.h"
 #include "level/Readers.h"
 
 namespace morlik
@@ -15,7 +16,7 @@ constexpr ObjectLayout kLayout{.WideAnimations = true,
                                .Meshes = CountRule::Positive,
                                .Changes = CountRule::Positive,
                                .Statics = CountRule::ZeroIsEmpty,
-                               .Sounds = CountRule::Positive,
+                               .Sounds = CountRule::ZeroIsEmpty,
                                .SoundMapSlots = kSoundMapSlotsTR2};
 
 constexpr std::array<TextureRecordLayout, 1> kTextureLayouts{{{8, 0}}};
@@ -33,16 +34,21 @@ std::shared_ptr<const UninitialisedVector<std::byte>> InflateLevelBlock(ByteRead
 }
 
 /// Samples: an unused word, the size, the data.
-void ReadSamples(LevelReading& reading)
+void ReadSamples(LevelReading& reading, bool isExtended)
 {
     constexpr std::size_t kSampleHeadBytes = 8;
     ByteReader& reader = reading.Reader;
     LevelData& level = reading.Level;
     reader.Section("samples");
-    level.NumSamples = ReadCount(reader, CountRule::Positive);
-    if (static_cast<std::size_t>(level.NumSamples) > reader.Left() / kSampleHeadBytes)
-        reader.Fail("a count of " + std::to_string(level.NumSamples));
-    level.Samples.resize(static_cast<std::size_t>(level.NumSamples));
+    const auto count = ReadCount(reader, CountRule::ZeroIsEmpty);
+    if (static_cast<std::size_t>(count) > reader.Left() / kSampleHeadBytes)
+        reader.Fail("a count of " + std::to_string(count));
+    if (isExtended && HasSamplePlaces(reader, count)) {
+        level.SamplePlaces = reader.Table<SamplePlace>(count);
+        return;
+    }
+    level.NumSamples = count;
+    level.Samples.resize(static_cast<std::size_t>(count));
     for (Sample& sample : level.Samples) {
         reader.Skip(4);
         const auto size = reader.Read<std::int32_t>();
@@ -83,7 +89,7 @@ void SkipRooms(LevelReading& reading)
     SkipTable(reader, "floor data", 2);
 }
 
-void ReadLevelBlock(LevelReading& reading)
+void ReadLevelBlock(LevelReading& reading, bool isExtended)
 {
     SkipRooms(reading);
     ReadObjects(reading, kLayout);
@@ -93,7 +99,13 @@ void ReadLevelBlock(LevelReading& reading)
     reading.Reader.Skip(4); // mark of the object textures
     ReadObjectTexturesTR45(reading, kTextureLayouts);
     SkipItemsTR45(reading.Reader);
-    ReadSoundMap(reading, kLayout);
+    if (isExtended) {
+        ReadExtendedSoundMap(reading);
+        ReadSoundDetails(reading, kLayout);
+    } else {
+        SkipShortTable(reading.Reader, "demo data", 1);
+        ReadSoundMap(reading, kLayout);
+    }
     ReadSampleIndices(reading, kLayout);
 }
 
@@ -101,12 +113,14 @@ void ReadLevelBlock(LevelReading& reading)
 
 void ReadTR4(LevelReading& reading)
 {
+    ByteReader rest = reading.Reader;
+    const bool isExtended = IsExtended(rest.Take(rest.Left()));
     ReadTileBlocks(reading);
     reading.Level.LevelGeometry = InflateLevelBlock(reading.Reader, reading.Report.Times);
-    ReadSamples(reading);
+    ReadSamples(reading, isExtended);
     ByteReader blockReader(*reading.Level.LevelGeometry);
     LevelReading blockReading{blockReader, reading.Level, reading.State, reading.Report};
-    ReadLevelBlock(blockReading);
+    ReadLevelBlock(blockReading, isExtended);
 }
 
 } // namespace morlik

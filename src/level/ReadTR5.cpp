@@ -82,6 +82,7 @@ void ReadTR5(LevelReading& reading)
     reader.Skip(5); // mark of the object textures
     ReadObjectTexturesTR45(reading, kTextureLayouts);
     SkipItemsTR45(reader);
+    SkipShortTable(reader, "demo data", 1);
     ReadSoundMap(reading, kLayout);
     ReadSampleIndices(reading, kLayout);
     ReadRiffSamples(reading, samplesAt, kSampleGap);

@@ -112,6 +112,11 @@ void ReadSoundMap(LevelReading& reading, const ObjectLayout& layout)
     const auto map =
         reading.Reader.Table<std::int16_t>(static_cast<std::int64_t>(layout.SoundMapSlots));
     std::copy(map.begin(), map.end(), reading.Level.SoundMap.begin());
+    ReadSoundDetails(reading, layout);
+}
+
+void ReadSoundDetails(LevelReading& reading, const ObjectLayout& layout)
+{
     ReadTable(reading.Reader, "sound details", layout.Sounds, reading.Level.NumSoundDetails,
               reading.Level.SoundDetails);
 }

@@ -76,6 +76,7 @@ void SkipBoxes(ByteReader& reader, std::size_t boxBytes, std::size_t zoneBytes);
 
 /// Sound map and sound details.
 void ReadSoundMap(LevelReading& reading, const ObjectLayout& layout);
+void ReadSoundDetails(LevelReading& reading, const ObjectLayout& layout);
 void ReadSampleIndices(LevelReading& reading, const ObjectLayout& layout);
 
 /// As many samples as there are sample indices, each a RIFF file followed by `gap` bytes, from

@@ -42,9 +42,8 @@ void LimitWaveBytes(std::size_t bytes)
                             " are written");
 }
 
-void ListSetSamples(ObjectSet& set, const WaveOf& waveOf)
+void ListSetSamples(ObjectSet& set, const SoundTables& tables, const WaveOf& waveOf)
 {
-    const SoundTables& tables = *set.Sounds;
     LimitSamples(CountSamples(tables.SoundDetails));
     std::map<std::string_view, Wave> waves;
     const auto uses = ListSamples(tables.SoundMap, tables.SoundDetails, SlotRule::LastOr0);

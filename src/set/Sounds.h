@@ -32,7 +32,8 @@ constexpr std::size_t kMostWaveBytes = std::size_t{256} << 20U;
 void LimitSamples(std::size_t count);
 void LimitWaveBytes(std::size_t bytes);
 
-/// Lists the samples of a set by its sound tables, under the names that the SAM file gives them:
+/// Lists the samples of a set by its sound tables, or by those of its level, under the names that
+/// the SAM file gives them:
 ///
 ///   TR<game> Sound <sound number>-<sample of the sound, from 0>.wav
 ///
@@ -40,7 +41,11 @@ void LimitWaveBytes(std::size_t bytes);
 /// Of several samples with one name all have the WAV file of the last one that exists.
 /// More samples than any level has are `SoundsDamaged`.
 using WaveOf = std::function<std::optional<std::span<const std::byte>>(std::int32_t sample)>;
-void ListSetSamples(ObjectSet& set, const WaveOf& waveOf);
+void ListSetSamples(ObjectSet& set, const SoundTables& tables, const WaveOf& waveOf);
+inline void ListSetSamples(ObjectSet& set, const WaveOf& waveOf)
+{
+    ListSetSamples(set, *set.Sounds, waveOf);
+}
 
 /// The SAM file of Tomb Raider I to III: a line for each sample, the name of its WAV file.
 void WriteSam(TextLines& file, const std::vector<SetSample>& samples);

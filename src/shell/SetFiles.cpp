@@ -48,7 +48,7 @@ std::vector<std::string> FilesOfSet(const std::string& fileName, VersionCode gam
     for (const char* extension : {"was", "wad", "swd", "sam", "sfx"})
         files.push_back(names.With(extension));
     files.push_back(names.Info());
-    if (game == kNoLevel || IsOlderGame(game)) // the others have none
+    if (game != kTR5) // which has none
         AddWaves(names.SoundFolder(), game, files);
     return files;
 }

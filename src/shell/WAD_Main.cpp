@@ -100,6 +100,8 @@ private:
         status_.Stage("Writing SAM", 80);
         report_.LogLine("Writing SAM file");
         bool complete = set_.Sounds ? WriteSamples() : CopyDefault("sam");
+        if (!set_.Sounds && HasMainSFX(level_))
+            complete &= WriteWavesOnly();
         status_.Stage("Writing SFX", 85);
         report_.LogLine("Writing SFX file");
         if (set_.Sounds)
@@ -121,12 +123,21 @@ private:
     {
         TextLines file;
         file.Open(group_->DraftOf(names_.With("sam")), names_.With("sam"));
-        const Answer answer = HasMainSFX(set_.Game) ? TakeMainSFX() : Answer::Read;
-        context_.FMLoad.Filter = kOpenFilter;
+        const Answer answer = HasMainSFX(level_) ? TakeMainSFX() : Answer::Read;
         WriteSam(file, set_.Samples);
         if (answer == Answer::Read)
             WriteWaveFiles();
         file.Close();
+        return answer != Answer::Failed;
+    }
+
+    /// The WAV files of an extended level of Tomb Raider IV with its samples in `main.sfx`; the
+    /// default SAM file doesn't list them.
+    bool WriteWavesOnly()
+    {
+        const Answer answer = TakeMainSFX();
+        if (answer == Answer::Read)
+            WriteWaveFiles();
         return answer != Answer::Failed;
     }
 
@@ -138,6 +149,7 @@ private:
         dialog.Filter = kMainSFXFilter;
         dialog.FileName.clear();
         report_.TheHost().ShowOpen(dialog);
+        dialog.Filter = kOpenFilter;
         if (dialog.FileName.empty())
             return Answer::Cancelled;
         GuardInputs({{dialog.FileName}}, FilesOfSet(fileName_));
@@ -145,23 +157,39 @@ private:
         if (!ReadMainSFX(dialog.FileName, chosen, report_))
             return Answer::Failed;
         context_.MainSFX = std::move(chosen);
-        const auto waveOf = [this](std::int32_t sample) {
-            return context_.MainSFX.WaveOf(FindIn(set_.Sounds->SampleIndices, sample));
-        };
-        ListSetSamples(set_, waveOf);
+        ListWaves();
         set_.Owners.insert(set_.Owners.end(), context_.MainSFX.Files.begin(),
                            context_.MainSFX.Files.end());
         return Answer::Read;
     }
 
-    void WriteWaveFiles()
+    /// The samples of the level in the chosen file.
+    void ListWaves()
     {
-        group_->AddFolder(names_.SoundFolder());
+        const SoundTables tables = set_.Sounds ? *set_.Sounds : SoundTablesOf(level_);
+        const auto waveOf = [&](std::int32_t sample) {
+            if (const SamplePlace* place = FindIn(level_.SamplePlaces, sample))
+                return context_.MainSFX.WaveAt(place->Start, place->Size);
+            return context_.MainSFX.WaveOf(FindIn(tables.SampleIndices, sample));
+        };
+        LimitSounds([&] { ListSetSamples(set_, tables, waveOf); });
+    }
+
+    /// More sounds than any level has get their message.
+    template <class Work>
+    void LimitSounds(const Work& work)
+    {
         try {
-            WriteWaves(*group_, names_.SoundFolder(), set_.Samples);
+            work();
         } catch (const SoundsDamaged& failure) {
             report_.Stop(kSoundsDamaged, kAppTitle, failure.what());
         }
+    }
+
+    void WriteWaveFiles()
+    {
+        group_->AddFolder(names_.SoundFolder());
+        LimitSounds([this] { WriteWaves(*group_, names_.SoundFolder(), set_.Samples); });
         if (set_.MissingSamples != 0)
             report_.LogLine("Samples that do not exist and get no WAV file: " +
                             std::to_string(set_.MissingSamples));

@@ -48,6 +48,16 @@ void ReadSamples(std::span<const std::byte> bytes, MainSFXState& state, Reporter
 
 } // namespace
 
+std::optional<std::span<const std::byte>> MainSFXState::WaveAt(std::uint32_t start,
+                                                               std::uint32_t size) const
+{
+    const auto bytes = Files.empty() ? std::span<const std::byte>() : Files.back()->Bytes();
+    if (start > bytes.size() || size > bytes.size() - start)
+        return std::nullopt;
+    const auto wave = bytes.subspan(start, size);
+    return BeginsAsWave(wave) ? std::optional(wave) : std::nullopt;
+}
+
 bool IsNamedMainSFX(const fs::path& name)
 {
     return NameBegins(name, kName) && name.native().size() == kName.size();

@@ -32,6 +32,8 @@ struct MainSFXState
         const auto* found = number != nullptr ? FindIn(MainSFXSamples, *number) : nullptr;
         return found != nullptr ? std::optional(*found) : std::nullopt;
     }
+    /// What stands at a place in the last file, in bytes; nothing where that is no sample of it.
+    std::optional<std::span<const std::byte>> WaveAt(std::uint32_t start, std::uint32_t size) const;
 };
 
 /// Whether a file has the name of a `main.sfx`, in any case of letters.

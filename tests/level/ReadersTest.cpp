@@ -124,8 +124,8 @@ const std::vector<CountRow> kCountRows{
     {"Sprite sequences", [](LevelContent&) {}, "++", "+-", "+-"},
     {"Cameras", [](LevelContent&) {}, "+-", "+-", "+-"},
     {"Demo data", [](LevelContent&) {}, "+-", "+-", "+-"},
-    {"Sound details", [](LevelContent& c) { c.SoundDetails.clear(); }, "++", "--", "++"},
-    {"Sample indices", [](LevelContent& c) { c.SampleIndices.clear(); }, "++", "--", "++"},
+    {"Sound details", [](LevelContent& c) { c.SoundDetails.clear(); }, "++", "+-", "++"},
+    {"Sample indices", [](LevelContent& c) { c.SampleIndices.clear(); }, "++", "+-", "++"},
 };
 
 TEST(ReadTR, TakesCountsOf0AndLessWhereTheGameAllowsThem)

@@ -145,11 +145,12 @@ void Main_Frm::ShowLevelType()
             controls_.LaraType->setCurrentIndex(static_cast<int>(i));
 }
 
-/// Levels of Tomb Raider II and III have no samples of their own.
+/// Levels of Tomb Raider II and III, and some of the extended engine of IV, have no samples of
+/// their own.
 void Main_Frm::ListLevelSounds()
 {
     session_.Report.LogLine("Listing sounds");
-    const bool hasSamples = !HasMainSFX(session_.Level.Version);
+    const bool hasSamples = !HasMainSFX(session_.Level);
     ListSounds(hasSamples ? LevelSounds(session_.Level) : std::vector<SoundEntry>());
     controls_.SndFrame->setEnabled(hasSamples);
 }
