@@ -3,6 +3,7 @@
 #include "base/Text.h"
 
 #include <new>
+#include <utility>
 
 namespace morlik
 {
@@ -29,6 +30,8 @@ const char* ReasonOf(const std::exception& failure)
 
 void Reporter::LogLine(std::string_view text, std::int16_t flag)
 {
+    if (deferred_ != nullptr)
+        return deferred_->Add([this, line = std::string(text), flag] { LogLine(line, flag); });
     Log.Line(Printable(text), flag);
     // The log is read when something went wrong, so it must be on disk by then.
     Log.Flush();
@@ -47,20 +50,32 @@ void Reporter::MessageOf(const std::string& text, const std::string& name)
 void Reporter::Hint(const std::string& text)
 {
     LogLine(text);
-    host_.ShowHint(text);
+    Tell([this, text] { host_.ShowHint(text); });
 }
 
 void Reporter::Stop(const std::string& text, const std::string& title, const std::string& detail)
 {
-    TellHeldBack();
-    LogMessage(text, detail);
-    ShowBox(text, title, detail);
+    Tell([=, this] {
+        TellHeldBack();
+        LogMessage(text, detail);
+        ShowBox(text, title, detail);
+    });
     throw ProgramEnd(text);
+}
+
+void Reporter::Tell(const std::function<void()>& tell)
+{
+    if (deferred_ != nullptr)
+        deferred_->Add(tell);
+    else
+        tell();
 }
 
 void Reporter::Show(const std::string& kind, const std::string& text, const std::string& title,
                     const std::string& detail)
 {
+    if (deferred_ != nullptr)
+        return deferred_->Add([=, this] { Show(kind, text, title, detail); });
     LogMessage(text, detail);
     if (scopes_ != 0 && ++told_[kind] > MessageScope::kMostOfAKind)
         ++heldBack_;
@@ -106,6 +121,32 @@ MessageScope::~MessageScope()
         // What ends the scope by an exception is told at its edge.
         report_.heldBack_ = 0;
     }
+}
+
+DeferredReports::DeferredReports(Reporter& report) : report_(report)
+{
+    report_.deferred_ = this;
+}
+
+void DeferredReports::End()
+{
+    if (report_.deferred_ == this)
+        report_.deferred_ = nullptr;
+}
+
+void DeferredReports::Tell()
+{
+    End();
+    wasTold_ = true;
+    for (const auto& tell : std::exchange(reports_, {}))
+        tell();
+}
+
+void DeferredReports::Add(std::function<void()> tell)
+{
+    reports_.push_back(std::move(tell));
+    if (reports_.size() >= kMost)
+        Tell();
 }
 
 } // namespace morlik

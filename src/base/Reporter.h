@@ -5,10 +5,12 @@
 #include "base/TextLines.h"
 
 #include <exception>
+#include <functional>
 #include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morlik
 {
@@ -24,6 +26,8 @@ public:
 /// What to tell of a failure that only a main or a window event catches. A text of its own for
 /// missing memory; nothing is allocated.
 const char* ReasonOf(const std::exception& failure);
+
+class DeferredReports;
 
 /// The channels on which the work tells what it does: message boxes and status through the Host,
 /// the log beside the program and the Info file of the running save.
@@ -59,6 +63,10 @@ public:
 
 private:
     friend class MessageScope;
+    friend class DeferredReports;
+
+    /// Tells a report, in its turn where reports are deferred.
+    void Tell(const std::function<void()>& tell);
 
     void Show(const std::string& kind, const std::string& text, const std::string& title,
               const std::string& detail);
@@ -68,6 +76,7 @@ private:
     void TellHeldBack();
 
     Host& host_;
+    DeferredReports* deferred_ = nullptr;
     int scopes_ = 0;                          ///< loads and saves that go on
     std::map<std::string, std::size_t> told_; ///< messages of them by kind
     std::size_t heldBack_ = 0;
@@ -89,6 +98,33 @@ public:
 
 private:
     Reporter& report_;
+};
+
+/// Defers what a trial reports, from its start to its end: only then one knows whether it counts.
+class DeferredReports
+{
+public:
+    explicit DeferredReports(Reporter& report);
+    DeferredReports(const DeferredReports&) = delete;
+    DeferredReports& operator=(const DeferredReports&) = delete;
+    ~DeferredReports() { End(); }
+
+    /// From here on reports are told at once again.
+    void End();
+    /// The same, and tells what was deferred. Else nobody learns of it.
+    void Tell();
+    /// Whether it was told, be it that there was too much to keep.
+    bool WasTold() const { return wasTold_; }
+
+private:
+    friend class Reporter;
+    static constexpr std::size_t kMost = 4096;
+
+    void Add(std::function<void()> tell);
+
+    Reporter& report_;
+    std::vector<std::function<void()>> reports_;
+    bool wasTold_ = false;
 };
 
 } // namespace morlik

@@ -37,8 +37,14 @@ const char* WaveFault(std::span<const std::byte> bytes, VersionCode game)
 Complaints CheckSfx(const SoundTables& sounds)
 {
     Gatherer out;
+    // Slots that Tomb Raider I doesn't have hold 0, also where there is no detail 0.
+    const auto isFree = [&](std::size_t slot) {
+        return sounds.SoundMap[slot] == -1 ||
+               (sounds.SoundDetails.empty() && slot >= kSoundMapSlotsTR1 &&
+                sounds.SoundMap[slot] == 0);
+    };
     for (std::size_t i = 0; i < sounds.SoundMap.size(); ++i)
-        if (sounds.SoundMap[i] != -1 && !Inside(sounds.SoundMap[i], 1, sounds.SoundDetails.size()))
+        if (!isFree(i) && !Inside(sounds.SoundMap[i], 1, sounds.SoundDetails.size()))
             out.Add("Sound ", i, " has sound detail ", sounds.SoundMap[i], " of ",
                     sounds.SoundDetails.size());
     for (std::size_t i = 0; i < sounds.SoundDetails.size(); ++i)

@@ -159,23 +159,23 @@ void SkipCinematics(ByteReader& reader)
 
 } // namespace
 
-void ReadTR1(LevelReading& reading)
+void ReadTR1(LevelReading& reading, bool hasOtherPalette)
 {
     constexpr ObjectLayout kLayout = OlderObjects(kSoundMapSlotsTR1);
-    const bool gold = reading.State.LevelVersion == kTR1Gold;
+    const bool behindSprites = (reading.State.LevelVersion == kTR1Gold) != hasOtherPalette;
     ByteReader& reader = reading.Reader;
     ReadTiles8(reading);
     ReadRooms(reading, kRoomTR1);
     ReadObjects(reading, kLayout);
     ReadObjectTextures(reading, "-Converting Textures");
     ReadSprites(reading);
-    if (gold)
+    if (behindSprites)
         ReadPalette(reading);
     SkipCameras(reader);
     SkipBoxes(reader, 20, 12);
     SkipTable(reader, "animated textures", 2);
     SkipItems(reader, 22);
-    if (!gold)
+    if (!behindSprites)
         ReadPalette(reading);
     SkipCinematics(reader);
     ReadSoundMap(reading, kLayout);

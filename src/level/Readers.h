@@ -7,8 +7,9 @@ namespace morlik
 
 /// The readers of the games, each from behind the four version bytes on. Damage is `ReadFailure`.
 
-/// Tomb Raider I, and I Gold where `State.LevelVersion` is `kTR1Gold`.
-void ReadTR1(LevelReading& reading);
+/// Tomb Raider I, and I Gold where `State.LevelVersion` is `kTR1Gold`. With `hasOtherPalette` the
+/// palette stands where the other of the two has it, as in levels of demos.
+void ReadTR1(LevelReading& reading, bool hasOtherPalette = false);
 void ReadTR2(LevelReading& reading);
 void ReadTR3(LevelReading& reading);
 void ReadTR4(LevelReading& reading);

@@ -4,6 +4,7 @@
 #include "level/Readers.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace morlik
 {
@@ -33,6 +34,8 @@ std::string Describe(std::span<const std::byte> bytes)
     return digits + " \"" + text + "\"";
 }
 
+/// "TR4", which opens the files of Tomb Raider V too.
+constexpr std::uint32_t kTR4Or5 = 0x00345254;
 /// What a level begins with whose maker has encrypted it.
 constexpr std::uint32_t kProtected = 0x63345254;
 
@@ -61,7 +64,7 @@ VersionCode Identify(std::uint32_t word, const std::string& fileName)
     case 0xFFFFFFF0:
     case 0x03452548:
         return kTR4;
-    case 0x00345254: // "TR4", which opens the files of Tomb Raider V too
+    case kTR4Or5:
         if (EndsWithNoCase(fileName, "del.trc"))
             return kTR5Demo;
         return EndsWithNoCase(fileName, ".trc") ? kTR5 : kTR4;
@@ -70,12 +73,41 @@ VersionCode Identify(std::uint32_t word, const std::string& fileName)
     }
 }
 
-void ReadByVersion(LevelReading& reading)
+/// A way in which a file can be read.
+struct Way
 {
-    switch (reading.State.LevelVersion) {
+    VersionCode Version;
+    bool HasOtherPalette = false;
+};
+
+/// How a file may have to be read that can't be read as its name tells, where only the name told
+/// it.
+std::optional<Way> OtherWay(std::uint32_t word, const Way& way)
+{
+    switch (way.Version) {
     case kTR1:
     case kTR1Gold:
-        ReadTR1(reading);
+        return Way{way.Version, true};
+    case kTR4:
+        return word == kTR4Or5 ? std::optional(Way{kTR5}) : std::nullopt;
+    case kTR5:
+    case kTR5Demo:
+        return Way{kTR4};
+    case kTR2:
+    case kTR3:
+    case kNoLevel:
+    case kMainSFXVersion:
+        break;
+    }
+    return std::nullopt;
+}
+
+void ReadByVersion(LevelReading& reading, const Way& way)
+{
+    switch (way.Version) {
+    case kTR1:
+    case kTR1Gold:
+        ReadTR1(reading, way.HasOtherPalette);
         break;
     case kTR2:
         ReadTR2(reading);
@@ -106,6 +138,80 @@ std::shared_ptr<const FileBytes> LoadFile(const std::string& fileName, Reporter&
     }
 }
 
+class LevelFile
+{
+public:
+    LevelFile(std::shared_ptr<const FileBytes> file, TrMainState& state, Reporter& report)
+        : file_(std::move(file)), state_(state), report_(report)
+    {
+    }
+
+    LevelData Read(const Way& way) const
+    {
+        state_.LevelVersion = way.Version;
+        LevelData level;
+        level.File = file_;
+        ByteReader reader(file_->Bytes());
+        reader.Skip(sizeof(std::uint32_t)); // the first word
+        LevelReading reading{reader, level, state_, report_};
+        ReadByVersion(reading, way);
+        return level;
+    }
+
+    /// Reads the file in the first way that can be gone. Where none can, the failure and the
+    /// messages are those of the first one.
+    LevelData Read(const Way& way, const Way& other) const
+    {
+        DeferredReports reports(report_);
+        try {
+            LevelData level = Read(way);
+            reports.Tell();
+            return level;
+        } catch (const ReadFailure& failure) {
+            reports.End();
+            if (!reports.WasTold())
+                if (auto level = TryOther(other, failure))
+                    return std::move(*level);
+            state_.LevelVersion = way.Version;
+            reports.Tell();
+            throw;
+        } catch (const std::exception&) {
+            reports.Tell();
+            throw;
+        }
+    }
+
+private:
+    std::optional<LevelData> TryOther(const Way& way, const ReadFailure& failure) const
+    {
+        DeferredReports reports(report_);
+        try {
+            LevelData level = Read(way);
+            reports.End();
+            report_.LogLine(std::string("-Can't be read as its name tells: ") + failure.what());
+            report_.LogLine(TextOf(way));
+            reports.Tell();
+            return level;
+        } catch (const ReadFailure&) {
+            return std::nullopt;
+        } catch (const ProgramEnd&) { // its message is not told
+            return std::nullopt;
+        }
+    }
+
+    static std::string TextOf(const Way& way)
+    {
+        if (!way.HasOtherPalette)
+            return "-LevelVersion:" + DigitsOf(way.Version);
+        return std::string("-Palette where ") + (way.Version == kTR1 ? ".TUB" : ".PHD") +
+               " files have it";
+    }
+
+    std::shared_ptr<const FileBytes> file_;
+    TrMainState& state_;
+    Reporter& report_;
+};
+
 } // namespace
 
 LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& report)
@@ -119,16 +225,11 @@ LevelData ReadTR(const std::string& fileName, TrMainState& state, Reporter& repo
         const auto version = Identify(word, fileName);
         if (version == kNoLevel)
             StopAtUnknown(word, file->Bytes(), report);
-        state.LevelVersion = version;
         report.LogLine("-LevelVersion:" + DigitsOf(version));
-
-        LevelData level;
-        level.File = file;
-        ByteReader reader(file->Bytes());
-        reader.Skip(sizeof(word));
-        LevelReading reading{reader, level, state, report};
-        ReadByVersion(reading);
-        return level;
+        const LevelFile level(file, state, report);
+        const Way way{version};
+        const auto other = OtherWay(word, way);
+        return other ? level.Read(way, *other) : level.Read(way);
     } catch (const ReadFailure& failure) {
         report.Stop("ReadTR -> Error reading level", kErrorTitle, failure.what());
     }
