@@ -1,0 +1,34 @@
+#pragma once
+
+#include "picture/Scene.h"
+
+namespace morlik
+{
+
+/// Half of the height that a camera sees, for each unit of distance.
+constexpr double kViewSlope = 0.25;
+
+/// A camera that looks at a target from outside.
+struct Camera
+{
+    Point Target;
+    double Distance = 1024; ///< from the target, in world units
+    double Yaw = 0;   ///< degrees; 0 sees the front of a figure, more goes around to its right
+    double Pitch = 0; ///< degrees; above 0 it looks down
+    double Zoom = 1;  ///< of the picture about its middle, `kLeastZoom` to `kMostZoom`
+    // How far the picture is moved, in parts of its height; -2 to 2.
+    double PanX = 0;
+    double PanY = 0;
+};
+
+constexpr double kLeastZoom = 0.01;
+constexpr double kMostZoom = 100;
+
+/// From the world to what the camera sees: X to the right, Y down, Z away from it.
+Transform ViewOf(const Camera& camera);
+
+/// Sets target and distance so that a picture of that width for its height holds all vertices, with
+/// a narrow rim. Without vertices the camera stays.
+void FrameTo(Camera& camera, const std::vector<SceneVertex>& vertices, double aspect);
+
+} // namespace morlik
