@@ -60,20 +60,28 @@ Transform TurnOf(const Rotation& rotation)
     return aboutY * aboutX * aboutZ;
 }
 
+std::vector<Transform> Hang(const Skeleton& skeleton, std::vector<Transform> turns,
+                            const Point& start)
+{
+    for (std::size_t mesh = 0; mesh < turns.size(); ++mesh) {
+        const Joint& joint = skeleton[mesh];
+        turns[mesh].Shift = joint.Parent ? PointOf(joint) : start;
+        if (joint.Parent)
+            turns[mesh] = turns[*joint.Parent] * turns[mesh];
+    }
+    return turns;
+}
+
 std::vector<Transform> TransformsOf(const Skeleton& skeleton, const Pose& pose)
 {
     if (pose.Rotations.size() != skeleton.size())
         FailDamaged("a pose of ", pose.Rotations.size(), " rotations for ", skeleton.size(),
                     " meshes");
-    std::vector<Transform> transforms;
-    transforms.reserve(skeleton.size());
-    for (std::size_t mesh = 0; mesh < skeleton.size(); ++mesh) {
-        const Joint& joint = skeleton[mesh];
-        Transform local = TurnOf(pose.Rotations[mesh]);
-        local.Shift = joint.Parent ? PointOf(joint) : PointOf(pose.Offset);
-        transforms.push_back(joint.Parent ? transforms[*joint.Parent] * local : local);
-    }
-    return transforms;
+    std::vector<Transform> turns;
+    turns.reserve(skeleton.size());
+    for (const Rotation& rotation : pose.Rotations)
+        turns.push_back(TurnOf(rotation));
+    return Hang(skeleton, std::move(turns), PointOf(pose.Offset));
 }
 
 } // namespace morlik

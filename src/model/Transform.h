@@ -40,6 +40,11 @@ Transform operator*(const Transform& outer, const Transform& inner);
 /// The turn of a mesh about its own origin: turn about Y times turn about X times turn about Z.
 Transform TurnOf(const Rotation& rotation);
 
+/// Where the meshes of an object lie that are turned so about their own origins, one turn for each
+/// joint: each hangs with its joint's offset on its parent, the first at `start`.
+std::vector<Transform> Hang(const Skeleton& skeleton, std::vector<Transform> turns,
+                            const Point& start);
+
 /// Where the meshes of an object lie in a pose: each hangs with its joint's offset on its parent,
 /// the first with the pose's offset on the object's place, and is turned there. `ReadFailure` if
 /// the pose has not one rotation for each joint.

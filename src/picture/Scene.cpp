@@ -2,6 +2,7 @@
 
 #include "base/Narrow.h"
 #include "model/Animations.h"
+#include "model/Between.h"
 #include "model/Damage.h"
 
 #include <algorithm>
@@ -83,7 +84,13 @@ std::vector<Transform> TransformsAt(const ObjectSet& set, std::size_t moveable,
     const auto last = narrow<std::size_t>(record.FrameEnd - record.FrameStart);
     if (frame.Number > last)
         FailDamaged("frame ", frame.Number, " of an animation of ", last + 1);
-    return TransformsOf(joints, PoseOf(set, animation, frame.Number / record.FrameRate));
+    const std::size_t stored = frame.Number / record.FrameRate;
+    const std::size_t behind = frame.Number % record.FrameRate;
+    const Pose pose = PoseOf(set, animation, stored);
+    if (behind == 0 || stored + 1 == animation.NumFrames)
+        return TransformsOf(joints, pose);
+    return TransformsBetween(joints, pose, PoseOf(set, animation, stored + 1),
+                             static_cast<double>(behind) / record.FrameRate);
 }
 
 Scene SceneOfMoveable(const ObjectSet& set, std::size_t moveable, const FrameChoice& frame)

@@ -54,8 +54,9 @@ struct FrameChoice
     std::size_t Number = 0;
 };
 
-/// Where the meshes of a moveable lie in a frame, or at rest, unturned, for one without frames.
-/// `ReadFailure` if the moveable or the animation is damaged, or there is no such frame.
+/// Where the meshes of a moveable lie in a frame, between two of those that the set holds too, or
+/// at rest, unturned, for one without frames. `ReadFailure` if the moveable or the animation is
+/// damaged, or there is no such frame.
 std::vector<Transform> TransformsAt(const ObjectSet& set, std::size_t moveable,
                                     const Skeleton& joints, const FrameChoice& frame);
 

@@ -1,4 +1,5 @@
 #include "model/Animations.h"
+#include "model/Between.h"
 #include "model/Transform.h"
 #include "tests/model/MadeSet.h"
 
@@ -152,6 +153,31 @@ TEST(Transforms, LeadMeshesAlongTheirParents)
     ExpectNear(transforms[3].Apply({0, 10, 0}), {10, -340, 45});
     ExpectFailure("3 rotations for 4 meshes",
                   [&] { return TransformsOf(skeleton, RestPose(3)).size(); });
+}
+
+TEST(Transforms, LeadTheShorterWayBetweenPoses)
+{
+    const Skeleton skeleton{{}, {.Parent = 0, .X = 100, .Y = 0, .Z = 0}};
+    const auto turned = [](const Vertex& offset, const Rotation& first, const Rotation& second) {
+        return Pose{.Offset = offset, .Rotations = {first, second}};
+    };
+    // Over the full turn, and by Y alone or by X and Z, which lead to the same turn.
+    const Pose from = turned({0, 0, 0}, {.Z = kFullTurn - 512}, {.Y = kFullTurn / 2});
+    const Pose to = turned({0, 8, 0}, {.Z = 512}, {.X = kFullTurn / 2, .Z = kFullTurn / 2});
+    const auto middle = TransformsBetween(skeleton, from, to, 0.5);
+    ExpectNear(middle[0].Apply({}), {0, 4, 0});
+    ExpectNear(middle[1].Apply({1, 2, 3}), {99, 6, -3});
+    for (const double share : {0.0, 1.0}) {
+        const auto wanted = TransformsOf(skeleton, share == 0 ? from : to);
+        const auto ends = TransformsBetween(skeleton, from, to, share);
+        for (const std::size_t mesh : {0U, 1U})
+            ExpectNear(ends[mesh].Apply({1, 2, 3}), wanted[mesh].Apply({1, 2, 3}));
+    }
+    // An eighth of a turn is a third of the way to three eighths.
+    const auto third = TransformsBetween(skeleton, from, turned({}, {.Z = 1024}, {}), 1.0 / 3);
+    ExpectNear(third[0].Apply({10, 0, 0}), {10, 0, 0});
+    ExpectFailure("1 rotations for 2 meshes",
+                  [&] { return TransformsBetween(skeleton, from, RestPose(1), 0.5).size(); });
 }
 
 /// Two moveables of one mesh with two animations and one, and one without any at each end. Frames
