@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Text.h"
+#include "cli/NearNames.h"
 
 #include <algorithm>
 #include <charconv>
@@ -119,40 +120,12 @@ public:
     }
 
 private:
-    /// Names at the smallest distances, as many letters as have to be changed, taken out or put in.
     std::string Near(const std::vector<Candidate>& candidates) const
     {
-        constexpr std::size_t kMostNear = 4;
-        std::vector<std::pair<std::size_t, std::string>> near;
+        std::vector<std::string> names;
         for (const Candidate& candidate : candidates)
-            for (const std::string& name : candidate.Names) {
-                const auto distance = Distance(name);
-                const bool isPart = !name.empty() && name.find(pattern_) != std::string::npos;
-                if (!name.empty() && (isPart || distance <= 1 + pattern_.size() / 3))
-                    near.emplace_back(isPart ? 0 : distance, name);
-            }
-        std::ranges::sort(near);
-        near.erase(std::unique(near.begin(), near.end()), near.end());
-        std::string text;
-        for (std::size_t i = 0; i < std::min(near.size(), kMostNear); ++i)
-            text += (i == 0 ? "" : ", ") + near[i].second;
-        return text;
-    }
-
-    std::size_t Distance(const std::string& name) const
-    {
-        std::vector<std::size_t> row(name.size() + 1);
-        for (std::size_t i = 0; i < row.size(); ++i)
-            row[i] = i;
-        for (std::size_t p = 0; p < pattern_.size(); ++p) {
-            std::size_t diagonal = std::exchange(row[0], p + 1);
-            for (std::size_t i = 0; i < name.size(); ++i) {
-                const auto change = diagonal + (pattern_[p] == name[i] ? 0 : 1);
-                diagonal = row[i + 1];
-                row[i + 1] = std::min({change, row[i] + 1, row[i + 1] + 1});
-            }
-        }
-        return row.back();
+            names.insert(names.end(), candidate.Names.begin(), candidate.Names.end());
+        return NearNames(pattern_, names);
     }
 
     std::string text_;
