@@ -22,6 +22,8 @@ constexpr const char* kExamples =
     "  morlik-cli info level.tr4 --json\n"
     "  morlik-cli sheet level.trc sheet.png\n"
     "  morlik-cli sounds main.sfx waves\n"
+    "  morlik-cli picture level.tr4 lara.png --object LARA\n"
+    "  morlik-cli contact sets/level.was objects.png\n"
     "  morlik-cli check sets/level.was\n"
     "\n"
     "Results go to standard output, messages to standard error.\n"
@@ -143,6 +145,59 @@ void AddCheck(CLI::App& app, int& status, const Streams& streams)
         ->type_name("N");
 }
 
+void AddPicture(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto options = std::make_shared<PictureOptions>();
+    CLI::App& picture = AddCommand(app, "picture", "draw an object as a PNG file", status,
+                                   [options, &streams] { return SavePicture(*options, streams); });
+    picture.add_option("FILE", options->File, "LEVEL or SET.was")->required()->type_name("");
+    picture.add_option("OUT", options->Output, "OUT.png")->required()->type_name("");
+    AddOption(picture, "--object", options->Object, "the object, by its id or name")
+        .required()
+        ->type_name("NAME|ID");
+    picture.add_flag("--static", options->IsStatic, "it is a static mesh, not a moveable");
+    AddOption(picture, "--animation", options->Animation, "number of its animation, from 0")
+        .type_name("N");
+    AddOption(picture, "--frame", options->Frame, "number of the frame, from 0, 30 to a second")
+        .type_name("F");
+    AddOption(picture, "--yaw", options->Yaw,
+              "degrees to go around it from its front to its right; else 30")
+        .check(CLI::Range(-360.0, 360.0))
+        ->type_name("DEGREES");
+    AddOption(picture, "--pitch", options->Pitch, "degrees to look down on it; else 15")
+        .check(CLI::Range(-90.0, 90.0))
+        ->type_name("DEGREES");
+    AddOption(picture, "--zoom", options->Zoom, "times as large; 1 fills the picture")
+        .check(CLI::Range(0.01, 100.0))
+        ->type_name("TIMES");
+    AddOption(picture, "--size", options->Size, "pixels of the picture; else 800x600")
+        .type_name("WxH");
+    AddOption(picture, "--background", options->Background,
+              "colour such as 20a0ff, or none, which it is without this option")
+        .type_name("RRGGBB");
+    picture.add_flag("--smooth", options->IsSmooth, "blend the pixels of the textures");
+    picture.add_flag("--wireframe", options->Wireframe, "the edges of the faces alone");
+}
+
+void AddContact(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto options = std::make_shared<ContactOptions>();
+    CLI::App& contact =
+        AddCommand(app, "contact", "draw all objects, with their names, as one PNG file", status,
+                   [options, &streams] { return SaveContactSheet(*options, streams); });
+    contact.add_option("FILE", options->File, "LEVEL or SET.was")->required()->type_name("");
+    contact.add_option("OUT", options->Output, "OUT.png")->required()->type_name("");
+    AddOption(contact, "--columns", options->Columns, "pictures in a row; else 8")
+        .check(CLI::Range(1, 256))
+        ->type_name("N");
+    AddOption(contact, "--size", options->Side, "pixels of a picture; else 128")
+        .check(CLI::Range(16, 1024))
+        ->type_name("N");
+    contact.add_flag("--moveables", options->Moveables, "the moveables alone");
+    contact.add_flag("--statics", options->StaticMeshes, "the static meshes alone");
+    contact.add_flag("--sprites", options->Sprites, "the sprites alone (Tomb Raider I to III)");
+}
+
 } // namespace
 
 int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
@@ -163,6 +218,8 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
               {"LEVEL", "level file"}, {"OUT", "OUT.tga or OUT.png"}, SaveSheet);
     AddExport(app, status, streams, {"sounds", "write the sounds as WAV files"},
               {"FILE", "LEVEL or main.sfx"}, {"FOLDER", "where they go"}, SaveSounds);
+    AddPicture(app, status, streams);
+    AddContact(app, status, streams);
     AddCheck(app, status, streams);
     for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
         if (argument.starts_with('[') && argument.ends_with(']'))

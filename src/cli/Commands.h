@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <span>
 #include <string>
@@ -55,6 +57,41 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
 /// Reads an object set back and tells what is wrong with it. `game` is 1 to 5, or 0 to take it from
 /// the list.
 int Check(const std::string& set, int game, const Streams& streams);
+
+struct PictureOptions
+{
+    std::string File;   ///< a level or the list of a set
+    std::string Output; ///< OUT.png
+    std::string Object; ///< id or name
+    bool IsStatic = false;
+    std::size_t Animation = 0; ///< among the object's own
+    std::size_t Frame = 0;     ///< from its first one, 30 to a second
+    double Yaw = 30;           ///< degrees, as those of the camera
+    double Pitch = 15;
+    double Zoom = 1;
+    std::string Size = "800x600";
+    std::string Background = "none"; ///< or RRGGBB
+    bool IsSmooth = false;
+    bool Wireframe = false;
+};
+
+/// Draws an object of a level or a set as a PNG file.
+int SavePicture(const PictureOptions& options, const Streams& streams);
+
+struct ContactOptions
+{
+    std::string File;   ///< a level or the list of a set
+    std::string Output; ///< OUT.png
+    std::int32_t Columns = 8;
+    std::int32_t Side = 128; ///< pixels of a picture
+    // Without one of these, all of them.
+    bool Moveables = false;
+    bool StaticMeshes = false;
+    bool Sprites = false;
+};
+
+/// Draws the objects of a level or a set in rows, with their numbers and names, as a PNG file.
+int SaveContactSheet(const ContactOptions& options, const Streams& streams);
 
 /// Understands a command line, without the program's name, and does what it says.
 int RunCommandLine(std::vector<std::string> arguments, const Streams& streams);

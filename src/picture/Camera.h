@@ -24,6 +24,17 @@ struct Camera
 constexpr double kLeastZoom = 0.01;
 constexpr double kMostZoom = 100;
 
+/// How objects are shown where nobody chose: from a little aside and above.
+constexpr double kObliqueYaw = 30;
+constexpr double kObliquePitch = 15;
+inline Camera ObliqueCamera()
+{
+    Camera camera;
+    camera.Yaw = kObliqueYaw;
+    camera.Pitch = kObliquePitch;
+    return camera;
+}
+
 /// From the world to what the camera sees: X to the right, Y down, Z away from it.
 Transform ViewOf(const Camera& camera);
 

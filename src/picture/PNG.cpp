@@ -12,6 +12,30 @@ namespace morlik
 
 #ifdef MORLIK_PNG
 
+namespace
+{
+
+/// A PNG file of rows, the first of them where `stride` bytes are counted from; no bytes where
+/// there are no rows.
+std::vector<std::byte> EncodePNG(std::int32_t width, std::int32_t height, png_uint_32 format,
+                                 const void* rows, std::int32_t stride)
+{
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(width);
+    image.height = static_cast<png_uint_32>(height);
+    image.format = format;
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+    std::vector<std::byte> file(size);
+    if (height == 0 ||
+        png_image_write_to_memory(&image, file.data(), &size, 0, rows, stride, nullptr) == 0)
+        return {};
+    file.resize(size);
+    return file;
+}
+
+} // namespace
+
 bool HasPNG()
 {
     return true;
@@ -23,23 +47,30 @@ bool SavePNG(const std::string& fileName, const LevelData& level, Reporter& repo
         return false;
     // The rows come as in a TGA file: B, G, R, and the lowest first.
     const auto rows = SheetRows(level, report.TheHost());
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = kTileSide;
-    image.height = static_cast<png_uint_32>(rows.size() / kRowBytes);
-    image.format = PNG_FORMAT_BGR;
-    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
-    std::vector<std::byte> file(size);
-    if (image.height == 0 || png_image_write_to_memory(&image, file.data(), &size, 0, rows.data(),
-                                                       -kRowBytes, nullptr) == 0) {
+    const auto file = EncodePNG(kTileSide, static_cast<std::int32_t>(rows.size() / kRowBytes),
+                                PNG_FORMAT_BGR, rows.data(), -kRowBytes);
+    if (file.empty()) {
         report.Message("There is nothing to show in a PNG file");
         return false;
     }
-    WriteWholeFile(fileName, std::span(file).first(size));
+    WriteWholeFile(fileName, file);
     return true;
 }
 
+void WritePNG(const std::string& fileName, const Picture& picture)
+{
+    WriteWholeFile(fileName, EncodePNG(picture.Width, picture.Height, PNG_FORMAT_RGBA,
+                                       picture.Pixels.data(), 0));
+}
+
 #else
+
+namespace
+{
+
+constexpr const char* kNoPNG = "This build of the program can't write PNG files";
+
+} // namespace
 
 bool HasPNG()
 {
@@ -48,8 +79,13 @@ bool HasPNG()
 
 bool SavePNG(const std::string& /*fileName*/, const LevelData& /*level*/, Reporter& report)
 {
-    report.Message("This build of the program can't write PNG files");
+    report.Message(kNoPNG);
     return false;
+}
+
+void WritePNG(const std::string& fileName, const Picture& /*picture*/)
+{
+    throw FileFailure("write", fileName, kNoPNG);
 }
 
 #endif

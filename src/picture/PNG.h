@@ -2,6 +2,7 @@
 
 #include "base/Reporter.h"
 #include "level/LevelData.h"
+#include "picture/Picture.h"
 
 #include <string>
 
@@ -14,5 +15,8 @@ bool HasPNG();
 /// Writes the texture sheet of a level as a PNG file, upright, 3 bytes a pixel. Gives whether the
 /// file is complete; if not, the user has got the message. `FileFailure` where it can't be written.
 bool SavePNG(const std::string& fileName, const LevelData& level, Reporter& report);
+
+/// Writes a picture as a PNG file with alpha. `FileFailure` where it can't be written.
+void WritePNG(const std::string& fileName, const Picture& picture);
 
 } // namespace morlik

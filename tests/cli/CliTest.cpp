@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
+#include "tests/cli/RunCli.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
@@ -27,24 +28,7 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
 using nlohmann::json;
-
-/// A command line that was carried out.
-struct Ran
-{
-    int Status;
-    std::string Out;
-    std::string Errors;
-};
-
-Ran RunCli(const Strings& words, bool isTerminal = false)
-{
-    std::ostringstream out;
-    std::ostringstream errors;
-    const int status = cli::RunCommandLine(words, {out, errors, isTerminal});
-    return {status, out.str(), errors.str()};
-}
 
 /// A folder with levels of all games, a main.sfx in other letters, and room for sets.
 class CliTest : public testing::Test

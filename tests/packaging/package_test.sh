@@ -142,7 +142,7 @@ check_desktop() {
 # Every option that the program tells of stands in its man page and in the completion.
 check_options() {
     local command option
-    for command in convert info sheet sounds check; do
+    for command in convert info sheet sounds picture contact check; do
         for option in $("$tree/bin/morlik-cli" "$command" --help | grep -oE '^ +-[^ ]+' |
             tr , '\n' | grep -oE -- '--[a-z-]+'); do
             zcat "$tree/share/man/man1/morlik-cli.1.gz" | tr -d '\\' | grep -qe "$option" ||

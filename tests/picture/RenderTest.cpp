@@ -395,7 +395,7 @@ std::vector<Colour> AllPixels(const ObjectSet& set)
     std::vector<Colour> pixels;
     TexturePixels textures(set.Tiles);
     const auto add = [&](const Scene& scene) {
-        Camera camera{.Target = {}, .Yaw = 30, .Pitch = 15};
+        Camera camera = ObliqueCamera();
         FrameTo(camera, scene.Vertices, 1);
         const Picture picture =
             Render(scene, camera, {.Width = 48, .Height = 48, .Background = kDark}, textures);

@@ -1,0 +1,107 @@
+// morlik-cli picture: an object of a level or a set, drawn.
+
+#include "cli/Commands.h"
+#include "cli/OpenSet.h"
+#include "cli/QuietHost.h"
+#include "picture/PNG.h"
+#include "picture/Render.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+namespace morlik::cli
+{
+
+namespace
+{
+
+/// A whole number from 1 to the most pixels of a side; 0 for another text.
+std::int32_t SideOf(std::string_view text)
+{
+    std::int32_t side = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, side);
+    const bool isGood = error == std::errc() && stop == end && side <= kMostPictureSide;
+    return isGood ? std::max(side, 0) : 0;
+}
+
+/// Takes "800x600".
+bool TakeSize(const std::string& text, RenderOptions& options)
+{
+    const std::size_t cross = text.find('x');
+    if (cross == std::string::npos)
+        return false;
+    options.Width = SideOf(std::string_view(text).substr(0, cross));
+    options.Height = SideOf(std::string_view(text).substr(cross + 1));
+    return options.Width > 0 && options.Height > 0;
+}
+
+/// Takes "none" or six hexadecimal digits: red, green, blue.
+bool TakeBackground(const std::string& text, RenderOptions& options)
+{
+    if (text == "none")
+        return true;
+    std::uint32_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value, 16);
+    options.Background = Opaque(value >> 16U, (value >> 8U) & 0xffU, value & 0xffU);
+    return text.size() == 6 && error == std::errc() && stop == end;
+}
+
+/// What is asked for; nothing after a complaint.
+std::optional<RenderOptions> RenderOptionsOf(const PictureOptions& options, const Streams& streams)
+{
+    RenderOptions made{.Filter = options.IsSmooth ? Filter::Linear : Filter::Nearest,
+                       .Wireframe = options.Wireframe};
+    if (!TakeSize(options.Size, made)) {
+        streams.Errors << "The size must be WIDTHxHEIGHT, each 1 to " << kMostPictureSide << '\n';
+        return {};
+    }
+    if (!TakeBackground(options.Background, made)) {
+        streams.Errors << "The background must be none or six digits such as 20a0ff\n";
+        return {};
+    }
+    return made;
+}
+
+Scene SceneOf(const ObjectSet& set, std::size_t object, const PictureOptions& options)
+{
+    if (options.IsStatic)
+        return SceneOfStaticMesh(set, object);
+    return SceneOfMoveable(set, object, {.Animation = options.Animation, .Number = options.Frame});
+}
+
+Picture Draw(const ObjectSet& set, const Scene& scene, const PictureOptions& options,
+             const RenderOptions& look)
+{
+    Camera camera{.Target = {}, .Yaw = options.Yaw, .Pitch = options.Pitch, .Zoom = options.Zoom};
+    FrameTo(camera, scene.Vertices, static_cast<double>(look.Width) / look.Height);
+    TexturePixels textures(set.Tiles);
+    return Render(scene, camera, look, textures);
+}
+
+} // namespace
+
+int SavePicture(const PictureOptions& options, const Streams& streams)
+{
+    const auto look = RenderOptionsOf(options, streams);
+    if (!look)
+        return kWrongUse;
+    if (const int status = CheckPictureFiles(options.File, options.Output, streams);
+        status != kGood)
+        return status;
+    return RunQuietly(streams, [&](Session& session) {
+        const OpenedSet opened = OpenSet(session, options.File);
+        const auto& objects = options.IsStatic ? opened.StaticMeshes : opened.Moveables;
+        const auto object = FindObject(objects, options.Object, session.Report);
+        if (!object)
+            return false;
+        WritePNG(options.Output,
+                 Draw(opened.Set, SceneOf(opened.Set, *object, options), options, *look));
+        return true;
+    });
+}
+
+} // namespace morlik::cli
