@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace morlik::bench
+{
+
+/// Times pictures of the objects of levels on one core, without the conversion: the first moveable,
+/// which is the player's figure of 15 meshes, large, and small pictures of all objects.
+void MeasurePictures(const std::vector<std::string>& levels, int runs);
+
+} // namespace morlik::bench
