@@ -39,8 +39,7 @@ std::string NearNames(const std::string& text, const std::vector<std::string>& n
             near.emplace_back(isPart ? 0 : distance, name);
     }
     std::ranges::sort(near);
-    const auto rest = std::ranges::unique(near);
-    near.erase(rest.begin(), rest.end());
+    near.erase(std::unique(near.begin(), near.end()), near.end());
     std::string list;
     for (std::size_t i = 0; i < std::min(near.size(), kMostNear); ++i)
         list += (i == 0 ? "" : ", ") + near[i].second;
