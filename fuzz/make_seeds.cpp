@@ -68,6 +68,17 @@ void WriteLevels(const Seeds& seeds)
             put("-smallest", samples::MakeSmallestLevel(game));
             put("-fractional", fractional);
             put("-full", FullLevel(game));
+            if (samples::IsFirstGame(game)) {
+                auto other = samples::MakeSmallestLevel(game);
+                other.OtherPalettePlace = true;
+                put("-palette", other);
+            }
+            for (const bool outside : {false, true})
+                if (game == kTR4) {
+                    auto extended = FullLevel(game);
+                    samples::MakeExtended(extended, 1024, outside);
+                    put(outside ? "-outside" : "-extended", extended);
+                }
         }
     }
     seeds.Write("block", "smallest",

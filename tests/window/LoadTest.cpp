@@ -61,6 +61,41 @@ TEST(WindowLoad, ShowsEachGame)
                                             " bytes)");
 }
 
+TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
+{
+    WindowRun run;
+    for (const VersionCode game : {kTR1, kTR4, kTR5})
+        for (const int lost : {0, 1, 2}) {
+            auto level = samples::MakeRichLevel(game);
+            if (lost != 1) {
+                level.Samples.clear();
+                level.SampleIndices.clear();
+            }
+            if (lost != 0)
+                level.SoundDetails.clear();
+            const auto path = run.Write(level, LevelName(game));
+            if (run.Window->isVisible())
+                run.Open(path);
+            else
+                ASSERT_TRUE(run.Start(path));
+            EXPECT_EQ(run.Program.LevelTitle, LevelName(game));
+            EXPECT_TRUE(run.IsOn("SndFrame"));
+            EXPECT_EQ(run.List("SndLst").empty(), lost != 0) << game << lost;
+        }
+    auto outside = samples::MakeRichLevel(kTR4);
+    samples::MakeExtended(outside, 1024, true);
+    run.Open(run.Write(outside, "outside.tr4"));
+    EXPECT_FALSE(run.IsOn("SndFrame"));
+    EXPECT_TRUE(run.List("SndLst").empty());
+    EXPECT_EQ(run.Host.Messages, std::vector<std::string>());
+    const auto sfx = run.Folder.File("main.sfx"); // as the save asks for it
+    WriteWholeFile(sfx, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+    run.Host.SaveAnswers = {run.Folder.File("set.was")};
+    run.Host.OpenAnswers = {sfx};
+    run.Trigger("Mnu_File_SaveWAD");
+    EXPECT_TRUE(std::filesystem::exists(run.Folder.File("set-Sounds/TR4 Sound 65-0.wav")));
+}
+
 TEST(WindowLoad, AddsTheSamplesOfEachMainSfx)
 {
     WindowRun run;
