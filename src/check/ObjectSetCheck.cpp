@@ -220,6 +220,10 @@ void CheckMoveables(WadCheck& check)
     for (std::size_t i = 0; i < wad.Moveables.size(); ++i) {
         const Moveable& moveable = wad.Moveables[i];
         ids.Check(i, moveable.ObjectID);
+        if (moveable.NumMeshes == 0 && moveable.Animation == -1) { // it keeps its ID free
+            check.Notes.Add("Moveable ", i, " has neither meshes nor animations");
+            continue;
+        }
         if (moveable.NumMeshes == 0 ||
             !Inside(moveable.StartingMesh, moveable.NumMeshes, wad.Meshes.MeshPointers.size()))
             check.Add("Moveable ", i, " has ", moveable.NumMeshes, " meshes from ",
@@ -255,7 +259,7 @@ void CheckStaticMeshes(WadCheck& check)
 
 } // namespace
 
-Complaints CheckWad(const ObjectSet& set)
+Complaints CheckWad(const ObjectSet& set, Complaints* notes)
 {
     WadCheck check(set);
     CheckTextures(check);
@@ -267,6 +271,8 @@ Complaints CheckWad(const ObjectSet& set)
     CheckMoveables(check);
     CheckStaticMeshes(check);
     CheckAnimations(check);
+    if (notes != nullptr)
+        *notes = check.Notes.Take();
     return check.Take();
 }
 

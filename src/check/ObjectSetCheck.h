@@ -51,7 +51,9 @@ private:
 /// bring along and the conversion keeps: transitions to a frame number that their animation doesn't
 /// have, and sounds and frames that commands name. Where the animations don't follow their
 /// moveables, which is told, nothing is compared with the moveables.
-Complaints CheckWad(const ObjectSet& set);
+/// `notes` gets what is odd but no fault: a moveable without meshes and animations keeps an ID
+/// free.
+Complaints CheckWad(const ObjectSet& set, Complaints* notes = nullptr);
 
 /// One line for each object: a name, a source path and a name, which is the same one for static
 /// meshes and in Tomb Raider IV. Names may be empty, as those of unknown objects are. Without a
@@ -77,7 +79,8 @@ struct SetReport
 {
     /// Each begins with the extension of its file, "wad: ", those of WAV files with "wav: ".
     Complaints Problems;
-    /// What is no fault of the set, but worth a look: WAV files that no line names.
+    /// What is no fault of the set, but worth a look: WAV files that no line names, objects that
+    /// are none.
     Complaints Notes;
     /// Extensions of the files that don't exist; nothing else is said about them.
     std::vector<std::string> Missing;

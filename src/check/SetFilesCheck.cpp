@@ -172,7 +172,7 @@ SetReport CheckSet(const std::string& setBase, VersionCode game)
     };
     const bool hasWad = check.Read(".wad", set, ReadWad);
     if (hasWad)
-        check.Add("wad", CheckWad(set));
+        check.Add("wad", CheckWad(set, &check.Report.Notes));
     if (const auto lines = check.Load(".was", readLines))
         check.Add("was", CheckWas(*lines, hasWad ? &set : nullptr, game));
     if (check.Read(".swd", set, ReadSwd))

@@ -17,6 +17,7 @@ struct WadCheck : Gatherer
     explicit WadCheck(const ObjectSet& set) : Wad(set) {}
 
     const ObjectSet& Wad;
+    Gatherer Notes; ///< what is odd but as it was in the level
     std::size_t ColourBase = Wad.ColourBase();
 
     bool HasPalette() const { return IsOlderGame(Wad.Game); }

@@ -302,6 +302,24 @@ TEST(Check, KnowsTheLastGoodValue)
             EXPECT_EQ(complaint.find(" are more than "), std::string::npos) << complaint;
 }
 
+TEST(Check, TakesAnObjectThatIsNoneForAPlaceOfItsID)
+{
+    for (const VersionCode game : kGames) {
+        auto level = samples::MakeTinyLevel(game);
+        level.Moveables.push_back({.ObjectID = game == kTR5 ? 1 : 60, .MeshTree = -1});
+        level.Moveables.back().Animation = -1;
+        Conversion run;
+        run.CopyDataFiles();
+        ASSERT_TRUE(run.Load(level));
+        ASSERT_TRUE(run.Save());
+        const auto report = CheckSet(run.Base(), run.Program.Level.Version);
+        EXPECT_EQ(report.Problems, Complaints()) << game;
+        EXPECT_EQ(std::ranges::count(report.Notes, "Moveable 1 has neither meshes nor animations"),
+                  1)
+            << testing::PrintToString(report.Notes);
+    }
+}
+
 TEST(Check, ShowsTheFirst20ComplaintsAndTheFirst60Letters)
 {
     SoundTables sounds;
