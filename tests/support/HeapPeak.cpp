@@ -42,6 +42,16 @@ void* operator new(std::size_t size)
     return Counted(std::malloc(size + kHead), size, kHead);
 }
 
+// Of the sanitizers' own, which they have for this one alone, the `delete` below knows nothing.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 #ifndef _WIN32
 void* operator new(std::size_t size, std::align_val_t alignment)
 {
