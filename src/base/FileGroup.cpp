@@ -241,12 +241,13 @@ void FinishGroup(const std::string& name)
     std::error_code fault;
     if (!fs::exists(draft, fault))
         return;
-    const auto held = HoldAtRest(draft, ToPath(name).parent_path(), fault);
+    auto held = HoldAtRest(draft, ToPath(name).parent_path(), fault);
     if (fault == std::errc::no_such_file_or_directory)
         return; // its writer was through with it in between
     if (fault)
         Fail(name, fault);
     held->Remove();
+    held.reset(); // else it may be there still
     fs::remove(draft, fault);
 }
 

@@ -131,25 +131,25 @@ void CheckPlace(const std::string& path)
 NewFile::NewFile(const std::string& path, PhaseTimes* times)
     : place_(path),
       draft_(IsStream(path) ? std::string() : (CheckPlace(path), DraftFor(path))),
-      file_(draft_.empty() ? path : draft_, path, times)
+      file_(draft_.Path.empty() ? path : draft_.Path, path, times)
 {
 }
 
-NewFile::~NewFile()
+NewFile::Draft::~Draft()
 {
     std::error_code gone; // taken by its place, or never there
-    if (!draft_.empty())
-        fs::remove(ToPath(draft_), gone);
+    if (!Path.empty())
+        fs::remove(ToPath(Path), gone);
 }
 
 void NewFile::TakePlace()
 {
     file_.Close();
-    if (draft_.empty())
+    if (draft_.Path.empty())
         return;
-    if (const auto fault = morlik::TakePlace(ToPath(draft_), ToPath(place_)))
+    if (const auto fault = morlik::TakePlace(ToPath(draft_.Path), ToPath(place_)))
         throw FileFailure("write", place_, fault.default_error_condition().message());
-    draft_.clear();
+    draft_.Path.clear();
 }
 
 void WriteWholeFile(const std::string& path, std::span<const std::byte> bytes)

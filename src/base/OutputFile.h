@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace morlik
@@ -59,15 +60,26 @@ public:
     explicit NewFile(const std::string& path, PhaseTimes* times = nullptr);
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
-    ~NewFile();
+    ~NewFile() = default;
 
     OutputFile& File() { return file_; }
     /// Closes the file and puts it in its place.
     void TakePlace();
 
 private:
+    /// The file beside the place, which goes at the end where it is still there.
+    struct Draft
+    {
+        explicit Draft(std::string path) : Path(std::move(path)) {}
+        Draft(const Draft&) = delete;
+        Draft& operator=(const Draft&) = delete;
+        ~Draft();
+
+        std::string Path; ///< empty where the place is written at once
+    };
+
     std::string place_;
-    std::string draft_; ///< empty where the place is written at once
+    Draft draft_; ///< goes after the file: one that is open can't be removed on every system
     OutputFile file_;
 };
 

@@ -31,19 +31,49 @@ enum class Answer : std::uint8_t
     Failed,
 };
 
+/// Brings the status back to rest when a save stops on its way.
+class SaveScope
+{
+public:
+    explicit SaveScope(Reporter& report) : report_(report) {}
+    SaveScope(const SaveScope&) = delete;
+    SaveScope& operator=(const SaveScope&) = delete;
+    ~SaveScope()
+    {
+        if (!isUnderWay_)
+            return;
+        report_.TheHost().SetProg(0);
+        SaveStatus(report_).Rest();
+    }
+
+    void Begin() { isUnderWay_ = true; }
+    void End() { isUnderWay_ = false; }
+
+private:
+    Reporter& report_;
+    bool isUnderWay_ = false;
+};
+
 /// One save, from the level to the last file of its set.
 class Saver
 {
 public:
-    Saver(const std::string& fileName, const LevelData& level, const SaveContext& context)
+    Saver(const std::string& fileName, const LevelData& level, const SaveContext& context,
+          SaveScope& scope)
         : fileName_(fileName),
           names_(fileName),
           level_(level),
           context_(context),
           report_(context.Report),
+          scope_(scope),
           status_(report_)
     {
     }
+    Saver(const Saver&) = delete;
+    Saver& operator=(const Saver&) = delete;
+    /// The Info file of a save that stopped ends before the group goes: a file that is open can't
+    /// be removed on every system.
+    ~Saver() { report_.Info.Abandon(); }
 
     /// Gives whether all files of the set are there.
     bool Run()
@@ -57,6 +87,7 @@ public:
         WriteList();
         status_.Prog(0);
         status_.Rest();
+        scope_.End();
         report_.Info.Close();
         group_->TakePlaces();
         return complete;
@@ -77,6 +108,7 @@ private:
         const auto wad = names_.With("wad");
         OutputFile file(group_->DraftOf(wad), wad, &report_.Times);
         report_.Info.Open(group_->DraftOf(names_.Info()), names_.Info());
+        scope_.Begin();
         report_.LogLine("Writing WAD file " + fileName_);
         Host& host = report_.TheHost();
         host.SetProg(0);
@@ -224,29 +256,10 @@ private:
     const LevelData& level_;
     const SaveContext& context_;
     Reporter& report_;
+    SaveScope& scope_;
     SaveStatus status_;
     ObjectSet set_;
     std::optional<FileGroup> group_; ///< the files on their way
-};
-
-/// Brings the status back to rest and the Info file to its end when a save stops on its way.
-class SaveScope
-{
-public:
-    explicit SaveScope(Reporter& report) : report_(report) {}
-    SaveScope(const SaveScope&) = delete;
-    SaveScope& operator=(const SaveScope&) = delete;
-    ~SaveScope()
-    {
-        if (!report_.Info.IsOpen())
-            return;
-        report_.TheHost().SetProg(0);
-        SaveStatus(report_).Rest();
-        report_.Info.Abandon();
-    }
-
-private:
-    Reporter& report_;
 };
 
 } // namespace
@@ -264,9 +277,9 @@ bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveCont
             return false;
         }
     const MessageScope messages(context.Report);
-    const SaveScope scope(context.Report);
+    SaveScope scope(context.Report);
     try {
-        return Saver(fileName, level, context).Run();
+        return Saver(fileName, level, context, scope).Run();
     } catch (const FileFailure& failure) {
         context.Report.Message(failure.what());
         return false;
