@@ -16,7 +16,7 @@ namespace morlik
 namespace
 {
 
-/// More than any path or environment variable has.
+/// More than any path has.
 constexpr std::size_t kLongestText = 32768;
 /// Holds any message whole.
 constexpr std::size_t kStreamBuffer = 8192;
@@ -32,9 +32,11 @@ std::filesystem::path ExecutablePath()
 
 std::string Environment(const char* name)
 {
-    std::wstring value(kLongestText, L'\0');
-    value.resize(GetEnvironmentVariableW(ToWide(name).c_str(), value.data(),
-                                         static_cast<DWORD>(value.size())));
+    const auto wideName = ToWide(name);
+    // With room for the zero behind it; nothing where there is none.
+    std::wstring value(GetEnvironmentVariableW(wideName.c_str(), nullptr, 0), L'\0');
+    value.resize(
+        GetEnvironmentVariableW(wideName.c_str(), value.data(), static_cast<DWORD>(value.size())));
     return FromWide(value);
 }
 
