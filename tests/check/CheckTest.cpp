@@ -373,7 +373,8 @@ TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
                   "wav: " + name + " has another size than its header says\n");
         EXPECT_EQ(with(std::vector<std::byte>(wave.size())), "wav: " + name + " is no RIFF file\n");
         std::filesystem::resize_file(ToPath(folder + "/" + name), (512U << 20U) + 1);
-        EXPECT_NE(found().find("wav: Can't open " + folder + "/" + name + ": 536870913 bytes"),
+        EXPECT_NE(found().find("wav: Can't open " + FromPath(ToPath(folder) / ToPath(name)) +
+                               ": 536870913 bytes"),
                   std::string::npos);
         std::filesystem::remove(ToPath(folder + "/" + name));
         EXPECT_EQ(found(), "wav: There is no file \"" + name + "\"\n");
