@@ -91,7 +91,7 @@ public:
         last_ = dash == std::string::npos ? first_
                                           : NumberIn(std::string_view(pattern_).substr(dash + 1));
         if (pattern_.empty())
-            throw ListFault("\"" + text + "\" names no object");
+            throw ListFault("\"" + Printable(text) + "\" names no object");
     }
 
     bool IsStatic() const { return isStatic_; }
@@ -116,7 +116,7 @@ public:
         const bool byName = !first_ || !last_;
         const auto near = byName ? Near(candidates) : std::string();
         return std::string("The level has no ") + (isStatic_ ? "static mesh" : "moveable") + " \"" +
-               text_ + "\"" + (near.empty() ? "" : "; near: " + near);
+               Printable(text_) + "\"" + (near.empty() ? "" : "; near: " + near);
     }
 
 private:
@@ -178,7 +178,7 @@ ObjectItems ReadItems(const std::string& list)
     for (std::string item; std::getline(parts, item, isFile ? '\n' : ',');)
         add(item);
     if (items.empty())
-        throw ListFault("\"" + list + "\" names no object");
+        throw ListFault("\"" + Printable(list) + "\" names no object");
     return items;
 }
 

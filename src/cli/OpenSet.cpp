@@ -123,7 +123,8 @@ std::optional<std::size_t> FindObject(const std::vector<NamedObject>& objects,
         }
     }
     const std::string near = NearNames(wanted, names);
-    report.Message("There is no object \"" + told + "\"" + (near.empty() ? "" : "; near: " + near));
+    report.Message("There is no object \"" + Printable(told) + "\"" +
+                   (near.empty() ? "" : "; near: " + near));
     return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/AnimCommands.h"
 #include "base/Narrow.h"
+#include "convert/Kept.h"
 
 #include <algorithm>
 #include <memory>
@@ -18,69 +19,6 @@ constexpr std::int64_t kWordBytes = sizeof(std::int16_t);
 
 /// Commands that a choice looks at; damaged animations share theirs again and again.
 constexpr std::int64_t kMostCommands = std::int64_t{1} << 22U;
-
-/// What stays of a table. Elements keep their order, so runs stay runs, also those that share
-/// elements.
-class Kept
-{
-public:
-    explicit Kept(std::size_t size) : size_(static_cast<std::int64_t>(size)), places_(size + 1) {}
-
-    /// Keeps the elements of a run that the table has.
-    void Keep(std::int64_t first, std::int64_t count)
-    {
-        const auto begin = std::clamp<std::int64_t>(first, 0, size_);
-        const auto end = std::clamp<std::int64_t>(first + count, begin, size_);
-        ++places_[static_cast<std::size_t>(begin)];
-        --places_[static_cast<std::size_t>(end)];
-    }
-
-    /// To be called between the last `Keep` and all that follows. Up to here an entry of `places_`
-    /// says by how many more runs its element is kept than the one before it.
-    void Number()
-    {
-        std::int32_t runs = 0;
-        std::int32_t place = 0;
-        isKept_.resize(places_.size());
-        for (std::size_t i = 0; i < places_.size(); ++i) {
-            runs += places_[i];
-            isKept_[i] = runs > 0;
-            places_[i] = std::exchange(place, place + (runs > 0 ? 1 : 0));
-        }
-    }
-
-    bool Has(std::int64_t element) const
-    {
-        return element >= 0 && element < size_ && isKept_[static_cast<std::size_t>(element)];
-    }
-
-    /// Where an element stands now, or where the next that stays does. What is outside of the table
-    /// stays outside.
-    template <class Index>
-    Index PlaceOf(Index element) const
-    {
-        if (element < 0)
-            return element;
-        return narrow<Index>(
-            places_[static_cast<std::size_t>(std::min<std::int64_t>(element, size_))]);
-    }
-
-    /// The elements that stay.
-    template <class Element>
-    void Take(std::vector<Element>& table) const
-    {
-        std::size_t taken = 0;
-        for (std::size_t i = 0; i < table.size(); ++i)
-            if (isKept_[i])
-                table[taken++] = table[i];
-        table.resize(taken);
-    }
-
-private:
-    std::int64_t size_;
-    std::vector<std::int32_t> places_;
-    std::vector<bool> isKept_;
-};
 
 /// Brings a count after its table. The count of a table that was empty before stays as it was read.
 template <class Count, class Element>
@@ -318,7 +256,8 @@ private:
         for (std::int16_t& detail : level.SoundMap)
             detail = details.PlaceOf(detail);
         details.Take(level.SoundDetails);
-        Kept samples(std::max(level.SampleIndices.size(), level.Samples.size()));
+        Kept samples(std::max(
+            {level.SampleIndices.size(), level.Samples.size(), level.SamplePlaces.size()}));
         for (const SoundDetail& detail : level.SoundDetails)
             samples.Keep(detail.Sample, detail.NumSamples());
         samples.Number();
@@ -326,6 +265,7 @@ private:
             detail.Sample = samples.PlaceOf(detail.Sample);
         samples.Take(level.SampleIndices);
         samples.Take(level.Samples);
+        samples.Take(level.SamplePlaces);
         Recount(level.NumSoundDetails, level.SoundDetails);
         Recount(level.NumSampleIndices, level.SampleIndices);
         Recount(level.NumSamples, level.Samples);
@@ -384,9 +324,12 @@ ObjectChoice ChooseAll(const LevelData& level)
             .StaticMeshes = std::vector<bool>(level.StaticMeshes.size(), true)};
 }
 
-ChosenLevel ChooseObjects(const LevelData& level, const ObjectChoice& choice)
+std::optional<ChosenLevel> ChooseObjects(const LevelData& level,
+                                         const std::optional<ObjectChoice>& choice)
 {
-    return Chooser(level, choice).Run();
+    if (!choice || choice->IsAll())
+        return std::nullopt;
+    return Chooser(level, *choice).Run();
 }
 
 void DropUnusedTiles(ObjectSet& set)

@@ -5,6 +5,7 @@
 #include "set/ObjectSet.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace morlik
@@ -37,8 +38,10 @@ struct ChosenLevel
 };
 
 /// An animation of a chosen object that is followed by one of an object that is not chosen is
-/// followed by the first of its own. The choice is one of the level.
-ChosenLevel ChooseObjects(const LevelData& level, const ObjectChoice& choice);
+/// followed by the first of its own. Nothing comes back where there is no choice, which is one of
+/// the level, or no object is left out.
+std::optional<ChosenLevel> ChooseObjects(const LevelData& level,
+                                         const std::optional<ObjectChoice>& choice);
 
 /// Takes the tiles out of a set that no texture lies on.
 void DropUnusedTiles(ObjectSet& set);

@@ -131,11 +131,9 @@ std::optional<ObjectSet> ConvertLevel(const LevelData& level, const ObjectNames&
                                       Reporter& report,
                                       const std::function<void(ConvertStage)>& onStage)
 {
-    if (!choices.Objects || choices.Objects->IsAll())
-        return ConvertObjectsOf(level, nullptr, names, levelTitle, choices, report, onStage);
-    const ChosenLevel chosen = ChooseObjects(level, *choices.Objects);
-    return ConvertObjectsOf(chosen.Level, &chosen.Places, names, levelTitle, choices, report,
-                            onStage);
+    const auto chosen = ChooseObjects(level, choices.Objects);
+    return ConvertObjectsOf(chosen ? chosen->Level : level, chosen ? &chosen->Places : nullptr,
+                            names, levelTitle, choices, report, onStage);
 }
 
 } // namespace morlik

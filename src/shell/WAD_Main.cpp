@@ -198,9 +198,11 @@ private:
     /// The samples of the level in the chosen file.
     void ListWaves()
     {
-        const SoundTables tables = set_.Sounds ? *set_.Sounds : SoundTablesOf(level_);
+        const auto chosen = ChooseObjects(level_, context_.Objects);
+        const LevelData& level = chosen ? chosen->Level : level_;
+        const SoundTables tables = SoundTablesOf(level);
         const auto waveOf = [&](std::int32_t sample) {
-            if (const SamplePlace* place = FindIn(level_.SamplePlaces, sample))
+            if (const SamplePlace* place = FindIn(level.SamplePlaces, sample))
                 return context_.MainSFX.WaveAt(place->Start, place->Size);
             return context_.MainSFX.WaveOf(FindIn(tables.SampleIndices, sample));
         };

@@ -145,6 +145,22 @@ TEST(Extended, TakesSamplesThatStandInAMainSFXFromThere)
         EXPECT_EQ(ReadFile(run.Output("-Sounds/TR4 Sound 65-0.wav")), sounds[4]);
         EXPECT_EQ(ReadFile(run.Output("-Sounds/TR4 Sound 0-1.wav")), sounds[10]);
         EXPECT_EQ(check::CheckSet(run.Base(), kTR4).Notes, check::Complaints());
+        // Of a choice, the sounds of its objects alone come along.
+        ObjectChoice choice = ChooseAll(run.Program.Level);
+        choice.Moveables.assign(choice.Moveables.size(), false);
+        choice.Moveables[0] = true;
+        run.Program.Objects = choice;
+        run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
+        const auto chosen = run.Folder.File("chosen");
+        EXPECT_TRUE(SaveLevel(run.Program, chosen + ".was"));
+        std::vector<std::string> heard;
+        for (const auto& entry : std::filesystem::directory_iterator(ToPath(chosen + "-Sounds")))
+            heard.push_back(FromPath(entry.path().filename()));
+        EXPECT_FALSE(heard.empty());
+        EXPECT_LT(heard.size(), waves.size());
+        for (const std::string& name : heard)
+            EXPECT_EQ(ReadFile(chosen + "-Sounds/" + name),
+                      ReadFile(run.Output("-Sounds/" + name)));
         // What is behind the end of the level's samples, or a few bytes, is no place of one.
         const auto& sfx = run.Program.MainSFX;
         EXPECT_TRUE(sfx.WaveAt(0, end));

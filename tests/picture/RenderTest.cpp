@@ -420,6 +420,22 @@ void ExpectSamePictures(Conversion& run)
     EXPECT_LT(empty, std::ssize(pixels) * 9 / 10);
 }
 
+/// The same pixels on all systems and of all compilers. Where the renderer is to draw otherwise, or
+/// the sample changes, the number does.
+TEST(Pictures, AreTheSameEverywhere)
+{
+    Conversion run;
+    run.CopyDataFiles();
+    ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR4)));
+    Session& program = run.Program;
+    const auto set =
+        ConvertLevel(program.Level, program.Names, "LEVEL", {}, program.Report).value();
+    std::uint64_t hash = 0xcbf29ce484222325; // FNV-1a
+    for (const Colour pixel : AllPixels(set))
+        hash = (hash ^ pixel) * 0x100000001b3;
+    EXPECT_EQ(hash, 7876476379915940814U);
+}
+
 TEST(Pictures, OfALevelAreThoseOfItsSet)
 {
     for (const VersionCode game : kGames) {

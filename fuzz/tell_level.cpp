@@ -1,0 +1,16 @@
+// Tells what is in levels of all games, and writes their sounds.
+
+#include "cli/Commands.h"
+#include "fuzz/LevelInput.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    morlik::fuzz::Run run;
+    const auto level = run.WriteLevel({data, size});
+    std::ostringstream out;
+    std::ostringstream errors;
+    const morlik::cli::Streams streams{out, errors};
+    morlik::cli::Info(level, size % 2 == 0, streams);
+    morlik::cli::SaveSounds(level, run.File("waves"), streams);
+    return 0;
+}
