@@ -18,9 +18,9 @@ ObjectChoice ChoiceOf(const LevelData& level, std::span<const std::uint8_t> inpu
     ObjectChoice choice = ChooseAll(level);
     std::uint32_t state = std::accumulate(input.begin(), input.end(), 0U);
     for (auto* marks : {&choice.Moveables, &choice.StaticMeshes})
-        for (std::size_t i = 0; i < marks->size(); ++i) {
+        for (auto&& mark : *marks) {
             state = state * 1664525U + 1013904223U;
-            (*marks)[i] = state >> 30U == 0;
+            mark = state >> 30U == 0;
         }
     choice.AllSounds = state % 2 == 0;
     return choice;
