@@ -71,6 +71,14 @@ std::string ToUpper(std::string_view text)
     return upper;
 }
 
+std::string Grouped(std::size_t count)
+{
+    auto text = std::to_string(count);
+    for (auto i = text.size(); i > 3; i -= 3)
+        text.insert(i - 3, ",");
+    return text;
+}
+
 bool EndsWithNoCase(std::string_view text, std::string_view ending)
 {
     return text.size() >= ending.size() &&

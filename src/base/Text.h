@@ -14,6 +14,9 @@ namespace morlik
 std::string ToLower(std::string_view text);
 std::string ToUpper(std::string_view text);
 
+/// Text of a count: 2,121.
+std::string Grouped(std::size_t count);
+
 /// Whether `text` ends in `ending`, without regard to the case of ASCII letters.
 bool EndsWithNoCase(std::string_view text, std::string_view ending);
 

@@ -54,15 +54,6 @@ constexpr std::array<PhaseName, kNumPhases> kPhases{{{Phase::Read, "read"},
                                                      {Phase::Tiles, "tiles"},
                                                      {Phase::Write, "write"}}};
 
-/// Text of a count: 2,121.
-std::string Grouped(std::size_t count)
-{
-    auto text = std::to_string(count);
-    for (auto i = text.size(); i > 3; i -= 3)
-        text.insert(i - 3, ",");
-    return text;
-}
-
 /// Takes the objects that the user wants of the loaded level.
 void ChooseWanted(const ConvertOptions& options, Session& session, Strings& messages)
 {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace morlik
@@ -117,6 +118,16 @@ ObjectNeeds NeedsOf(const LevelData& level)
 std::size_t CountTextures(const ObjectNeeds& needs, const ObjectChoice& choice)
 {
     return CountUsed(CountUsers(needs, choice));
+}
+
+std::size_t CountTiles(const ObjectNeeds& needs, const ObjectChoice& choice, const LevelData& level)
+{
+    const auto users = CountUsers(needs, choice);
+    std::set<std::int16_t> tiles;
+    for (std::size_t texture = 0; texture < users.size(); ++texture)
+        if (users[texture] > 0)
+            tiles.insert(level.Textures[texture].Info.Tile);
+    return tiles.size() + (IsOlderGame(level.Version) ? 1 : 0);
 }
 
 std::vector<ObjectPlace> FitChoice(const ObjectNeeds& needs, ObjectChoice& choice,

@@ -29,6 +29,11 @@ ObjectNeeds NeedsOf(const LevelData& level);
 /// How many textures the chosen objects use together.
 std::size_t CountTextures(const ObjectNeeds& needs, const ObjectChoice& choice);
 
+/// How many tiles a set of the chosen objects needs for these: those that the textures lie on, and
+/// the palette tile of an older game.
+std::size_t CountTiles(const ObjectNeeds& needs, const ObjectChoice& choice,
+                       const LevelData& level);
+
 /// An object by its place.
 struct ObjectPlace
 {

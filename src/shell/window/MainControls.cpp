@@ -112,6 +112,10 @@ void MainControls::MakeMenu(QMainWindow& window)
     for (QAction* mode : {Mnu_Edit_Move, Mnu_Edit_Static, Mnu_Edit_Sprite})
         mode->setCheckable(true);
     Mnu_Edit_Move->setChecked(true);
+    edit->addSeparator()->setObjectName("Mnu_Edit_Line1");
+    Mnu_Edit_Choose =
+        MakeAction(edit, "Mnu_Edit_Choose", "&Choose Objects", true, QKeySequence("Ctrl+B"));
+    Mnu_Edit_Choose->setCheckable(true);
 
     QMenu* go = MakeMenuOf(window.menuBar(), "Mnu_Go", "&Go");
     Mnu_Go_Recent = go->addMenu("&Recent Files");
@@ -191,6 +195,11 @@ QWidget* MainControls::MakeObjectsFrame()
     Frame1 = Make<QGroupBox>("Frame1", "Objects");
     ObjFilter = MakeFilter("ObjFilter");
     ObjList = Make<QListWidget>("ObjList");
+    ObjList->setContextMenuPolicy(Qt::CustomContextMenu);
+    Chosen = Make<QLabel>("Chosen");
+    Chosen->setTextFormat(Qt::PlainText);
+    Chosen->setWordWrap(true);
+    Chosen->hide();
     ObjectID = Make<QLabel>("ObjectID", "ID 0");
     ObjName = Make<QLineEdit>("ObjName");
     ObjName->setEnabled(false);
@@ -204,6 +213,7 @@ QWidget* MainControls::MakeObjectsFrame()
     auto* column = new QVBoxLayout(Frame1);
     column->addWidget(ObjFilter);
     column->addWidget(ObjList, 1);
+    column->addWidget(Chosen);
     column->addLayout(row);
     column->addWidget(ObjName);
     return Frame1;

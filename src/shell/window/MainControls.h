@@ -49,6 +49,7 @@ struct MainControls
     QGroupBox* Frame1; ///< "Objects"
     QLineEdit* ObjFilter;
     QListWidget* ObjList;
+    QLabel* Chosen; ///< what a choice of objects takes; shown while one is made
     QLabel* ObjectID;
     QLineEdit* ObjName;
     QPushButton* SaveID;
@@ -78,6 +79,7 @@ struct MainControls
     QAction* Mnu_Edit_Move;
     QAction* Mnu_Edit_Static;
     QAction* Mnu_Edit_Sprite;
+    QAction* Mnu_Edit_Choose; ///< checked: the objects have boxes, and a save takes the ticked ones
     QMenu* Mnu_Go_Recent;
     QAction* Mnu_Go_Reload;
     QAction* Mnu_Go_Previous;

@@ -50,6 +50,7 @@ void Main_Frm::FillObjects()
         for (const StaticMesh& mesh : session_.Level.StaticMeshes)
             list.addItem(FromText(session_.Names.Static(mesh.ObjectID)));
     }
+    ShowChoice();
     FilterList(list, controls_.ObjFilter->text());
     setWindowTitle(FromText(session_.TitleText + " - [" + session_.FMLoad.FileName +
                             (moveables ? "] - Moveables" : "] - Static Meshes")));

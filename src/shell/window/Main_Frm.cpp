@@ -1,5 +1,6 @@
 // The window itself: its start and end, and which command each control gives. What a load does
-// stands in Main_Load.cpp, the object list in Main_Browse.cpp, the saves in Main_Save.cpp.
+// stands in Main_Load.cpp, the object list in Main_Browse.cpp and Main_Choose.cpp, the saves in
+// Main_Save.cpp.
 
 #include "shell/window/Main_Frm.h"
 
@@ -49,6 +50,7 @@ Main_Frm::Main_Frm(Session& session, RecentFiles& recent)
     ConnectCommands();
     ConnectToolbar();
     ConnectLists();
+    ConnectChoice();
     FillRecentMenu();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Registry.h"
+#include "convert/ObjectNeeds.h"
 #include "shell/Session.h"
 #include "shell/Sounds.h"
 #include "shell/window/About_Frm.h"
@@ -74,6 +75,18 @@ private:
     /// Object id of an entry of the object list, by the current mode; nothing for no entry.
     std::optional<std::int32_t> IDOf(int row) const;
 
+    void ConnectChoice();
+    void ChooseObjects_Click();
+    void ResetChoice();
+    /// Which objects of the list's mode are chosen; only while there is a choice.
+    std::vector<bool>& ChosenOfMode();
+    void ShowChoice();
+    void TellChoice();
+    void ObjList_Check(const QListWidgetItem& item);
+    /// Chooses among the entries that the list shows: `change` gives from what was chosen what is.
+    void ChangeChoice(const std::function<bool(bool)>& change);
+    void ShowChoiceMenu(const QPoint& at);
+
     void DoSaveWAS();
     void DoSaveTGA();
     void SndSave_Click();
@@ -102,7 +115,9 @@ private:
     RecentFiles& recent_;
     MainControls controls_;
     std::unique_ptr<About_Frm> about_;
-    std::string loadedFile_; ///< the file that was opened last, for reload
+    std::optional<ObjectNeeds> needs_;   ///< of the level, once a choice asked for them
+    std::optional<ObjectChoice> choice_; ///< that was made before choosing was turned off
+    std::string loadedFile_;             ///< the file that was opened last, for reload
     bool busy_ = false;
     bool ended_ = false;
     int exitCode_ = 0;

@@ -115,6 +115,7 @@ void Main_Frm::LoadLevelFile()
     session_.Report.LogLine("Loading level");
     session_.Level = ReadTR(path, session_.State, session_.Report);
     session_.LevelFile = path;
+    ResetChoice();
     ShowLevelType();
     TakeVersion(session_);
     const VersionCode version = session_.Level.Version;

@@ -109,6 +109,11 @@ void Main_Frm::DoSaveWAS()
         host_.Beep();
         return;
     }
+    if (session_.Objects && session_.Objects->Count() == 0) {
+        host_.Beep();
+        TellFoot("No object is chosen: tick those that the set is to have.");
+        return;
+    }
     FileDialog& dialog = session_.FMSave;
     dialog.Folder = session_.Settings.DestWADFolder;
     const bool chosen = AskToSave("WAS files (*.was)|*.was");

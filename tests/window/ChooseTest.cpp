@@ -1,0 +1,83 @@
+#include "set/ReadSet.h"
+#include "tests/window/WindowRun.h"
+
+namespace morlik::test
+{
+
+namespace
+{
+
+/// Chooses an entry of the object list's own menu.
+void TriggerOfMenu(WindowRun& run, const QString& caption)
+{
+    auto* list = run.Find<QListWidget>("ObjList");
+    emit list->customContextMenuRequested({4, 4});
+    for (QAction* action : run.Find<QMenu>("ChoiceMenu")->actions())
+        if (QString(action->text()).remove('&') == caption)
+            action->trigger();
+    run.Find<QMenu>("ChoiceMenu")->close();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST(WindowChoose, SavesTheTickedObjects)
+{
+    WindowRun run;
+    ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
+    auto* list = run.Find<QListWidget>("ObjList");
+    const LevelData& level = run.Program.Level;
+    const auto all = level.Moveables.size() + level.StaticMeshes.size();
+    const auto countOf = [&](std::size_t count) {
+        return QString("%1 of %2 objects, ").arg(count).arg(all);
+    };
+    const auto isTicked = [&](int row) { return list->item(row)->checkState() == Qt::Checked; };
+
+    EXPECT_TRUE(list->item(0)->data(Qt::CheckStateRole).isNull());
+    run.Trigger("Mnu_Edit_Choose");
+    EXPECT_TRUE(isTicked(0));
+    EXPECT_TRUE(run.Label("Chosen").startsWith(countOf(all))) << run.Label("Chosen").toStdString();
+    TriggerOfMenu(run, "None");
+    EXPECT_TRUE(run.Label("Chosen").startsWith(countOf(level.StaticMeshes.size())));
+    run.Trigger("Mnu_Edit_Static");
+    EXPECT_TRUE(isTicked(0));
+    TriggerOfMenu(run, "Invert");
+    EXPECT_FALSE(isTicked(0));
+    EXPECT_EQ(run.Label("Chosen"), countOf(0) + "0 of at most 2,047 textures, 0 tiles");
+    run.Trigger("TB_Save_WAS");
+    EXPECT_EQ(run.Host.Beeps, 1);
+    EXPECT_EQ(run.Label("Foot"), "No object is chosen: tick those that the set is to have.");
+    EXPECT_TRUE(run.Host.Dialogs.empty());
+
+    run.Trigger("Mnu_Edit_Move");
+    list->item(1)->setCheckState(Qt::Checked);
+    EXPECT_TRUE(run.Label("Chosen").startsWith(countOf(1)));
+    run.Find<QLineEdit>("ObjFilter")->setText(list->item(2)->text());
+    TriggerOfMenu(run, "All"); // of what the filter shows
+    run.Find<QLineEdit>("ObjFilter")->clear();
+    const QString told = run.Label("Chosen");
+    EXPECT_TRUE(told.startsWith(countOf(2)));
+    run.Host.SaveAnswers = {run.Folder.File("some.was")};
+    run.Trigger("TB_Save_WAS");
+    const ObjectSet set = ReadSet(run.Folder.File("some.was"));
+    ASSERT_EQ(set.Moveables.size(), 2U);
+    EXPECT_EQ(set.Moveables[0].ObjectID, level.Moveables[1].ObjectID);
+    EXPECT_EQ(set.Moveables[1].ObjectID, level.Moveables[2].ObjectID);
+    EXPECT_EQ(told, countOf(2) + QString("%1 of at most 2,047 textures, %2 tiles")
+                                     .arg(set.ColourBase())
+                                     .arg(set.Tiles.Count()));
+
+    run.Trigger("Mnu_Edit_Choose"); // off: all objects, and the choice is there again later
+    EXPECT_TRUE(list->item(0)->data(Qt::CheckStateRole).isNull());
+    run.Host.SaveAnswers = {run.Folder.File("all.was")};
+    run.Trigger("TB_Save_WAS");
+    EXPECT_EQ(ReadSet(run.Folder.File("all.was")).Moveables.size(), level.Moveables.size());
+    run.Trigger("Mnu_Edit_Choose");
+    EXPECT_EQ(run.Label("Chosen"), told);
+    run.Open(run.Write(kTR2, "b.tr2")); // another level: all are chosen
+    EXPECT_TRUE(isTicked(0));
+    TriggerOfMenu(run, "Keep All Sounds");
+    EXPECT_TRUE(run.Program.Objects->AllSounds);
+}
+
+} // namespace
+
+} // namespace morlik::test
