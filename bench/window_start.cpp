@@ -36,8 +36,7 @@ int main(int argc, char** argv)
     QSettings store(folder.filePath("settings.ini"), QSettings::IniFormat);
     morlik::QtHost host;
     morlik::Session session(host);
-    morlik::RecentFiles recent(store);
-    morlik::Main_Frm window(session, recent);
+    morlik::Main_Frm window(session, store);
     host.Attach(window, window.Controls());
     FirstPaint painted;
     window.installEventFilter(&painted);

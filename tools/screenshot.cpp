@@ -1,6 +1,7 @@
 // Makes a picture of the main window with a level loaded, the rich sample of Tomb Raider IV where
-// none is named. QT_SCALE_FACTOR scales it; MORLIK_DARK makes the colours of the desktop dark.
-// usage: morlik-screenshot OUT.png [LEVEL]
+// none is named, and an object selected, by its row in the list. QT_SCALE_FACTOR scales it;
+// MORLIK_DARK makes the colours of the desktop dark.
+// usage: morlik-screenshot OUT.png [LEVEL [TAB [ROW [SIDE OF SMALL PICTURES]]]]
 
 #include "base/OutputFile.h"
 #include "platform/Platform.h"
@@ -10,11 +11,15 @@
 #include "shell/window/QtRegistry.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPixmap>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <span>
+#include <string_view>
 
 namespace
 {
@@ -31,19 +36,50 @@ QPalette DarkPalette()
     return palette;
 }
 
-/// Selects the third object, so that the picture shows a name and an id.
-void Show(morlik::Main_Frm& window)
+/// A screen that holds the window with its pane. The platform reads it from a file.
+void MakeScreen(const QTemporaryDir& folder)
 {
-    morlik::MainControls& controls = window.Controls();
-    controls.ObjList->setCurrentRow(2);
-    controls.Foot->setText("Saved mill.was");
-    QApplication::processEvents();
+    const QString file = folder.filePath("screen.json");
+    morlik::WriteWholeFile(
+        file.toStdString(),
+        std::as_bytes(std::span(std::string_view(
+            R"({"screens":[{"name":"wide","x":0,"y":0,"width":2400,"height":1400}]})"))));
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file.toUtf8());
 }
 
-int Run(const QString& picture, const QString& level)
+/// Gives the window's small jobs time: pictures are drawn in its pauses.
+void Settle()
 {
-    const QTemporaryDir folder;
-    QString file = level;
+    constexpr int kMilliseconds = 500;
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < kMilliseconds)
+        QApplication::processEvents();
+}
+
+/// Selects an object, so that the picture shows a name and an id.
+void Show(morlik::Main_Frm& window, const QStringList& wishes)
+{
+    morlik::MainControls& controls = window.Controls();
+    const QString tab = wishes.value(0, "Object");
+    if (tab == "Rooms")
+        controls.ShowRooms();
+    auto* tabs = window.findChild<QTabWidget*>("PictureTabs");
+    for (int i = 0; i < tabs->count(); ++i)
+        if (tabs->tabText(i) == tab)
+            tabs->setCurrentIndex(i);
+    for (QAction* action : controls.Mnu_View_List->actions())
+        if (action->data().toString() == wishes.value(2, "0"))
+            action->trigger();
+    Settle(); // the pane fills once the window is there
+    controls.ObjList->setCurrentRow(wishes.value(1, "2").toInt());
+    controls.Foot->setText("Saved mill.was");
+    Settle();
+}
+
+int Run(const QTemporaryDir& folder, const QString& picture, const QStringList& wishes)
+{
+    QString file = wishes.value(0);
     if (file.isEmpty()) {
         file = folder.filePath("mill.tr4");
         morlik::WriteWholeFile(
@@ -54,12 +90,11 @@ int Run(const QString& picture, const QString& level)
     morlik::QtHost host;
     morlik::Session session(host);
     morlik::QtRegistry registry(store);
-    morlik::RecentFiles recent(store);
-    morlik::Main_Frm window(session, recent);
+    morlik::Main_Frm window(session, store);
     host.Attach(window, window.Controls());
     if (!window.Start(registry, file))
         return EXIT_FAILURE;
-    Show(window);
+    Show(window, wishes.mid(1));
     return window.grab().save(picture) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
@@ -67,18 +102,19 @@ int Run(const QString& picture, const QString& level)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     try {
+        const QTemporaryDir folder;
+        MakeScreen(folder);
         const QApplication application(argc, argv);
         QApplication::setStyle("Fusion");
         if (qEnvironmentVariableIsSet("MORLIK_DARK"))
             QApplication::setPalette(DarkPalette());
         const QStringList arguments = QApplication::arguments();
         if (arguments.size() < 2) {
-            std::cerr << "usage: morlik-screenshot OUT.png [LEVEL]\n";
+            std::cerr << "usage: morlik-screenshot OUT.png [LEVEL [TAB [ROW [SIDE]]]]\n";
             return EXIT_FAILURE;
         }
-        return Run(arguments[1], arguments.value(2));
+        return Run(folder, arguments[1], arguments.mid(2));
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';
         return EXIT_FAILURE;

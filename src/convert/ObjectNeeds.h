@@ -39,6 +39,8 @@ struct ObjectPlace
 {
     bool IsStatic = false;
     std::size_t Index = 0;
+
+    bool operator==(const ObjectPlace&) const = default;
 };
 
 /// Leaves objects out of a choice, always the one with the most textures that no other chosen

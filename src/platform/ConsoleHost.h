@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Host.h"
+#include "base/SilentHost.h"
 #include "platform/Platform.h"
 
 #include <ostream>
@@ -9,7 +9,7 @@ namespace morlik
 {
 
 /// The Host of a start without a window: messages go to a stream, the status goes nowhere.
-class ConsoleHost : public Host
+class ConsoleHost : public SilentHost
 {
 public:
     /// What a person would choose in the window.
@@ -29,24 +29,9 @@ public:
     /// Writes a line with the title and the text; further lines of the text are set in.
     void ShowMessage(const std::string& text, const std::string& title) override;
 
-    /// Nobody is there to be asked: a script has said what it wants with its command.
-    bool Ask(const std::string& /*question*/, const std::string& /*title*/) override
-    {
-        return true;
-    }
-
     /// The one dialog of a run without a window asks for `main.sfx`.
     void ShowOpen(FileDialog& dialog) override;
-    void ShowSave(FileDialog& /*dialog*/) override {}
-
-    void SetEvent(const std::string& /*text*/) override {}
-    void SetProg(float /*percent*/) override {}
-    void GiveTurn() override {}
     bool StopRequested() const override { return InterruptScope::IsRequested(); }
-    std::string Caption() const override { return {}; }
-    void SetCaption(const std::string& /*text*/) override {}
-    void Beep() override {}
-    void OpenWebAddress(const std::string& /*address*/) override {}
 
     bool SkyFix() const override { return choices_.UpdateHorizon; }
     bool ExpSpr() const override { return choices_.ExportSprites; }

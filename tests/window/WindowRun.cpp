@@ -20,7 +20,7 @@ WindowRun::WindowRun()
     Store = std::make_unique<QSettings>(QString::fromStdString(Folder.File("settings.ini")),
                                         QSettings::IniFormat);
     Recent = std::make_unique<RecentFiles>(*Store);
-    Window = std::make_unique<Main_Frm>(Program, *Recent);
+    Window = std::make_unique<Main_Frm>(Program, *Store);
     Host.Attach(*Window, Window->Controls());
 }
 

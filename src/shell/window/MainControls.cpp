@@ -117,6 +117,7 @@ void MainControls::MakeMenu(QMainWindow& window)
         MakeAction(edit, "Mnu_Edit_Choose", "&Choose Objects", true, QKeySequence("Ctrl+B"));
     Mnu_Edit_Choose->setCheckable(true);
 
+    MakeViewMenu(window);
     QMenu* go = MakeMenuOf(window.menuBar(), "Mnu_Go", "&Go");
     Mnu_Go_Recent = go->addMenu("&Recent Files");
     Mnu_Go_Recent->setObjectName("Mnu_Go_Recent");
@@ -127,6 +128,27 @@ void MainControls::MakeMenu(QMainWindow& window)
 
     QMenu* help = MakeMenuOf(window.menuBar(), "Mnu_Help", "&Help");
     Mnu_Help_About = MakeAction(help, "Mnu_Help_About", "&About", true, QKeySequence("F1"));
+}
+
+void MainControls::MakeViewMenu(QMainWindow& window)
+{
+    constexpr int kSmall = 48;
+    constexpr int kLarge = 112;
+    QMenu* view = MakeMenuOf(window.menuBar(), "Mnu_View", "&View");
+    Mnu_View_Pictures =
+        MakeAction(view, "Mnu_View_Pictures", "&Pictures", true, QKeySequence("F9"));
+    Mnu_View_Pictures->setCheckable(true);
+    view->addSeparator()->setObjectName("Mnu_View_Line1");
+    Mnu_View_List = new QActionGroup(&window);
+    const auto add = [&](const char* name, const char* caption, int side) {
+        QAction* action = Mnu_View_List->addAction(MakeAction(view, name, caption));
+        action->setCheckable(true);
+        action->setChecked(side == 0);
+        action->setData(side);
+    };
+    add("Mnu_View_Names", "&Names", 0);
+    add("Mnu_View_Small", "&Small Pictures", kSmall);
+    add("Mnu_View_Large", "&Large Pictures", kLarge);
 }
 
 void MainControls::MakeToolbar(QMainWindow& window)
@@ -176,7 +198,7 @@ QWidget* MainControls::MakeLevelFrame()
 QWidget* MainControls::MakeOptionsFrame()
 {
     Frame4 = Make<QGroupBox>("Frame4", "Options");
-    TR5Kelder = Make<QCheckBox>("TR5Kelder", "Make TR5 compatible with TRKelder");
+    TR5Kelder = Make<QCheckBox>("TR5Kelder", "Make TR5 compatible\nwith TRKelder");
     TR5Kelder->setChecked(true);
     TR5Kelder->setEnabled(false);
     ExpSpr = Make<QCheckBox>("ExpSpr", "Export Sprites");
@@ -267,15 +289,22 @@ void MainControls::MakeFoot()
 
 void MainControls::LayOut(QMainWindow& window)
 {
-    auto* inner = new QWidget(&window);
-    auto* left = new QVBoxLayout;
-    auto* right = new QVBoxLayout;
-    auto* columns = new QHBoxLayout;
-    auto* whole = new QVBoxLayout(inner);
+    inner_ = new QWidget;
+    Lists = Make<QSplitter>("Lists");
+    Lists->setChildrenCollapsible(false);
+    const auto addColumn = [this](int stretch) {
+        auto* column = new QWidget;
+        Lists->addWidget(column);
+        Lists->setStretchFactor(Lists->count() - 1, stretch);
+        auto* layout = new QVBoxLayout(column);
+        layout->setContentsMargins({});
+        return layout;
+    };
+    QVBoxLayout* left = addColumn(2);
+    QVBoxLayout* right = addColumn(1);
+    auto* whole = new QVBoxLayout(inner_);
     whole->addWidget(MakeLevelFrame());
-    whole->addLayout(columns, 1);
-    columns->addLayout(left, 2);
-    columns->addLayout(right, 1);
+    whole->addWidget(Lists, 1);
     left->addWidget(MakeObjectsFrame(), 1);
     right->addWidget(MakeOptionsFrame());
     right->addWidget(MakeSoundsFrame(), 1);
@@ -286,8 +315,15 @@ void MainControls::LayOut(QMainWindow& window)
     progress->addWidget(Stop);
     left->addLayout(progress);
     whole->addWidget(Foot);
-    MakeRoomsFrame(inner);
-    window.setCentralWidget(inner);
+    MakeRoomsFrame(inner_);
+    Pictures = new PicturePane;
+    Pictures->hide();
+    Columns = Make<QSplitter>("Columns");
+    Columns->setChildrenCollapsible(false);
+    Columns->addWidget(inner_);
+    Columns->addWidget(Pictures);
+    Columns->setStretchFactor(1, 1);
+    window.setCentralWidget(Columns);
 }
 
 void MainControls::SetTabOrder() const
@@ -312,8 +348,14 @@ void MainControls::TellFoot(const QString& text, int width) const
 
 void MainControls::PlaceRooms() const
 {
-    const QWidget* inner = Frame3->parentWidget();
-    Frame3->setGeometry(std::max(kRoomsLeft, inner->width() + 2), 0, 160, inner->height());
+    if (Frame3->parentWidget() == inner_)
+        Frame3->setGeometry(std::max(kRoomsLeft, inner_->width() + 2), 0, 160, inner_->height());
+}
+
+void MainControls::ShowRooms() const
+{
+    RoomList->setFocusPolicy(Qt::StrongFocus);
+    Pictures->TakeRooms(*Frame3);
 }
 
 void FilterList(QListWidget& list, const QString& text)

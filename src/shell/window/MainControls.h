@@ -1,6 +1,9 @@
 #pragma once
 
+#include "shell/window/PicturePane.h"
+
 #include <QAction>
+#include <QActionGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -11,6 +14,7 @@
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSplitter>
 #include <QToolBar>
 
 namespace morlik
@@ -60,7 +64,11 @@ struct MainControls
     QPushButton* SndSave;
     QPushButton* SndSaveAll;
 
-    QGroupBox* Frame3; ///< "Rooms", beyond the window's right edge
+    QSplitter* Lists;   ///< the objects, and the options with the sounds
+    QSplitter* Columns; ///< all of the above, and the pictures
+    PicturePane* Pictures;
+
+    QGroupBox* Frame3; ///< "Rooms", beyond the right edge of what is left of the pictures
     QListWidget* RoomList;
     QLabel* NumRooms;
 
@@ -80,6 +88,8 @@ struct MainControls
     QAction* Mnu_Edit_Static;
     QAction* Mnu_Edit_Sprite;
     QAction* Mnu_Edit_Choose; ///< checked: the objects have boxes, and a save takes the ticked ones
+    QAction* Mnu_View_Pictures;  ///< checked: the pane is there
+    QActionGroup* Mnu_View_List; ///< how the object list looks: side of its pictures, 0 for none
     QMenu* Mnu_Go_Recent;
     QAction* Mnu_Go_Reload;
     QAction* Mnu_Go_Previous;
@@ -88,8 +98,10 @@ struct MainControls
 
     /// Shows a line at the foot of a window of that width; all of it is in the tool tip.
     void TellFoot(const QString& text, int width) const;
-    /// Keeps `Frame3` beyond the right edge of the window.
+    /// Keeps `Frame3` beyond the right edge, where nothing of it can be seen.
     void PlaceRooms() const;
+    /// Gives the rooms a tab beside the pictures.
+    void ShowRooms() const;
 
 private:
     void MakeMenu(QMainWindow& window);
@@ -100,8 +112,11 @@ private:
     QWidget* MakeSoundsFrame();
     void MakeRoomsFrame(QWidget* parent);
     void MakeFoot();
+    void MakeViewMenu(QMainWindow& window);
     void LayOut(QMainWindow& window);
     void SetTabOrder() const;
+
+    QWidget* inner_; ///< what is left of the pictures
 };
 
 /// Hides the entries of `list` that do not hold `text`. The others keep their rows, which are

@@ -51,6 +51,7 @@ void Main_Frm::FillObjects()
             list.addItem(FromText(session_.Names.Static(mesh.ObjectID)));
     }
     ShowChoice();
+    StartThumbnails();
     FilterList(list, controls_.ObjFilter->text());
     setWindowTitle(FromText(session_.TitleText + " - [" + session_.FMLoad.FileName +
                             (moveables ? "] - Moveables" : "] - Static Meshes")));

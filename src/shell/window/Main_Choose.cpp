@@ -44,6 +44,17 @@ void Main_Frm::ResetChoice()
         session_.Objects = ChooseAll(session_.Level);
 }
 
+const ObjectNeeds* Main_Frm::Needs()
+{
+    try {
+        if (!needs_)
+            needs_ = NeedsOf(session_.Level);
+        return &*needs_;
+    } catch (const ReadFailure&) {
+        return nullptr;
+    }
+}
+
 std::vector<bool>& Main_Frm::ChosenOfMode()
 {
     return IsMoveableMode() ? session_.Objects->Moveables : session_.Objects->StaticMeshes;
@@ -73,15 +84,13 @@ void Main_Frm::TellChoice()
     const auto all = level.Moveables.size() + level.StaticMeshes.size();
     std::string text = Grouped(choice.Count()) + " of " + Grouped(all) + " objects, ";
     bool isTooMuch = false;
-    try {
-        if (!needs_)
-            needs_ = NeedsOf(level);
-        const auto textures = CountTextures(*needs_, choice);
+    if (const ObjectNeeds* needs = Needs(); needs != nullptr) {
+        const auto textures = CountTextures(*needs, choice);
         isTooMuch = textures > kMostTextures;
         text += Grouped(textures) + " of at most " + Grouped(kMostTextures) + " textures, " +
-                Grouped(CountTiles(*needs_, choice, level)) + " tiles";
-    } catch (const ReadFailure& damage) {
-        text += std::string("their textures are damaged: ") + damage.what();
+                Grouped(CountTiles(*needs, choice, level)) + " tiles";
+    } else {
+        text += "some of them damaged";
     }
     QFont font = controls_.ObjectID->font();
     font.setBold(isTooMuch);

@@ -39,8 +39,12 @@ bool TakeAsCopy(QDropEvent& event)
 
 } // namespace
 
-Main_Frm::Main_Frm(Session& session, RecentFiles& recent)
-    : session_(session), host_(session.Report.TheHost()), recent_(recent), controls_(*this)
+Main_Frm::Main_Frm(Session& session, QSettings& store)
+    : session_(session),
+      host_(session.Report.TheHost()),
+      store_(store),
+      recent_(store),
+      controls_(*this)
 {
     setObjectName("Main_Frm");
     setAcceptDrops(true);
@@ -51,6 +55,7 @@ Main_Frm::Main_Frm(Session& session, RecentFiles& recent)
     ConnectToolbar();
     ConnectLists();
     ConnectChoice();
+    ConnectPictures();
     FillRecentMenu();
 }
 
@@ -77,6 +82,7 @@ void Main_Frm::FormLoad(Registry& registry, const QString& file)
     LoadObjectIDs("", session_.Names, report);
     RegWriteText(registry, kProgramKey, "MorlikFile",
                  FromPath(host_.ProgramFolder()) + "\\MORLIK.exe", report);
+    RestoreLayout();
     show();
     if (file.isEmpty())
         DoLoadTR();
@@ -112,6 +118,8 @@ void Main_Frm::End(int exitCode)
     exitCode_ = exitCode;
     ended_ = true;
     about_.reset();
+    if (isVisible())
+        KeepLayout();
     hide();
     QCoreApplication::exit(exitCode);
 }
@@ -157,6 +165,7 @@ void Main_Frm::ConnectLists()
     connect(controls_.ObjName, &QLineEdit::textChanged, this,
             [this](const QString& text) { Guard([&] { ObjName_Change(text); }); });
     controls_.ObjName->installEventFilter(this);
+    controls_.Columns->widget(0)->installEventFilter(this);
     connect(controls_.ObjFilter, &QLineEdit::textChanged, this,
             [this](const QString& text) { Guard([&] { FilterList(*controls_.ObjList, text); }); });
     connect(controls_.SndFilter, &QLineEdit::textChanged, this,
@@ -201,12 +210,6 @@ void Main_Frm::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-void Main_Frm::resizeEvent(QResizeEvent* event)
-{
-    QMainWindow::resizeEvent(event);
-    controls_.PlaceRooms();
-}
-
 /// A drop is a copy, whatever the user's keys ask for: behind a move the file manager deletes the
 /// file.
 void Main_Frm::dragEnterEvent(QDragEnterEvent* event)
@@ -232,6 +235,8 @@ bool Main_Frm::eventFilter(QObject* object, QEvent* event)
     if (object == controls_.ObjName && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
         controls_.ObjName->selectAll();
+    if (object == controls_.Columns->widget(0) && event->type() == QEvent::Resize)
+        controls_.PlaceRooms();
     return QMainWindow::eventFilter(object, event);
 }
 

@@ -3,6 +3,7 @@
 #include "base/Registry.h"
 #include "convert/ObjectNeeds.h"
 #include "shell/Session.h"
+#include "shell/ShownObjects.h"
 #include "shell/Sounds.h"
 #include "shell/window/About_Frm.h"
 #include "shell/window/MainControls.h"
@@ -22,7 +23,8 @@ namespace morlik
 class Main_Frm : public QMainWindow
 {
 public:
-    explicit Main_Frm(Session& session, RecentFiles& recent);
+    /// `store` keeps how the user left the window.
+    explicit Main_Frm(Session& session, QSettings& store);
 
     /// The interactive start: settings, version values, catalogue, the window, and `file` or, where
     /// that is empty, the open dialog. Gives false when the program is to end at once.
@@ -36,7 +38,6 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -87,6 +88,27 @@ private:
     void ChangeChoice(const std::function<bool(bool)>& change);
     void ShowChoiceMenu(const QPoint& at);
 
+    /// The textures that the level's objects use; nothing where their meshes are damaged.
+    const ObjectNeeds* Needs();
+
+    void ConnectPictures();
+    void RestoreLayout();
+    void KeepLayout();
+    void ShowPane(bool isShown);
+    void ResetPictures();
+    void FillPictures();
+    std::optional<ObjectPlace> SelectedObject() const;
+    void ShowSelected();
+    /// Names of the objects that use a texture.
+    QStringList UsersOf(std::int32_t texture);
+    /// Side of the pictures in the object list, in points; 0 for names alone.
+    int ThumbnailSide() const;
+    void StartThumbnails();
+    void DrawThumbnails();
+    void DrawThumbnail(int row);
+    void SavePicture();
+    void CopyPicture();
+
     void DoSaveWAS();
     void DoSaveTGA();
     void SndSave_Click();
@@ -112,12 +134,17 @@ private:
 
     Session& session_;
     Host& host_;
-    RecentFiles& recent_;
+    QSettings& store_;
+    RecentFiles recent_;
     MainControls controls_;
     std::unique_ptr<About_Frm> about_;
-    std::optional<ObjectNeeds> needs_;   ///< of the level, once a choice asked for them
-    std::optional<ObjectChoice> choice_; ///< that was made before choosing was turned off
-    std::string loadedFile_;             ///< the file that was opened last, for reload
+    std::optional<ObjectNeeds> needs_;    ///< of the level, once a choice asked for them
+    std::optional<ObjectChoice> choice_;  ///< that was made before choosing was turned off
+    std::unique_ptr<ShownObjects> shown_; ///< of the level
+    bool arePicturesStale_ = false;       ///< the pane doesn't show them yet
+    QTimer thumbnails_;
+    int nextThumbnail_ = 0;  ///< row that is drawn next
+    std::string loadedFile_; ///< the file that was opened last, for reload
     bool busy_ = false;
     bool ended_ = false;
     int exitCode_ = 0;

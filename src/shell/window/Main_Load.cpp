@@ -116,6 +116,7 @@ void Main_Frm::LoadLevelFile()
     session_.Level = ReadTR(path, session_.State, session_.Report);
     session_.LevelFile = path;
     ResetChoice();
+    ResetPictures();
     ShowLevelType();
     TakeVersion(session_);
     const VersionCode version = session_.Level.Version;
@@ -194,6 +195,7 @@ bool Main_Frm::DoLoadPRJ(const std::string& path)
     if (session_.ProjectData.Rooms.empty())
         return false;
     session_.ProjectFile = dialog.FileName;
+    controls_.ShowRooms();
     return true;
 }
 

@@ -33,9 +33,9 @@ public:
         for (QAction* action : window.findChildren<QAction*>())
             if (action->isEnabled())
                 TurnOff(action);
-        for (QWidget* widget :
-             std::initializer_list<QWidget*>{window.menuBar(), controls.TB, controls.Frame1,
-                                             controls.Frame2, controls.Frame4, controls.SndFrame})
+        for (QWidget* widget : std::initializer_list<QWidget*>{
+                 window.menuBar(), controls.TB, controls.Frame1, controls.Frame2, controls.Frame4,
+                 controls.SndFrame, controls.Pictures->Save, controls.Pictures->Copy})
             if (widget->isEnabled())
                 TurnOff(widget);
     }

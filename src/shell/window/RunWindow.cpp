@@ -113,8 +113,7 @@ int RunBatchOnDisplay(int argc, char** argv, const std::string& commandLine)
     OpenBatchLog(session.Report, commandLine);
     const GuardedApplication application(argc, argv);
     QSettings store = UserSettings();
-    RecentFiles recent(store);
-    Main_Frm window(session, recent);
+    Main_Frm window(session, store);
     host.Attach(window, window.Controls());
     return RunBatchJob(session, commandLine);
 }
@@ -167,8 +166,7 @@ int RunWindow(int argc, char** argv)
     QApplication::setApplicationName("Morlik");
     QSettings store = UserSettings();
     auto registry = MakeRegistry(store);
-    RecentFiles recent(store);
-    Main_Frm window(session, recent);
+    Main_Frm window(session, store);
     host.Attach(window, window.Controls());
     const QStringList arguments = QApplication::arguments();
     const QString file = arguments.size() == 2 ? arguments[1] : QString();

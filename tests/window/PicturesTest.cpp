@@ -1,0 +1,255 @@
+#include "shell/window/TexturesTab.h"
+#include "tests/window/WindowRun.h"
+
+#include <QClipboard>
+#include <QColorSpace>
+#include <QGraphicsPathItem>
+#include <QSlider>
+#include <QTabWidget>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+/// A run with the pane open. It fills in a turn of the window system.
+class PaneRun : public WindowRun
+{
+public:
+    PaneRun() { Store->setValue("window/pictures", true); }
+
+    bool Begin(const std::string& file)
+    {
+        const bool started = Start(file);
+        QApplication::processEvents();
+        View = Find<ObjectView>("ObjectView");
+        return started;
+    }
+    /// Selects an object and gives its picture.
+    QImage Select(int row)
+    {
+        Find<QListWidget>("ObjList")->setCurrentRow(row);
+        return View->Image();
+    }
+    QPainterPath Outline()
+    {
+        for (const QGraphicsItem* item : Find<QGraphicsView>("TileView")->scene()->items())
+            if (const auto* path = dynamic_cast<const QGraphicsPathItem*>(item); path != nullptr)
+                return path->path();
+        return {};
+    }
+    void ShowTab(const QString& caption)
+    {
+        auto* tabs = Find<QTabWidget>("PictureTabs");
+        for (int i = 0; i < tabs->count(); ++i)
+            if (tabs->tabText(i) == caption && tabs->isTabVisible(i)) {
+                tabs->setCurrentIndex(i);
+                return;
+            }
+        ADD_FAILURE() << "no tab " << caption.toStdString();
+    }
+
+    ObjectView* View = nullptr;
+};
+
+/// Row of the moveable with the most frames in its first animation.
+int LivelyMoveable(const LevelData& level)
+{
+    int best = 0;
+    int most = -1;
+    for (std::size_t i = 0; i < level.Moveables.size(); ++i) {
+        const int animation = level.Moveables[i].Animation;
+        if (animation < 0 || CountAnimations(level.Moveables, level.NumAnimations, i) < 1)
+            continue;
+        const Animation& record = level.Animations[static_cast<std::size_t>(animation)];
+        if (record.FrameEnd - record.FrameStart > most) {
+            most = record.FrameEnd - record.FrameStart;
+            best = static_cast<int>(i);
+        }
+    }
+    return best;
+}
+
+TEST(WindowPictures, TurnsMovesAndZoomsByMouseAndKeys)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    EXPECT_TRUE(run.View->Image().isNull()); // nothing is selected
+    QImage last = run.Select(LivelyMoveable(run.Program.Level));
+    const QImage first = last;
+    const auto isChanged = [&] {
+        const QImage now = run.View->Image();
+        const bool isOther = now != last;
+        last = now;
+        return isOther;
+    };
+    const auto drag = [&](Qt::MouseButton button) {
+        QTest::mousePress(run.View, button, {}, {50, 50});
+        QMouseEvent move(QEvent::MouseMove, QPointF(80, 60), QPointF(80, 60), Qt::NoButton, button,
+                         Qt::NoModifier);
+        QApplication::sendEvent(run.View, &move);
+        QTest::mouseRelease(run.View, button, {}, {80, 60});
+    };
+    drag(Qt::LeftButton);
+    EXPECT_TRUE(isChanged());
+    drag(Qt::RightButton);
+    EXPECT_TRUE(isChanged());
+    QTest::mouseDClick(run.View, Qt::LeftButton);
+    EXPECT_TRUE(isChanged());
+    for (const auto& [key, modifier] :
+         std::vector<std::pair<Qt::Key, Qt::KeyboardModifier>>{{Qt::Key_Left, Qt::NoModifier},
+                                                               {Qt::Key_Down, Qt::NoModifier},
+                                                               {Qt::Key_Up, Qt::ShiftModifier},
+                                                               {Qt::Key_Plus, Qt::NoModifier},
+                                                               {Qt::Key_Home, Qt::NoModifier},
+                                                               {Qt::Key_W, Qt::NoModifier}}) {
+        QTest::keyClick(run.View, key, modifier);
+        EXPECT_TRUE(isChanged()) << key;
+    }
+    QTest::keyClick(run.View, Qt::Key_W);
+    run.Select(LivelyMoveable(run.Program.Level) == 0 ? 1 : 0);
+    EXPECT_EQ(run.Select(LivelyMoveable(run.Program.Level)), first); // seen anew
+}
+
+TEST(WindowPictures, StepsAndPlaysFrames)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    const QImage first = run.Select(LivelyMoveable(run.Program.Level));
+    auto* frame = run.Find<QSlider>("AnimFrame");
+    ASSERT_GT(frame->maximum(), 1);
+    QTest::keyClick(run.View, Qt::Key_Comma); // there is none before
+    EXPECT_EQ(run.View->Image(), first);
+    QTest::keyClick(run.View, Qt::Key_Period);
+    EXPECT_EQ(frame->value(), 1);
+    EXPECT_EQ(run.Label("AnimPlace"), QString("Frame 1 of %1").arg(frame->maximum()));
+    EXPECT_NE(run.View->Image(), first);
+    run.Click("AnimForward");
+    run.Click("AnimBack");
+    EXPECT_EQ(frame->value(), 1);
+    QTest::keyClick(run.View, Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return frame->value() != 1; }));
+    QTest::keyClick(run.View, Qt::Key_Space);
+    const int stopped = frame->value();
+    QTest::qWait(100);
+    EXPECT_EQ(frame->value(), stopped);
+    EXPECT_EQ(run.Find<QPushButton>("AnimPlay")->text(), "Play");
+    run.Trigger("Mnu_Edit_Static");
+    EXPECT_FALSE(run.Select(0).isNull());
+    EXPECT_FALSE(run.IsOn("AnimFrame"));
+    EXPECT_TRUE(run.Label("ObjectFacts").startsWith("1 mesh, "));
+}
+
+TEST(WindowPictures, OutlinesAndTellsTheTexturesOfTheObject)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR2, "a.tr2")));
+    const LevelData& level = run.Program.Level;
+    const ObjectNeeds needs = NeedsOf(level);
+    run.ShowTab("Textures");
+    for (const int row : {0, 1, 2}) {
+        run.Select(row);
+        const TextureNumbers& used = needs.Moveables[static_cast<std::size_t>(row)];
+        EXPECT_EQ(run.Outline().elementCount(), 5 * static_cast<int>(used.size())) << row;
+    }
+    run.Select(0);
+    ASSERT_FALSE(needs.Moveables[0].empty());
+    const std::int32_t texture = needs.Moveables[0].front();
+    const QPointF corner(run.Outline().elementAt(0));
+    auto* view = run.Find<QGraphicsView>("TileView");
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                      view->mapFromScene(corner + QPointF(2, 2)));
+    const TextInfo& box = level.Textures[static_cast<std::size_t>(texture)].Info;
+    const QString told = run.Label("TextureFacts");
+    EXPECT_TRUE(told.startsWith(QString("Texture %1: tile %2, at %3, %4; %5 \u00d7 %6 pixels")
+                                    .arg(texture)
+                                    .arg(box.Tile)
+                                    .arg(box.X)
+                                    .arg(box.Y)
+                                    .arg(box.Width + 1)
+                                    .arg(box.Height + 1)))
+        << told.toStdString();
+    EXPECT_TRUE(told.contains(run.Find<QListWidget>("ObjList")->item(0)->text()));
+}
+
+TEST(WindowPictures, SavesAndCopiesWhatIsSeen)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR1, "a.phd")));
+    run.Click("SavePicture");
+    EXPECT_EQ(run.Host.Beeps, 1);
+    EXPECT_TRUE(run.Host.Dialogs.empty());
+    run.Select(0);
+    QApplication::processEvents(); // its facts take some of the height
+    const QImage shown = run.View->Image();
+    run.Host.SaveAnswers = {run.Folder.File("a.png")};
+    run.Click("SavePicture");
+    QImage saved(QString::fromStdString(run.Folder.File("a.png")));
+    saved.setColorSpace({});
+    EXPECT_EQ(saved.convertToFormat(QImage::Format_RGB32),
+              shown.convertToFormat(QImage::Format_RGB32));
+    for (const char* tab : {"Textures", "Sprites"}) {
+        run.ShowTab(tab);
+        QApplication::clipboard()->clear();
+        run.Click("CopyPicture");
+        EXPECT_FALSE(QApplication::clipboard()->image().isNull()) << tab;
+    }
+}
+
+TEST(WindowPictures, GivesTheListSmallPicturesInPauses)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR5, "a.trc")));
+    auto* list = run.Find<QListWidget>("ObjList");
+    const auto names = run.List("ObjList");
+    EXPECT_TRUE(list->item(0)->icon().isNull());
+    run.Trigger("Mnu_View_Small");
+    const auto isDrawn = [&](int row) {
+        const QImage icon = list->item(row)->icon().pixmap(48).toImage();
+        for (int y = 0; y < icon.height(); ++y)
+            for (int x = 0; x < icon.width(); ++x)
+                if (icon.pixelColor(x, y).alpha() > 0)
+                    return true;
+        return false;
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isDrawn(0) && isDrawn(2); }));
+    EXPECT_EQ(run.List("ObjList"), names);
+    run.Trigger("Mnu_View_Names");
+    EXPECT_TRUE(list->item(0)->icon().isNull());
+}
+
+TEST(WindowPictures, TellsWhatCanNotBeShown)
+{
+    PaneRun run;
+    auto level = samples::MakeRichLevel(kTR4);
+    const auto mesh = level.MeshTable[static_cast<std::size_t>(level.Moveables[1].StartingMesh)];
+    level.Meshes[mesh].Rectangles.at(0).Texture = 9999;
+    ASSERT_TRUE(run.Begin(run.Write(level, "a.tr4")));
+    EXPECT_TRUE(run.Select(1).isNull());
+    EXPECT_FALSE(run.Select(2).isNull()) << "a good object of a level that doesn't convert";
+    EXPECT_TRUE(run.Host.Messages.empty());
+}
+
+TEST(WindowPictures, ComeBackAsTheyWereLeft)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    const int width = run.Window->width();
+    run.Trigger("Mnu_View_Pictures");
+    EXPECT_FALSE(run.View->isVisible());
+    EXPECT_LT(run.Window->width(), width);
+    run.Trigger("Mnu_View_Large");
+    run.Trigger("Mnu_File_Quit");
+    run.Window = std::make_unique<Main_Frm>(run.Program, *run.Store);
+    run.Host.Attach(*run.Window, run.Window->Controls());
+    ASSERT_TRUE(run.Begin(run.Folder.File("a.tr4")));
+    EXPECT_FALSE(run.View->isVisible());
+    EXPECT_TRUE(run.Find<QAction>("Mnu_View_Large")->isChecked());
+    run.Trigger("Mnu_View_Pictures");
+    EXPECT_FALSE(run.Select(0).isNull());
+}
+
+} // namespace
+
+} // namespace morlik::test
