@@ -11,6 +11,16 @@
 namespace morlik::test
 {
 
+/// Answers a dialog with the next name; an empty one, or none left, is a cancel.
+inline void TakeAnswer(FileDialog& dialog, std::deque<std::string>& answers)
+{
+    if (answers.empty())
+        return;
+    if (!answers.front().empty())
+        dialog.FileName = answers.front();
+    answers.pop_front();
+}
+
 /// A Host that answers what a test has set and records every call in order, but for the turns,
 /// which are counted.
 class ScriptedHost : public Host
@@ -22,7 +32,7 @@ public:
     std::filesystem::path State;  ///< the user's
     std::string Date = "24.11.2026";
     std::string CaptionText;
-    std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
+    std::deque<std::string> OpenAnswers;
     std::deque<std::string> SaveAnswers;
     std::deque<bool> Answers; ///< to questions; none left is a yes
 
@@ -93,11 +103,7 @@ private:
     void Answer(const std::string& kind, FileDialog& dialog, std::deque<std::string>& answers)
     {
         Calls.push_back(kind + dialog.Filter + " in " + dialog.Folder);
-        if (answers.empty())
-            return;
-        if (!answers.front().empty())
-            dialog.FileName = answers.front();
-        answers.pop_front();
+        TakeAnswer(dialog, answers);
     }
 };
 

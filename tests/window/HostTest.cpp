@@ -87,20 +87,12 @@ TEST(QtHostTexts, ShowWesternNamesAndPathsAlike)
         run.Host.SetEvent(text);
         EXPECT_EQ(run.Label("Event").toStdString(), shown);
     }
-}
-
-TEST(QtHostTexts, ShowThePlaceOfAFailureBelowItsMessage)
-{
-    WindowRun run;
-    LookAt<QMessageBox>(
-        [&] {
-            run.Host.QtHost::ShowFailure("Mesh 1 is damaged", "title", "mesh, offset 3: <b> L\xf6");
-        },
-        [&](QMessageBox& box) {
-            EXPECT_EQ(box.text(), "Mesh 1 is damaged");
-            EXPECT_EQ(box.informativeText().toStdString(),
-                      "<p>mesh, offset 3: &lt;b&gt; L\xc3\xb6</p>");
-        });
+    LookAt<QMessageBox>([&] { run.Host.QtHost::ShowFailure("Damaged", "", "offset 3: <b> L\xf6"); },
+                        [&](QMessageBox& box) {
+                            EXPECT_EQ(box.text(), "Damaged");
+                            EXPECT_EQ(box.informativeText().toStdString(),
+                                      "<p>offset 3: &lt;b&gt; L\xc3\xb6</p>");
+                        });
 }
 
 TEST(QtHostDialogs, TakeEnterAndTheCloseButtonForANo)

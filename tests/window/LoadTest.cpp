@@ -3,8 +3,6 @@
 #include "tests/support/HeapPeak.h"
 #include "tests/window/WindowRun.h"
 
-#include <QDropEvent>
-#include <QMimeData>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -31,13 +29,10 @@ TEST(WindowLoad, ShowsEachGame)
                                 {kTR3, "b.tr2", "Tomb Raider III level", true, false},
                                 {kTR4, "a.tr4", "Tomb Raider IV level", false, true},
                                 {kTR1Gold, "a.tub", "Tomb Raider I Gold level", false, true}};
-    WindowRun run;
+    WindowRun run(kTR1);
     for (const Row& row : rows) {
         const auto path = run.Write(row.Game, row.Name);
-        if (run.Window->isVisible())
-            run.Open(path);
-        else
-            ASSERT_TRUE(run.Start(path));
+        run.Open(path);
         const LevelData& level = run.Program.Level;
         EXPECT_EQ(run.Label("LevelType"), row.Caption);
         EXPECT_EQ(run.IsOn("SkyFix"), row.HasHorizon) << row.Name;
@@ -50,8 +45,7 @@ TEST(WindowLoad, ShowsEachGame)
         EXPECT_EQ(run.List("ObjList").size(), level.Moveables.size());
         EXPECT_EQ(ToLower(run.List("ObjList").at(0)), "lara");
         EXPECT_EQ(run.List("SndLst").empty(), !row.HasSounds);
-        EXPECT_EQ(run.Window->windowTitle().toStdString(),
-                  "MORLIK 1.7 - [" + path + "] - Moveables");
+        EXPECT_EQ(run.Title(), "MORLIK 1.7 - [" + path + "] - Moveables");
         EXPECT_EQ(run.Program.LevelTitle, row.Name);
     }
     EXPECT_TRUE(run.Host.Messages.empty());
@@ -63,7 +57,7 @@ TEST(WindowLoad, ShowsEachGame)
 
 TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
 {
-    WindowRun run;
+    WindowRun run(kTR1);
     for (const VersionCode game : {kTR1, kTR4, kTR5})
         for (const int lost : {0, 1, 2}) {
             auto level = samples::MakeRichLevel(game);
@@ -73,11 +67,7 @@ TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
             }
             if (lost != 0)
                 level.SoundDetails.clear();
-            const auto path = run.Write(level, LevelName(game));
-            if (run.Window->isVisible())
-                run.Open(path);
-            else
-                ASSERT_TRUE(run.Start(path));
+            run.Open(run.Write(level, LevelName(game)));
             EXPECT_EQ(run.Program.LevelTitle, LevelName(game));
             EXPECT_TRUE(run.IsOn("SndFrame"));
             EXPECT_EQ(run.List("SndLst").empty(), lost != 0) << game << lost;
@@ -87,23 +77,20 @@ TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
     run.Open(run.Write(outside, "outside.tr4"));
     EXPECT_FALSE(run.IsOn("SndFrame"));
     EXPECT_TRUE(run.List("SndLst").empty());
-    EXPECT_EQ(run.Host.Messages, std::vector<std::string>());
-    const auto sfx = run.Folder.File("main.sfx"); // as the save asks for it
-    WriteWholeFile(sfx, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
-    run.Host.SaveAnswers = {run.Folder.File("set.was")};
-    run.Host.OpenAnswers = {sfx};
-    run.Trigger("Mnu_File_SaveWAD");
+    EXPECT_EQ(run.Host.Messages, Strings());
+    run.Host.OpenAnswers = {
+        // as the save asks for it
+        run.Write(samples::WriteMainSfx(samples::SampleSounds()).Bytes, "main.sfx")};
+    run.Save("Mnu_File_SaveWAD", "set.was");
     EXPECT_TRUE(std::filesystem::exists(run.Folder.File("set-Sounds/TR4 Sound 65-0.wav")));
 }
 
 TEST(WindowLoad, AddsTheSamplesOfEachMainSfx)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR3, "a.tr2")));
+    WindowRun run(kTR3);
     const auto sounds = samples::SampleSounds();
-    const auto path = run.Folder.File("MAIN.SFX");
-    WriteWholeFile(path, samples::WriteMainSfx(sounds).Bytes);
-    const auto caption = run.Window->windowTitle();
+    const auto path = run.Write(samples::WriteMainSfx(sounds).Bytes, "MAIN.SFX");
+    const auto caption = run.Title();
     for (const std::size_t round : {1U, 2U}) {
         run.Open(path);
         const auto list = run.List("SndLst");
@@ -119,18 +106,16 @@ TEST(WindowLoad, AddsTheSamplesOfEachMainSfx)
         EXPECT_TRUE(run.Find<QAction>("TB_Moveables")->isChecked()) << mode;
         EXPECT_FALSE(run.Find<QAction>("Mnu_Edit_Static")->isChecked()) << mode;
     }
-    EXPECT_EQ(run.Window->windowTitle(), caption);
+    EXPECT_EQ(run.Title(), caption);
 }
 
 TEST(WindowLoad, ListsTheRoomsOfAProject)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    WindowRun run(kTR1);
     const auto objects = run.List("ObjList");
     auto project = samples::MakeProject();
     project.Rooms[2].Name = "M\xfchle";
-    WriteWholeFile(run.Folder.File("city.PRJ"), samples::WriteProject(project).Bytes);
-    run.Open(run.Folder.File("city.PRJ"));
+    run.Open(run.Write(samples::WriteProject(project).Bytes, "city.PRJ"));
     EXPECT_EQ(run.List("RoomList"), (Strings{"Room 0", "Empty room", "Room 2", "Room 3"}));
     EXPECT_EQ(run.Find<QListWidget>("RoomList")->item(2)->toolTip().toStdString(), "M\xc3\xbchle");
     EXPECT_EQ(run.Label("NumRooms"), " 4 Rooms");
@@ -143,14 +128,12 @@ TEST(WindowLoad, ListsTheRoomsOfAProject)
 
 TEST(WindowLoad, KeepsItsListsAndRecentFilesWhereAFileIsNone)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    WindowRun run(kTR1);
     const auto sounds = run.List("SndLst");
-    for (const char* name : {"main.sfx", "city.prj", "short.prj"}) {
-        const std::string head = name == std::string("short.prj") ? "PROJFILE" : "";
-        WriteWholeFile(run.Folder.File(name), std::as_bytes(std::span(head)));
+    for (const auto& [name, head] :
+         {std::pair{"main.sfx", std::string()}, {"city.prj", ""}, {"short.prj", "PROJFILE"}}) {
         run.Host.Messages.clear();
-        run.Open(run.Folder.File(name));
+        run.Open(run.Write(std::as_bytes(std::span(head)), name));
         EXPECT_EQ(run.Host.Messages.size(), 1U) << name;
     }
     EXPECT_EQ(run.List("SndLst"), sounds);
@@ -161,10 +144,9 @@ TEST(WindowLoad, KeepsItsListsAndRecentFilesWhereAFileIsNone)
 
 TEST(WindowLoad, TakesADropAsACopyAndNoForeignFile)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    WindowRun run(kTR1);
     const auto level = run.Write(kTR4, "b.TR4");
-    WriteWholeFile(run.Folder.File("c.txt"), {});
+    const auto other = run.Write(std::span<const std::byte>(), "c.txt");
     struct Row
     {
         std::string File;
@@ -172,24 +154,11 @@ TEST(WindowLoad, TakesADropAsACopyAndNoForeignFile)
         bool IsTaken;
         VersionCode Loaded;
     };
-    const std::vector<Row> rows{
-        {run.Folder.File("c.txt"), Qt::CopyAction | Qt::MoveAction, true, kTR1},
-        {level, Qt::MoveAction, false, kTR1},
-        {level, Qt::MoveAction | Qt::LinkAction, false, kTR1},
-        {level, Qt::MoveAction | Qt::CopyAction, true, kTR4}};
-    for (const Row& row : rows) {
-        QMimeData mime;
-        mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(row.File))});
-        // The key for a move is held: it is what the file manager proposes.
-        QDragEnterEvent enter({10, 10}, row.Possible, &mime, Qt::LeftButton, Qt::ShiftModifier);
-        enter.setDropAction(Qt::MoveAction);
-        QApplication::sendEvent(run.Window.get(), &enter);
-        EXPECT_EQ(enter.isAccepted(), row.IsTaken);
-        QDropEvent drop({10, 10}, row.Possible, &mime, Qt::LeftButton, Qt::ShiftModifier);
-        drop.setDropAction(Qt::MoveAction);
-        QApplication::sendEvent(run.Window.get(), &drop);
-        EXPECT_EQ(drop.isAccepted(), row.IsTaken);
-        EXPECT_EQ(drop.dropAction() == Qt::CopyAction, row.IsTaken);
+    for (const Row& row : {Row{other, Qt::CopyAction | Qt::MoveAction, true, kTR1},
+                           {level, Qt::MoveAction, false, kTR1},
+                           {level, Qt::MoveAction | Qt::LinkAction, false, kTR1},
+                           {level, Qt::MoveAction | Qt::CopyAction, true, kTR4}}) {
+        EXPECT_EQ(run.Drop(row.File, row.Possible), row.IsTaken);
         EXPECT_EQ(run.Program.Level.Version, row.Loaded);
         EXPECT_EQ(run.Label("Foot").contains("c.txt is no level"), row.Loaded == kTR1);
     }
@@ -197,31 +166,23 @@ TEST(WindowLoad, TakesADropAsACopyAndNoForeignFile)
     EXPECT_TRUE(run.Window->isVisible());
 }
 
-TEST(WindowLoad, TakesALaterCancelForTheLastFile)
+TEST(WindowLoad, EndsInGoodOrderOnADamagedLevelAndOnShortMemory)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR2, "a.tr2")));
-    run.Program.Names.SetMoveable(kTR2, 0, "Somebody");
-    run.Trigger("TB_Open");
-    EXPECT_EQ(run.List("ObjList").at(0), "Somebody"); // listed anew
-    // A save whose main.sfx dialog is cancelled leaves no name, so the next cancel ends the run.
-    run.Host.SaveAnswers = {run.Folder.File("out.was")};
-    run.Trigger("Mnu_File_SaveWAD");
-    run.Trigger("TB_Open_TR");
-    EXPECT_FALSE(run.Window->isVisible());
-    EXPECT_EQ(run.Window->ExitCode(), 0);
-}
-
-TEST(WindowLoad, EndsInGoodOrderOnADamagedLevel)
-{
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
     auto damaged = samples::MakeRichLevel(kTR1);
     damaged.Animations.clear();
-    run.Open(run.Write(damaged, "b.phd"));
-    EXPECT_EQ(run.Host.Messages, Strings{"MORLIK error: ReadTR -> Error reading level"});
-    EXPECT_FALSE(run.Window->isVisible());
-    EXPECT_EQ(run.Window->ExitCode(), 1);
+    for (const bool isShort : {false, true}) {
+        WindowRun run(kTR1);
+        const auto path = isShort ? run.Write(kTR4, "b.tr4") : run.Write(damaged, "b.phd");
+        {
+            const ShortMemory memory(std::size_t{isShort ? 16U : 65536U} << 10U);
+            run.Open(path);
+        }
+        EXPECT_EQ(run.Host.Messages,
+                  Strings{isShort ? "MORLIK error: There is not enough memory"
+                                  : "MORLIK error: ReadTR -> Error reading level"});
+        EXPECT_FALSE(run.Window->isVisible());
+        EXPECT_EQ(run.Window->ExitCode(), 1);
+    }
 }
 
 TEST(WindowLoad, TakesFilesByKeyDropAndMenuUnderAnyName)
@@ -231,48 +192,41 @@ TEST(WindowLoad, TakesFilesByKeyDropAndMenuUnderAnyName)
     const auto second = run.Write(kTR4, "b \xc3\xa4\xc3\xb6 \xe4\xb8\xad.tr4");
     const auto third = run.Write(kTR5, "c.trc");
     ASSERT_TRUE(run.Start(first));
-    const auto titleIs = [&](const std::string& path) {
-        return run.Window->windowTitle().toStdString() == "MORLIK 1.7 - [" + path + "] - Moveables";
+    const auto expectFile = [&](const std::string& path) {
+        EXPECT_EQ(run.Title(), "MORLIK 1.7 - [" + path + "] - Moveables");
     };
-    QTest::keyClick(run.Window.get(), Qt::Key_F7);
-    EXPECT_TRUE(titleIs(second));
-    QTest::keyClick(run.Window.get(), Qt::Key_F7);
-    EXPECT_TRUE(titleIs(third));
-    QTest::keyClick(run.Window.get(), Qt::Key_F7);
+    for (const auto& [key, path] : {std::pair{Qt::Key_F7, second},
+                                    {Qt::Key_F7, third},
+                                    {Qt::Key_F7, third}, // the last one
+                                    {Qt::Key_F6, second}}) {
+        QTest::keyClick(run.Window.get(), key);
+        expectFile(path);
+    }
     EXPECT_EQ(run.Host.Beeps, 1);
-    QTest::keyClick(run.Window.get(), Qt::Key_F6);
-    EXPECT_TRUE(titleIs(second));
     run.Program.Level.Moveables.clear();
     QTest::keyClick(run.Window.get(), Qt::Key_F5);
     EXPECT_FALSE(run.Program.Level.Moveables.empty());
+    EXPECT_TRUE(run.Drop(first));
+    expectFile(first);
 
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(first))});
-    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(run.Window.get(), &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(run.Window.get(), &drop);
-    EXPECT_TRUE(titleIs(first));
-
-    const auto recent = run.Find<QMenu>("Mnu_Go_Recent")->actions();
-    ASSERT_EQ(recent.size(), 3);
-    EXPECT_EQ(recent[1]->text().toStdString(), second);
-    recent[1]->trigger();
+    const auto recent = [&] { return run.Find<QMenu>("Mnu_Go_Recent")->actions(); };
+    ASSERT_EQ(recent().size(), 3);
+    EXPECT_EQ(recent()[1]->text().toStdString(), second);
+    recent()[1]->trigger();
     QApplication::processEvents();
-    EXPECT_TRUE(titleIs(second));
+    expectFile(second);
 
     // A file that is gone costs a message and its entry, not the renames of the run.
     std::filesystem::remove(first);
-    run.Find<QMenu>("Mnu_Go_Recent")->actions()[1]->trigger();
+    recent()[1]->trigger();
     QApplication::processEvents();
     EXPECT_EQ(run.Host.Messages.size(), 1U);
-    EXPECT_EQ(run.Find<QMenu>("Mnu_Go_Recent")->actions().size(), 2);
-    EXPECT_TRUE(titleIs(second));
+    EXPECT_EQ(recent().size(), 2);
+    expectFile(second);
 
     run.Host.OpenAnswers = {third};
     QTest::keyClick(run.Window.get(), Qt::Key_O, Qt::ControlModifier);
-    EXPECT_TRUE(titleIs(third));
+    expectFile(third);
     QTest::keyClick(run.Window.get(), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(run.Window->isVisible());
     EXPECT_EQ(run.Window->ExitCode(), 0);
@@ -294,19 +248,6 @@ TEST(WindowLoad, KeepsTwentyRecentFilesOfAnyNumberThatTheSettingsHold)
     EXPECT_EQ(run.Store->value("window/recent").toStringList().size(), 20);
     run.Recent->Remove(files[0]);
     EXPECT_EQ(run.Recent->List().size(), 19);
-}
-
-TEST(WindowLoad, TellsOfShortMemoryAndEnds)
-{
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
-    const auto other = run.Write(kTR4, "b.tr4");
-    {
-        const ShortMemory memory(std::size_t{16} << 10U);
-        run.Open(other);
-    }
-    EXPECT_EQ(run.Host.Messages.back(), "MORLIK error: There is not enough memory");
-    EXPECT_EQ(run.Window->ExitCode(), 1);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "tests/window/WindowRun.h"
 
 #include <QAbstractButton>
-#include <QMimeData>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -30,8 +29,6 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     WindowRun run;
     const auto level = run.Write(kTR2, "a.tr2");
     ASSERT_TRUE(run.Start(level));
-    WriteWholeFile(run.Folder.File("main.sfx"),
-                   samples::WriteMainSfx(samples::SampleSounds()).Bytes);
     int turns = 0;
     int bar = 0;
     run.Host.OnTurn = [&] {
@@ -44,9 +41,9 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
         EXPECT_FALSE(run.Window->close());
     };
     run.Find<QCheckBox>("SkyFix")->setChecked(true);
-    run.Host.SaveAnswers = {run.Folder.File("out.was")};
-    run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
-    run.Trigger("TB_Save");
+    run.Host.OpenAnswers = {
+        run.Write(samples::WriteMainSfx(samples::SampleSounds()).Bytes, "main.sfx")};
+    run.Save("TB_Save", "out.was");
     EXPECT_GT(turns, 256);
     EXPECT_EQ(bar, 100);
     EXPECT_EQ(run.Host.Dialogs.at(0).Folder, "C:\\");
@@ -63,21 +60,16 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     EXPECT_TRUE(run.Find<QAction>("Mnu_File_SaveWAD")->isEnabled());
     EXPECT_FALSE(run.Find<QAction>("Mnu_File_LoadPRJ")->isEnabled());
 
-    run.Host.SaveAnswers = {run.Folder.File("none/out.was")};
-    run.Trigger("TB_Save_WAS");
+    run.Save("TB_Save_WAS", "none/out.was");
     EXPECT_EQ(run.Host.Messages.size(), 1U);
     EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
     EXPECT_TRUE(run.Window->isVisible());
 }
 
 /// Everything that a user can throw at a window at once.
-void Fire(WindowRun& run, const QString& file)
+void Fire(WindowRun& run, const std::string& file)
 {
-    QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(file)});
-    QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(run.Window.get(), &drop);
-    EXPECT_FALSE(drop.isAccepted());
+    EXPECT_FALSE(run.Drop(file));
     QCloseEvent close;
     QCoreApplication::sendEvent(run.Window.get(), &close);
     EXPECT_FALSE(close.isAccepted());
@@ -96,164 +88,141 @@ void Fire(WindowRun& run, const QString& file)
 
 TEST(WindowSave, IsNotDisturbedByWhatComesInItsTurns)
 {
-    for (const char* command : {"TB_Save", "TB_Save_TGA"}) {
-        WindowRun run;
+    for (const bool isSet : {true, false}) {
+        WindowRun run(kTR4);
         const auto other = run.Write(samples::MakeTinyLevel(kTR1), "b.phd");
-        ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
-        const auto meshes = run.Program.Level.NumMeshPointers;
+        const auto caption = run.Title();
+        const LevelData& level = run.Program.Level;
+        const auto meshes = level.NumMeshPointers;
         int turns = 0;
         run.Host.OnTurn = [&] {
             if (++turns % 16 == 1)
-                Fire(run, QString::fromStdString(other));
+                Fire(run, other);
         };
-        run.Host.SaveAnswers = {run.Folder.File("out.was")};
         run.Host.OpenAnswers = {other};
-        run.Trigger(command);
+        run.Save(isSet ? "TB_Save" : "TB_Save_TGA", isSet ? "out.was" : "out.tga");
         run.Host.OnTurn = nullptr;
         EXPECT_GT(turns, 0);
         EXPECT_EQ(run.Host.Dialogs.size(), 1U);
-        EXPECT_EQ(run.Program.Level.NumMeshPointers, meshes);
+        EXPECT_EQ(level.NumMeshPointers, meshes);
         EXPECT_TRUE(run.Window->isVisible());
-        EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
-        if (command == std::string("TB_Save")) {
+        EXPECT_EQ(run.Title(), caption);
+        EXPECT_TRUE(run.Label("Foot").startsWith("Saved "));
+        if (isSet) {
             EXPECT_TRUE(check::CheckSet(run.Folder.File("out"), kTR4).Problems.empty());
+        } else {
+            const int rows = level.NumRoomTiles * 256 + level.NumBumpTiles * 128;
+            EXPECT_EQ(ReadFile(run.Folder.File("out.tga")).size(),
+                      18 + 768 * static_cast<std::size_t>(rows));
         }
         run.Open(other); // and the window still answers
-        EXPECT_EQ(run.Program.Level.Version, kTR1);
+        EXPECT_EQ(level.Version, kTR1);
     }
 }
 
 TEST(WindowSave, AsksOnceAboutAllThatIsThere)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
-    const auto saveAs = [&run](const char* button, const std::string& name) {
-        run.Host.Questions.clear();
-        run.Host.SaveAnswers = {run.Folder.File(name)};
-        if (button == std::string("SndSaveAll"))
-            run.Click(button);
-        else
-            run.Trigger(button);
+    WindowRun run(kTR1);
+    struct Row
+    {
+        const char* Command;
+        const char* Name;
+        const char* There; ///< an empty file that is made before
+        bool Answer;
+        const char* Asked; ///< a line of the question; null where none comes
+        const char* Foot;
     };
-    WriteWholeFile(run.Folder.File("my.wad"), {});
-    run.Host.AnswersYes = false;
-    saveAs("TB_Save", "my.was");
-    ASSERT_EQ(run.Host.Questions.size(), 1U);
-    EXPECT_NE(run.Host.Questions[0].find("\nmy.wad\n"), std::string::npos);
-    EXPECT_TRUE(ReadFile(run.Folder.File("my.wad")).empty());
-    EXPECT_FALSE(std::filesystem::exists(run.Folder.File("my.was")));
-    EXPECT_EQ(run.Label("Foot"), "Nothing was saved.");
-    run.Host.AnswersYes = true;
-    saveAs("TB_Save", "my.WAS");
-    EXPECT_EQ(run.Host.Questions.size(), 1U);
-    EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("my.was"));
-    saveAs("TB_Save", "other.was"); // nothing of it is there
-    EXPECT_TRUE(run.Host.Questions.empty());
-
-    saveAs("SndSaveAll", "all.wav");
-    EXPECT_TRUE(run.Host.Questions.empty());
-    WriteWholeFile(run.Folder.File("all 17-1.wav"), {});
-    run.Host.AnswersYes = false;
-    saveAs("SndSaveAll", "all.wav");
-    ASSERT_EQ(run.Host.Questions.size(), 1U);
-    EXPECT_NE(run.Host.Questions[0].find("\nall 17-1.wav\n"), std::string::npos);
-    EXPECT_TRUE(ReadFile(run.Folder.File("all 17-1.wav")).empty());
+    for (const Row& row :
+         {Row{"TB_Save", "my.was", "my.wad", false, "my.wad", "Nothing was saved."},
+          {"TB_Save", "my.WAS", nullptr, true, "my.wad", "Saved FOLDER/my.was"},
+          {"TB_Save", "other.was", nullptr, true, nullptr, "Saved FOLDER/other.was"},
+          {"SndSaveAll", "all.wav", nullptr, true, nullptr, "Saved FOLDER/all.wav"},
+          {"SndSaveAll", "all.wav", "all 17-1.wav", false, "all 17-1.wav", "Nothing was saved."}}) {
+        if (row.There != nullptr)
+            run.Write(std::span<const std::byte>(), row.There);
+        run.Host.Questions.clear();
+        run.Host.AnswersYes = row.Answer;
+        run.Save(row.Command, row.Name);
+        ASSERT_EQ(run.Host.Questions.size(), row.Asked != nullptr ? 1U : 0U) << row.Name;
+        if (row.Asked != nullptr) {
+            EXPECT_PRED2(Has, run.Host.Questions[0], "\n" + std::string(row.Asked) + "\n");
+        }
+        EXPECT_EQ(run.Label("Foot").replace(run.Folder.File("").c_str(), "FOLDER/").toStdString(),
+                  row.Foot);
+        EXPECT_TRUE(row.There == nullptr || ReadFile(run.Folder.File(row.There)).empty());
+    }
+    EXPECT_FALSE(std::filesystem::exists(run.Folder.File("my.WAS")));
     EXPECT_TRUE(run.Host.Messages.empty());
 }
 
 TEST(WindowSave, WritesOverNothingThatItHasRead)
 {
-    WindowRun run;
-    const auto level = run.Write(kTR1, "a.phd");
-    ASSERT_TRUE(run.Start(level));
-    const auto sfx = run.Folder.File("main.sfx");
-    WriteWholeFile(sfx, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
-    const auto project = run.Folder.File("a.prj");
-    WriteWholeFile(project, samples::WriteProject(samples::MakeProject()).Bytes);
-    run.Open(sfx);
-    run.Open(level);
-    const auto refuses = [&](const char* button, const std::string& name) {
-        run.Host.SaveAnswers = {name};
+    WindowRun run(kTR1);
+    const auto sfx = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+    const auto project = samples::WriteProject(samples::MakeProject()).Bytes;
+    const std::string level = LevelName(kTR1);
+    run.Open(run.Write(sfx, "main.sfx"));
+    run.Open(run.Folder.File(level));
+    const auto refuses = [&](const char* command, const std::string& name) {
         run.Host.Messages.clear();
-        if (run.Window->findChild<QPushButton*>(button) != nullptr)
-            run.Click(button);
-        else
-            run.Trigger(button);
-        EXPECT_EQ(run.Host.Messages.size(), 1U) << button << ' ' << name;
-        EXPECT_NE(run.Host.Messages.back().find("is read and would be replaced"),
-                  std::string::npos);
+        run.Save(command, name);
+        ASSERT_EQ(run.Host.Messages.size(), 1U) << command << ' ' << name;
+        EXPECT_PRED2(Has, run.Host.Messages[0], "is read and would be replaced");
     };
     run.Find<QListWidget>("SndLst")->setCurrentRow(0);
-    for (const std::string& input : {level, sfx}) {
+    for (const std::string& name : {level, std::string("main.sfx")}) {
+        const auto input = run.Folder.File(name);
         const auto before = ReadFile(input);
-        std::filesystem::create_hard_link(input, run.Folder.File("set.sam"));
-        std::filesystem::create_hard_link(input, run.Folder.File("snd 17-1.wav"));
-        refuses("TB_Save", run.Folder.File("set.was"));
-        refuses("TB_Save_TGA", input);
-        refuses("SndSave", input);
-        refuses("SndSaveAll", run.Folder.File("snd.wav"));
+        for (const char* link : {"set.sam", "snd 17-1.wav"}) {
+            std::filesystem::remove(run.Folder.File(link));
+            std::filesystem::create_hard_link(input, run.Folder.File(link));
+        }
+        refuses("TB_Save", "set.was");
+        refuses("TB_Save_TGA", name);
+        refuses("SndSave", name);
+        refuses("SndSaveAll", "snd.wav");
         EXPECT_EQ(ReadFile(input), before);
-        std::filesystem::remove(run.Folder.File("set.sam"));
-        std::filesystem::remove(run.Folder.File("snd 17-1.wav"));
     }
-    run.Open(project);
-    refuses("SndSave", project);
+    run.Open(run.Write(project, "a.prj"));
+    refuses("SndSave", "a.prj");
     EXPECT_TRUE(run.Host.Questions.empty());
-}
-
-TEST(WindowSave, WritesTheTextureSheet)
-{
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
-    const auto caption = run.Window->windowTitle();
-    run.Host.SaveAnswers = {run.Folder.File("sheet.tga")};
-    run.Trigger("TB_Save_TGA");
-    const LevelData& level = run.Program.Level;
-    const auto rows = static_cast<std::size_t>(level.NumRoomTiles * 256 + level.NumBumpTiles * 128);
-    EXPECT_EQ(ReadFile(run.Folder.File("sheet.tga")).size(), 18 + 768 * rows);
-    EXPECT_EQ(run.Window->windowTitle(), caption);
 }
 
 TEST(WindowSave, ExportsEachSoundByteForByte)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    WindowRun run(kTR1);
+    const auto expectFile = [&run](const std::string& name, std::span<const std::byte> bytes) {
+        EXPECT_TRUE(std::ranges::equal(ReadFile(run.Folder.File(name)), bytes)) << name;
+    };
+    const auto& samples = run.Program.Level.Samples;
     auto* list = run.Find<QListWidget>("SndLst");
     for (int row = 0; row < list->count(); ++row) {
         list->setCurrentRow(row);
-        run.Host.SaveAnswers = {run.Folder.File("one")};
-        run.Click("SndSave");
-        const auto number = static_cast<std::size_t>(list->item(row)->data(Qt::UserRole).toInt());
-        EXPECT_TRUE(std::ranges::equal(ReadFile(run.Folder.File("one")),
-                                       run.Program.Level.Samples.at(number).Data));
-        EXPECT_TRUE(list->item(row)->text().contains(
-            QString(" (%1 bytes)").arg(run.Program.Level.Samples.at(number).Size())));
+        run.Save("SndSave", "one");
+        const auto& sample = samples.at(list->item(row)->data(Qt::UserRole).toUInt());
+        expectFile("one", sample.Data);
+        EXPECT_TRUE(list->item(row)->text().contains(QString(" (%1 bytes)").arg(sample.Size())));
     }
     run.Click("SndSave"); // cancelled
-    run.Host.SaveAnswers = {run.Folder.File("all.x.wav"), run.Folder.File("all")};
-    run.Click("SndSaveAll");
-    EXPECT_TRUE(std::ranges::equal(ReadFile(run.Folder.File("all 17-1.wav")),
-                                   run.Program.Level.Samples.at(1).Data));
-    run.Click("SndSaveAll"); // a path without a point is the base as it is
+    run.Save("SndSaveAll", "all.x.wav");
+    expectFile("all 17-1.wav", samples.at(1).Data);
+    run.Save("SndSaveAll", "all"); // a path without a point is the base as it is
     EXPECT_TRUE(std::filesystem::exists(run.Folder.File("all 59-1.wav")));
 
     const auto sounds = samples::SampleSounds();
-    WriteWholeFile(run.Folder.File("main.sfx"), samples::WriteMainSfx(sounds).Bytes);
-    run.Open(run.Folder.File("main.sfx"));
-    run.Host.SaveAnswers = {run.Folder.File("sfx.wav"), run.Folder.File("three")};
-    run.Click("SndSaveAll");
+    run.Open(run.Write(samples::WriteMainSfx(sounds).Bytes, "main.sfx"));
+    run.Save("SndSaveAll", "sfx.wav");
     list->setCurrentRow(3);
-    run.Click("SndSave");
+    run.Save("SndSave", "three");
     for (std::size_t i = 0; i < sounds.size(); ++i)
-        EXPECT_EQ(ReadFile(run.Folder.File("sfx" + std::to_string(i) + ".wav")), sounds[i]);
-    EXPECT_EQ(ReadFile(run.Folder.File("three")), sounds[3]);
+        expectFile("sfx" + std::to_string(i) + ".wav", sounds[i]);
+    expectFile("three", sounds[3]);
     EXPECT_TRUE(run.Host.Messages.empty());
 }
 
 TEST(WindowSave, OfAllSoundsHasAButtonThatStopsIt)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR1, "a.phd")));
+    WindowRun run(kTR1);
     auto* stop = run.Find<QPushButton>("Stop");
     EXPECT_FALSE(stop->isVisible());
     int turns = 0;
@@ -262,14 +231,13 @@ TEST(WindowSave, OfAllSoundsHasAButtonThatStopsIt)
         if (++turns == 3)
             QTest::keyClick(run.Window.get(), Qt::Key_Escape);
     };
-    run.Host.SaveAnswers = {run.Folder.File("all"), run.Folder.File("again")};
-    run.Click("SndSaveAll");
+    run.Save("SndSaveAll", "all");
     EXPECT_EQ(turns, 3);
     EXPECT_EQ(run.Host.Messages, Strings{});
     EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
     EXPECT_FALSE(stop->isVisible());
     run.Host.OnTurn = nullptr;
-    run.Click("SndSaveAll"); // the next one begins anew
+    run.Save("SndSaveAll", "again"); // the next one begins anew
     EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("again"));
 }
 

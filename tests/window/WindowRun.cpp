@@ -1,17 +1,10 @@
 #include "tests/window/WindowRun.h"
 
+#include <QDropEvent>
+#include <QMimeData>
+
 namespace morlik::test
 {
-
-void WindowHost::Answer(FileDialog& dialog, std::deque<std::string>& answers)
-{
-    Dialogs.push_back(dialog);
-    if (answers.empty())
-        return;
-    if (!answers.front().empty())
-        dialog.FileName = answers.front();
-    answers.pop_front();
-}
 
 WindowRun::WindowRun()
 {
@@ -24,6 +17,11 @@ WindowRun::WindowRun()
     Host.Attach(*Window, Window->Controls());
 }
 
+WindowRun::WindowRun(VersionCode game) : WindowRun()
+{
+    EXPECT_TRUE(Start(Write(game, LevelName(game))));
+}
+
 WindowRun::~WindowRun() = default;
 
 std::string WindowRun::Write(VersionCode game, const std::string& name)
@@ -33,7 +31,12 @@ std::string WindowRun::Write(VersionCode game, const std::string& name)
 
 std::string WindowRun::Write(const samples::LevelContent& level, const std::string& name)
 {
-    WriteWholeFile(Folder.File(name), samples::WriteLevel(level).Bytes);
+    return Write(samples::WriteLevel(level).Bytes, name);
+}
+
+std::string WindowRun::Write(std::span<const std::byte> bytes, const std::string& name)
+{
+    WriteWholeFile(Folder.File(name), bytes);
     return Folder.File(name);
 }
 
@@ -51,6 +54,30 @@ void WindowRun::Open(const std::string& file)
 {
     Host.OpenAnswers.push_back(file);
     Trigger("Mnu_File_LoadTR");
+}
+
+bool WindowRun::Drop(const std::string& file, Qt::DropActions possible)
+{
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(file))});
+    QDragEnterEvent enter({10, 10}, possible, &mime, Qt::LeftButton, Qt::ShiftModifier);
+    QDropEvent drop({10, 10}, possible, &mime, Qt::LeftButton, Qt::ShiftModifier);
+    for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) {
+        event->setDropAction(Qt::MoveAction);
+        QApplication::sendEvent(Window.get(), event);
+    }
+    EXPECT_EQ(enter.isAccepted(), drop.isAccepted());
+    EXPECT_TRUE(!drop.isAccepted() || drop.dropAction() == Qt::CopyAction);
+    return drop.isAccepted();
+}
+
+void WindowRun::Save(const char* command, const std::string& name)
+{
+    Host.SaveAnswers = {Folder.File(name)};
+    if (Window->findChild<QPushButton*>(command) != nullptr)
+        Click(command);
+    else
+        Trigger(command);
 }
 
 std::vector<std::string> WindowRun::List(const char* name)

@@ -18,9 +18,9 @@ namespace morlik::test
 class WindowHost : public QtHost
 {
 public:
-    std::vector<std::string> Messages;   ///< each as "TITLE: TEXT"
-    std::vector<std::string> Details;    ///< of the failures among them
-    std::deque<std::string> OpenAnswers; ///< an empty name, or none left, is a cancel
+    std::vector<std::string> Messages; ///< each as "TITLE: TEXT"
+    std::vector<std::string> Details;  ///< of the failures among them
+    std::deque<std::string> OpenAnswers;
     std::deque<std::string> SaveAnswers;
     std::vector<std::string> Questions;
     bool AnswersYes = true;
@@ -45,8 +45,16 @@ public:
         Questions.push_back(question);
         return AnswersYes;
     }
-    void ShowOpen(FileDialog& dialog) override { Answer(dialog, OpenAnswers); }
-    void ShowSave(FileDialog& dialog) override { Answer(dialog, SaveAnswers); }
+    void ShowOpen(FileDialog& dialog) override
+    {
+        Dialogs.push_back(dialog);
+        TakeAnswer(dialog, OpenAnswers);
+    }
+    void ShowSave(FileDialog& dialog) override
+    {
+        Dialogs.push_back(dialog);
+        TakeAnswer(dialog, SaveAnswers);
+    }
     void Beep() override { ++Beeps; }
     void OpenWebAddress(const std::string& address) override { WebAddresses.push_back(address); }
     void GiveTurn() override
@@ -56,9 +64,6 @@ public:
         QtHost::GiveTurn();
     }
     std::filesystem::path ProgramFolder() const override { return Folder; }
-
-private:
-    void Answer(FileDialog& dialog, std::deque<std::string>& answers);
 };
 
 /// A run of the window in a folder of its own.
@@ -66,6 +71,8 @@ class WindowRun
 {
 public:
     WindowRun();
+    /// Started with the rich sample level of a game, under its `LevelName`.
+    explicit WindowRun(VersionCode game);
     ~WindowRun();
     WindowRun(const WindowRun&) = delete;
     WindowRun& operator=(const WindowRun&) = delete;
@@ -73,11 +80,17 @@ public:
     /// Writes the rich sample level of a game, or what is given, into the folder.
     std::string Write(VersionCode game, const std::string& name);
     std::string Write(const samples::LevelContent& level, const std::string& name);
+    std::string Write(std::span<const std::byte> bytes, const std::string& name);
 
     /// Starts the window with a file as its argument.
     bool Start(const std::string& file);
     /// Chooses a file in the open dialog of the menu.
     void Open(const std::string& file);
+    /// Drops a file where the file manager proposes a move. Gives whether it is taken, as a copy.
+    bool Drop(const std::string& file, Qt::DropActions possible = Qt::CopyAction);
+    /// Triggers an action or clicks a button, and answers the dialog of a save with a file of the
+    /// folder.
+    void Save(const char* command, const std::string& name);
 
     /// A control by its name; the test fails where there is none.
     template <class Control>
@@ -92,6 +105,7 @@ public:
     void Click(const char* button) { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
     bool IsOn(const char* control) { return Find<QWidget>(control)->isEnabled(); }
     QString Label(const char* name) { return Find<QLabel>(name)->text(); }
+    std::string Title() const { return Window->windowTitle().toStdString(); }
     /// The texts of a list.
     std::vector<std::string> List(const char* name);
 
