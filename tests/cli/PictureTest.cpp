@@ -1,13 +1,9 @@
 // The commands that draw, up to the pixels of their files.
 
-#include "base/Text.h"
 #include "picture/ContactSheet.h"
 #include "picture/Lettering.h"
 #include "tests/cli/RunCli.h"
-#include "tests/support/Conversion.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <numeric>
 
 #ifdef MORLIK_PNG
@@ -99,54 +95,30 @@ Picture ReadPNG(const std::string& path)
 }
 
 /// A level of Tomb Raider II with its set, which has its sprites.
-class PictureCommands : public testing::Test
+class PictureCommands : public CliTest
 {
 protected:
-    PictureCommands()
-    {
-        Run.CopyDataFiles();
-#ifdef _WIN32
-        _putenv_s("MORLIK_FOLDER", MORLIK_DATA_FOLDER);
-#else
-        setenv("MORLIK_FOLDER", MORLIK_DATA_FOLDER, 1); // NOLINT(concurrency-mt-unsafe)
-#endif
-        WriteWholeFile(Level, WriteLevel(samples::MakeRichLevel(kTR2)).Bytes);
-        EXPECT_EQ(RunCli({"convert", Level, "-o", Set, "--export-sprites"}).Status, 0);
-    }
-
-    /// Runs a command on a file, with a picture as its output.
-    Ran Draw(const std::string& command, const std::string& file, const Strings& options) const
-    {
-        Strings words{command, file, Out};
-        words.insert(words.end(), options.begin(), options.end());
-        return RunCli(words);
-    }
-
-    Conversion Run;
-    std::string Level = Run.Folder.File("level.tr2");
-    std::string Set = Run.Folder.File("drawn.was");
-    std::string Out = Run.Folder.File("out.png");
+    PictureCommands() { Expect(0, "convert %2 -o %drawn.was --export-sprites"); }
 };
 
 TEST_F(PictureCommands, DrawTheSameFromALevelAndFromItsSet)
 {
-    const std::vector<std::pair<std::string, Strings>> rows{
-        {"picture", {"--object", "0"}},
-        {"picture", {"--object", "0", "--smooth", "--yaw", "200", "--size", "90x70"}},
-        {"picture", {"--object", "0", "--wireframe", "--background", "102030"}},
-        {"picture", {"--object", "lara", "--animation", "0", "--frame", "1", "--zoom", "3"}},
-        {"contact", {"--size", "40", "--columns", "3"}},
-        {"contact", {"--sprites"}},
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"picture", " --object 0"},
+        {"picture", " --object 0 --smooth --yaw 200 --size 90x70"},
+        {"picture", " --object 0 --wireframe --background 102030"},
+        {"picture", " --object lara --animation 0 --frame 1 --zoom 3"},
+        {"contact", " --size 40 --columns 3"},
+        {"contact", " --sprites"},
     };
     std::vector<Picture> pictures;
     for (const auto& [command, options] : rows) {
-        SCOPED_TRACE(command + " " + options.back());
-        EXPECT_EQ(Draw(command, Level, options).Errors, "");
-        pictures.push_back(ReadPNG(Out));
-        const Ran ofSet = Draw(command, Set, options);
-        EXPECT_EQ(ofSet.Status, 0) << ofSet.Errors;
-        EXPECT_EQ(ReadPNG(Out).Pixels, pictures.back().Pixels);
+        SCOPED_TRACE(command + options);
+        EXPECT_EQ(Run(command + " %2 %out.png" + options).Errors, "");
+        pictures.push_back(ReadPNG(File("out.png")));
+        Expect(0, command + " %drawn.was %out.png" + options);
         const auto& pixels = pictures.back().Pixels;
+        EXPECT_EQ(ReadPNG(File("out.png")).Pixels, pixels);
         EXPECT_NE(std::count(pixels.begin(), pixels.end(), pixels[0]), std::ssize(pixels));
     }
     EXPECT_EQ(pictures[0].Width, 800);
@@ -159,48 +131,44 @@ TEST_F(PictureCommands, TellWhatTheyCannotDraw)
 {
     struct Row
     {
-        Strings Words; ///< behind the name of the command and the files
+        std::string Line;
         int Status;
         std::string Told;
     };
     const std::vector<Row> rows{
-        {{"picture", "--object", "Lora"}, 1, "There is no object \"Lora\"; near: LARA"},
-        {{"picture", "--object", "77", "--static"}, 1, "There is no object \"77\""},
-        {{"picture", "--object", "0", "--animation", "900"}, 1, "animation 900 of"},
-        {{"picture", "--object", "0", "--frame", "9000"}, 1, "frame 9000 of"},
-        {{"picture", "--object", "0", "--size", "8193x10"}, 2, "The size must be"},
-        {{"picture", "--object", "0", "--size", "10x"}, 2, "The size must be"},
-        {{"picture", "--object", "0", "--size", "-5x10"}, 2, "The size must be"},
-        {{"picture", "--object", "0", "--background", "red"}, 2, "The background must be"},
-        {{"picture", "--object", "0", "--pitch", "91"}, 2, "--pitch"},
-        {{"picture"}, 2, "--object is required"},
-        {{"contact", "--size", "1024", "--columns", "1"}, 1, "larger than 8192 pixels"},
-        {{"contact", "--columns", "0"}, 2, "--columns"},
+        {"picture %2 %out.png --object Lora", 1, "There is no object \"Lora\"; near: LARA"},
+        {"picture %2 %out.png --object 77 --static", 1, "There is no object \"77\""},
+        {"picture %2 %out.png --object 0 --animation 900", 1, "animation 900 of"},
+        {"picture %2 %out.png --object 0 --frame 9000", 1, "frame 9000 of"},
+        {"picture %2 %out.png --object 0 --size 8193x10", 2, "The size must be"},
+        {"picture %2 %out.png --object 0 --size 10x", 2, "The size must be"},
+        {"picture %2 %out.png --object 0 --size -5x10", 2, "The size must be"},
+        {"picture %2 %out.png --object 0 --background red", 2, "The background must be"},
+        {"picture %2 %out.png --object 0 --pitch 91", 2, "--pitch"},
+        {"picture %2 %out.png", 2, "--object is required"},
+        {"contact %2 %out.png --size 1024 --columns 1", 1, "larger than 8192 pixels"},
+        {"contact %2 %out.png --columns 0", 2, "--columns"},
+        {"contact %2 %out.gif", 2, "The picture must end in .png"},
+        {"contact %none.tr2 %out.png", 1, "none.tr2"},
+        {"contact %none.was %out.png", 1, "none.was"},
+        {"contact %MAIN.png %MAIN.png", 2, "MAIN.png"}, // an output in the place of the input
     };
-    for (const auto& [words, status, told] : rows) {
-        const Ran ran = Draw(words[0], Level, {words.begin() + 1, words.end()});
-        EXPECT_EQ(ran.Status, status) << words.back();
-        EXPECT_NE(ran.Errors.find(told), std::string::npos) << told << " in " << ran.Errors;
-    }
-    EXPECT_FALSE(std::filesystem::exists(ToPath(Out)));
-    EXPECT_EQ(RunCli({"contact", Level, Run.Folder.File("out.gif")}).Status, 2);
-    EXPECT_EQ(RunCli({"contact", Run.Folder.File("none.tr2"), Out}).Status, 1);
-    EXPECT_EQ(RunCli({"contact", Run.Folder.File("none.was"), Out}).Status, 1);
-    std::filesystem::copy_file(ToPath(Level), ToPath(Out));
-    EXPECT_EQ(RunCli({"contact", Out, Out}).Status, 2) << "an output in the place of the input";
+    Write("MAIN.png", ReadFile(Levels[2]));
+    for (const auto& [line, status, told] : rows)
+        Expect(status, line, told);
+    EXPECT_FALSE(Exists("out.png"));
 }
 
 /// Sets with changed words in all their tables: at worst there is a message, and a contact sheet
 /// shows what is left.
 TEST_F(PictureCommands, LeaveOutWhatIsDamaged)
 {
-    const auto wad = ReadFile(Run.Folder.File("drawn.wad"));
-    const auto swd = ReadFile(Run.Folder.File("drawn.swd"));
+    const auto wad = Read("drawn.wad");
+    const auto swd = Read("drawn.swd");
     std::uint32_t random = 1;
     int failed = 0;
     for (int round = 0; round < 40; ++round) {
-        for (const auto& [name, whole] :
-             {std::pair{"drawn.wad", wad}, std::pair{"drawn.swd", swd}}) {
+        for (const auto& [name, whole] : {std::pair{"drawn.wad", wad}, {"drawn.swd", swd}}) {
             auto bytes = whole;
             for (int change = 0; change < 30; ++change) {
                 random = random * 1664525U + 1013904223U;
@@ -208,14 +176,14 @@ TEST_F(PictureCommands, LeaveOutWhatIsDamaged)
                       (random >> 8U) % std::min(bytes.size(), std::size_t{40000})] =
                     static_cast<std::byte>(random >> 24U);
             }
-            WriteWholeFile(Run.Folder.File(name), bytes);
+            Write(name, bytes);
         }
-        const Ran ran = Draw("contact", Set, {"--size", "16"});
+        const Ran ran = Run("contact %drawn.was %out.png --size 16");
         failed += ran.Status;
         EXPECT_EQ(ran.Errors.empty(), ran.Status == 0);
     }
     EXPECT_GT(failed, 10);
-    EXPECT_TRUE(std::filesystem::exists(ToPath(Out)));
+    EXPECT_TRUE(Exists("out.png"));
 }
 
 #endif
