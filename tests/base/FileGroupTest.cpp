@@ -3,7 +3,6 @@
 #include "tests/support/Conversion.h"
 
 #include <gtest/gtest.h>
-#include <map>
 
 namespace morlik::test
 {
@@ -11,11 +10,10 @@ namespace morlik::test
 namespace
 {
 
-using Contents = std::map<std::string, std::string>;
-
-std::span<const std::byte> BytesOf(std::string_view text)
+std::vector<std::byte> BytesOf(std::string_view text)
 {
-    return std::as_bytes(std::span(text));
+    const auto bytes = std::as_bytes(std::span(text));
+    return {bytes.begin(), bytes.end()};
 }
 
 class FileGroupTest : public testing::Test
@@ -24,14 +22,8 @@ protected:
     FileGroupTest()
     {
         std::filesystem::create_directory(Folder.Path() / "waves");
-        Put("set.was", "old list");
-        Put("waves/1.wav", "old");
-        Put("waves/2.wav", "old");
-    }
-
-    void Put(const std::string& name, const std::string& text) const
-    {
-        WriteWholeFile(Folder.File(name), BytesOf(text));
+        for (const auto& [name, bytes] : Old)
+            Folder.Write(name, bytes);
     }
 
     /// Writes a whole group, without putting it in its place.
@@ -40,23 +32,10 @@ protected:
         group.AddFolder(Folder.File("waves"));
         group.AddFolder(Folder.File("new"));
         for (const char* name : {"set.was", "set.wad", "waves/1.wav", "waves/3.wav", "new/4.wav"})
-            group.Write(Folder.File(name), BytesOf("new"));
+            group.Write(Folder.File(name), Is);
     }
 
-    /// All files below the folder.
-    Contents Files() const
-    {
-        Contents files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(Folder.Path())) {
-            const auto name = entry.path().lexically_relative(Folder.Path());
-            if (entry.is_regular_file()) {
-                const auto bytes = ReadFile(FromPath(entry.path()));
-                files[name.generic_string()] = {reinterpret_cast<const char*>(bytes.data()),
-                                                bytes.size()};
-            }
-        }
-        return files;
-    }
+    FileMap Files() const { return FilesBelow(Folder.Path()); }
 
     /// The hidden folder of the group.
     std::filesystem::path Hidden() const
@@ -86,10 +65,12 @@ protected:
         std::filesystem::rename(copy, hidden);
     }
 
+    const std::vector<std::byte> Was = BytesOf("old");
+    const std::vector<std::byte> Is = BytesOf("new");
+    const FileMap Old{{"set.was", Was}, {"waves/1.wav", Was}, {"waves/2.wav", Was}};
+    const FileMap New{{"set.was", Is},      {"set.wad", Is},     {"waves/1.wav", Is},
+                      {"waves/2.wav", Was}, {"waves/3.wav", Is}, {"new/4.wav", Is}};
     TempFolder Folder;
-    const Contents Old{{"set.was", "old list"}, {"waves/1.wav", "old"}, {"waves/2.wav", "old"}};
-    const Contents New{{"set.was", "new"},     {"set.wad", "new"},     {"waves/1.wav", "new"},
-                       {"waves/2.wav", "old"}, {"waves/3.wav", "new"}, {"new/4.wav", "new"}};
 };
 
 TEST_F(FileGroupTest, AppearsWholeOrNotAtAll)

@@ -113,7 +113,7 @@ TEST(Files, TellTheFileAndTheReasonOfAFailure)
     EXPECT_EQ(FailureOf([&] { FileBytes::Load(missing); }),
               "Can't open " + missing + ": No such file or directory");
     EXPECT_NE(FailureOf([&] { FileBytes::Load(folder.File(".")); }), "");
-    WriteWholeFile(folder.File("three"), std::vector<std::byte>(3));
+    folder.Write("three", std::vector<std::byte>(3));
     EXPECT_EQ(FailureOf([&] { FileBytes::Load(folder.File("three"), 3); }), "");
     EXPECT_EQ(FailureOf([&] { FileBytes::Load(folder.File("three"), 2); }),
               "Can't open " + folder.File("three") + ": 3 bytes are more than any such file has");
@@ -123,7 +123,7 @@ TEST(Files, HaveNamesOfAllLetters)
 {
     const TempFolder folder;
     const std::string name = "zamek-\u0142\u00f3d\u017a \u00fc \u57ce.phd";
-    WriteWholeFile(folder.File(name), std::vector<std::byte>(3));
+    folder.Write(name, std::vector<std::byte>(3));
     EXPECT_EQ(ReadFile(folder.File(name)).size(), 3U);
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
         EXPECT_EQ(FromPath(entry.path().filename()), name);

@@ -11,8 +11,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 /// Messages as a damaged level brings them up: `count` of one kind, then others.
 void Damaged(Reporter& report, int count)
 {

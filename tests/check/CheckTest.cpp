@@ -25,9 +25,7 @@ struct Set
 {
     explicit Set(VersionCode game)
     {
-        run_->CopyDataFiles();
-        WriteWholeFile(run_->Folder.File("main.sfx"),
-                       samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+        run_->Folder.Write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
         run_->Host.OpenAnswers = {run_->Folder.File("main.sfx")};
         run_->Host.ExpSprTicked = true;
         EXPECT_TRUE(run_->Load(samples::MakeRichLevel(game)));
@@ -40,7 +38,7 @@ struct Set
 
     std::string Base;
     ObjectSet Wad;
-    std::vector<std::string> Was, Sam;
+    Strings Was, Sam;
 
 private:
     std::shared_ptr<Conversion> run_ = std::make_shared<Conversion>();
@@ -308,9 +306,7 @@ TEST(Check, TakesAnObjectThatIsNoneForAPlaceOfItsID)
         auto level = samples::MakeTinyLevel(game);
         level.Moveables.push_back({.ObjectID = game == kTR5 ? 1 : 60, .MeshTree = -1});
         level.Moveables.back().Animation = -1;
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(level));
+        Conversion run(level);
         ASSERT_TRUE(run.Save());
         const auto report = CheckSet(run.Base(), run.Program.Level.Version);
         EXPECT_EQ(report.Problems, Complaints()) << game;

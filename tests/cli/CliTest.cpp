@@ -8,7 +8,6 @@
 #include "tests/cli/RunCli.h"
 #include "tests/support/HeapPeak.h"
 
-#include <map>
 #include <nlohmann/json.hpp>
 
 #ifdef MORLIK_PNG
@@ -22,17 +21,6 @@ namespace
 {
 
 using nlohmann::json;
-
-/// All files below a folder by their names.
-std::map<std::string, std::vector<std::byte>> FilesOf(const std::string& folder)
-{
-    std::map<std::string, std::vector<std::byte>> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(ToPath(folder)))
-        if (entry.is_regular_file())
-            files[WithSlashes(FromPath(entry.path()).substr(folder.size()))] =
-                ReadFile(FromPath(entry.path()));
-    return files;
-}
 
 TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
 {
@@ -51,7 +39,7 @@ TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
         EXPECT_EQ(ran.Errors, "");
         EXPECT_EQ(std::count(ran.Out.begin(), ran.Out.end(), '\n'), 6);
         EXPECT_LT(ran.Out.find("l1level"), ran.Out.find("l5level")); // in the order of the words
-        EXPECT_EQ(FilesOf(File("all" + jobs)), FilesOf(File("single")));
+        EXPECT_EQ(FilesBelow(ToPath(File("all" + jobs))), FilesBelow(ToPath(File("single"))));
     }
 }
 
@@ -335,7 +323,7 @@ TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
         }
     }
     EXPECT_FALSE(Exists("set.wad"));
-    EXPECT_TRUE(FilesOf(File("waves")).empty());
+    EXPECT_TRUE(FilesBelow(ToPath(File("waves"))).empty());
 }
 
 TEST_F(CliTest, TellsWhatIsInAFile)
@@ -429,15 +417,15 @@ TEST_F(CliTest, ExportsSheetsAndSounds)
 
     const auto content = samples::MakeRichLevel(kTR1);
     Expect(0, "sounds %0 %waves");
-    const auto waves = FilesOf(File("waves"));
+    const auto waves = FilesBelow(ToPath(File("waves")));
     ASSERT_FALSE(waves.empty());
     for (const auto& [name, bytes] : waves)
         EXPECT_TRUE(std::ranges::find(content.Samples, bytes) != content.Samples.end()) << name;
     Expect(1, "sounds %2 %waves", "MORLIK: The sounds of this game are in its main.sfx\n");
     Expect(0, "sounds %MAIN.Sfx %sfx");
-    const auto sfx = FilesOf(File("sfx"));
+    const auto sfx = FilesBelow(ToPath(File("sfx")));
     EXPECT_EQ(sfx.size(), samples::SampleSounds().size());
-    EXPECT_EQ(sfx.at("/MAIN1.wav"), samples::SampleSounds()[1]);
+    EXPECT_EQ(sfx.at("MAIN1.wav"), samples::SampleSounds()[1]);
 }
 
 TEST_F(CliTest, CheckTellsWhatIsWrongWithASet)

@@ -12,7 +12,6 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <map>
 #include <random>
 #include <sys/wait.h>
 #include <thread>
@@ -24,7 +23,6 @@ namespace morlik::test
 namespace
 {
 
-using FileMap = std::map<std::string, std::vector<std::byte>>;
 using Clock = std::chrono::steady_clock;
 
 class KillTest : public testing::Test
@@ -35,8 +33,7 @@ protected:
         std::filesystem::create_directory(Folder.File("out"));
         for (const VersionCode game : {kTR1, kTR3})
             WriteWholeFile(LevelOf(game), WriteLevel(samples::MakeRichLevel(game)).Bytes);
-        WriteWholeFile(Folder.File("main.sfx"),
-                       samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+        Folder.Write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
     }
 
     std::string LevelOf(VersionCode game) const { return Folder.File(LevelName(game)); }
@@ -66,17 +63,7 @@ protected:
 
     std::string Base() const { return Folder.File("out/set"); }
 
-    /// All files of the folder, hidden ones too.
-    FileMap Files() const
-    {
-        FileMap files;
-        const auto root = Folder.Path() / "out";
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
-            if (entry.is_regular_file())
-                files[FromPath(entry.path().lexically_relative(root))] =
-                    ReadFile(FromPath(entry.path()));
-        return files;
-    }
+    FileMap Files() const { return FilesBelow(Folder.Path() / "out"); }
 
     TempFolder Folder;
 };
@@ -117,7 +104,7 @@ TEST_F(KillTest, LeavesTheOldOrTheNewSetWhateverTheMoment)
         }
         // What a dead process left behind is cleared up or finished by whoever reads the set.
         const auto report = check::CheckSet(Base(), ReadSet(Base() + ".was").Game);
-        EXPECT_EQ(report.Problems, std::vector<std::string>{}) << i;
+        EXPECT_EQ(report.Problems, Strings{}) << i;
         const FileMap now = Files();
         const auto list = [](const FileMap& files) { return files.at("set.was"); };
         const bool isFirst = list(now) == list(first);

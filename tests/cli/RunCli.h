@@ -13,8 +13,6 @@
 namespace morlik::test
 {
 
-using Strings = std::vector<std::string>;
-
 /// A command line that was carried out.
 struct Ran
 {

@@ -174,9 +174,7 @@ class ChosenObjects : public testing::TestWithParam<VersionCode>
 
 TEST_P(ChosenObjects, OfSamplesAreThoseOfTheWholeSet)
 {
-    Conversion run;
-    run.CopyDataFiles();
-    ASSERT_TRUE(run.Load(samples::MakeRichLevel(GetParam())));
+    Conversion run(samples::MakeRichLevel(GetParam()));
     ExpectChoicesGood(run.Program);
 
     // No object is left out in vain.
@@ -201,7 +199,6 @@ TEST(RealChoices, OfRealLevelsAreThoseOfTheWholeSet)
     for (const std::string& level : levels) {
         SCOPED_TRACE(level);
         Conversion run;
-        run.CopyDataFiles();
         LoadLevel(run.Program, level);
         ExpectChoicesGood(run.Program);
     }

@@ -34,8 +34,7 @@ struct Row
     Words Before;
     Words After;
     std::vector<int> Sizes{};
-    std::vector<std::string>
-        BadOwners{}; ///< the moveables are called 0, 1, ...; animation 0 of each
+    Strings BadOwners{}; ///< the moveables are called 0, 1, ...; animation 0 of each
 };
 
 /// Thirty words of which the first frame's and the second frame's first rotation change.
@@ -105,8 +104,8 @@ TEST(ConvertFrames, BringsFramesToTheFormOfTheEditor)
         for (std::size_t i = 0; i < row.Sizes.size(); ++i)
             EXPECT_EQ(level.Animations[i].FrameSize, row.Sizes[i]) << row.Name;
 
-        std::vector<std::string> messages;
-        std::vector<std::string> log;
+        Strings messages;
+        Strings log;
         if (row.Version != kTR4)
             log.emplace_back("Converting frames");
         for (const std::string& name : row.BadOwners) {

@@ -59,7 +59,7 @@ struct MeshLevel
     std::vector<std::byte> MeshData;
     UsedTextures Textures;
     WadMeshSet Set;
-    std::vector<std::string> Info;
+    Strings Info;
 };
 
 MeshContent Corner()
@@ -216,8 +216,7 @@ TEST(ConvertMeshes, TellsFacesWithATextureOfTheOtherKindOrOfNone)
         bool converted = true;
         EXPECT_EQ(EndOf([&] { converted = made.Convert(); }), row.Ends ? row.Message : "");
         EXPECT_EQ(converted, row.Ends);
-        EXPECT_EQ(made.Host.Messages(),
-                  std::vector<std::string>{"MORLIK: " + std::string(row.Message)});
+        EXPECT_EQ(made.Host.Messages(), Strings{"MORLIK: " + std::string(row.Message)});
     }
 }
 
@@ -310,8 +309,8 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
         for (const WadFace& face : made.FacesOf(1))
             textures.push_back(face.Texture);
         EXPECT_EQ(textures, row.Textures) << i;
-        std::vector<std::string> lines{"Horizon information", "-------------------",
-                                       "This WAS has a horizon included."};
+        Strings lines{"Horizon information", "-------------------",
+                      "This WAS has a horizon included."};
         if (row.Layer != nullptr)
             lines.insert(lines.end(),
                          {"The horizon has support for clouds",

@@ -19,8 +19,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 /// The set that is made of the loaded level. In those of IV and V the default files stand for
 /// sounds and sprites, and so do those for sprites in others: these are taken from `saved`.
 ObjectSet MadeSet(Conversion& run, const ObjectSet& saved)
@@ -77,7 +75,6 @@ TEST(ObjectSets, OfTheSampleLevelsAreGoodInBothFormsWithAndWithoutOptions)
             if (fractional)
                 MakeFractional(level);
             Conversion run;
-            run.CopyDataFiles();
             run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
             const auto mainSfx = run.Folder.File("main.sfx");
             WriteWholeFile(mainSfx, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
@@ -100,7 +97,6 @@ TEST(ObjectSets, OfRealLevelsAreGood)
     for (const std::string& path : levels) {
         SCOPED_TRACE(path);
         Conversion run;
-        run.CopyDataFiles();
         run.Host.ExpSprTicked = true;
         run.Program.LevelTitle = FileTitle(path);
         EXPECT_EQ(EndOf([&] { LoadLevel(run.Program, path); }), "");

@@ -9,8 +9,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 /// A level of one moveable per entry, with that first animation, over six animations; animation a
 /// has state change a with the dispatches 2a and 2a + 1.
 ObjectSet Animated(const std::vector<std::int16_t>& first)
@@ -87,7 +85,6 @@ TEST(FixAnimDispatches, LeadsWaysOutOfAnObjectToItsFirstAnimation)
 TEST(WAS, NamesEveryObjectInBothGames)
 {
     Conversion run;
-    run.CopyDataFiles();
     samples::LevelContent level = samples::MakeTinyLevel(kTR3);
     level.Moveables[0].ObjectID = 3;
     level.Moveables.push_back({.ObjectID = 501, .Animation = -1});
@@ -106,9 +103,7 @@ TEST(WAS, NamesEveryObjectInBothGames)
 TEST(Objects, AreNoMoreThan60StaticMeshesAndInTombRaiderVNumberedByTheirPlace)
 {
     for (const VersionCode game : {kTR2, kTR5}) {
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game, {.ManyStatics = true})));
+        Conversion run(samples::MakeRichLevel(game, {.ManyStatics = true}));
         ASSERT_EQ(run.Program.Level.StaticMeshes.size(), 64U);
         run.Program.Names.SetMoveable(kTR4, 1, "four");
         run.Program.Names.SetMoveable(kTR5, 1, "five");

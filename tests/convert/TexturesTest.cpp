@@ -102,7 +102,6 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
 {
     for (const VersionCode game : {kTR1, kTR2, kTR3, kTR4, kTR5}) {
         Conversion run;
-        run.CopyDataFiles();
         LevelContent content = TwoTiles(game);
         content.Palette[255] = {63, 1, 0};
         content.Palette16[255] = {254, 4, 3};
@@ -110,7 +109,7 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
         content.Palette16[64] = {1, 2, 3};
         ASSERT_TRUE(run.Load(content));
         EXPECT_TRUE(run.Save());
-        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{});
+        EXPECT_EQ(run.Host.Messages(), Strings{});
         const ObjectSet wad = run.Wad();
         const auto pixels = PixelsOf(wad.Tiles);
         const bool isOlder = IsOlderGame(game);
@@ -162,14 +161,11 @@ TEST(Textures, OnTilesThatTheLevelLacksAreMagentaAndTooFarOutStopTheSave)
     };
     for (const Row& row : {Row{9, true}, Row{-3, true}, Row{511, true}, Row{600, false},
                            Row{0x7fff, false}, Row{-0x8000, false}}) {
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(TwoTiles(kTR2)));
+        Conversion run(TwoTiles(kTR2));
         run.Program.Level.Textures[0].Info.Tile = row.Tile;
         EXPECT_EQ(run.Save(), row.Good) << row.Tile;
         EXPECT_EQ(run.Host.Messages(),
-                  row.Good ? std::vector<std::string>{}
-                           : std::vector<std::string>{"MORLIK: ERROR! Bad texture found!"});
+                  row.Good ? Strings{} : Strings{"MORLIK: ERROR! Bad texture found!"});
         EXPECT_EQ(run.Host.Calls.back(), "event: Ready.");
         EXPECT_EQ(std::filesystem::exists(run.Output(".was")), row.Good);
         if (row.Tile == 9) {
@@ -188,8 +184,7 @@ TEST(Textures, ThatLeaveTheirTileEndTheProgram)
     for (const Row& row : {Row{{.X = 200, .Width = 55}, ""}, Row{{.X = 200, .Width = 56}, "X"},
                            Row{{.Y = 255, .Height = 1}, "Y"},
                            Row{{.X = 255, .Y = 255, .Width = 255, .Height = 255}, "X"}}) {
-        Conversion run;
-        ASSERT_TRUE(run.Load(TwoTiles(kTR3)));
+        Conversion run(TwoTiles(kTR3));
         run.Program.Level.Textures[2].Info = row.Info;
         const std::string fault = row.Fault;
         EXPECT_EQ(EndOf([&] { run.Save(); }),
@@ -201,7 +196,6 @@ TEST(Textures, OfALevelThatUsesNoneAreThePaletteTileAlone)
 {
     for (const VersionCode game : {kTR1, kTR4}) {
         Conversion run;
-        run.CopyDataFiles();
         LevelContent level = samples::MakeTinyLevel(game);
         level.Meshes[0].Rectangles.clear();
         ASSERT_TRUE(run.Load(level));

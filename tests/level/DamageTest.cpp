@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <ctime>
 #include <gtest/gtest.h>
+#include <map>
 #include <optional>
 #include <set>
 
@@ -42,7 +43,6 @@ public:
           wrapped_(level.Game == kTR4 && !wholeFile),
           frame_(wrapped_ ? WrapTR4(level, {}) : LevelFile{})
     {
-        run_.CopyDataFiles();
     }
 
     /// Treats the file with `part` in its place, which must stay within the limits. Gives the
@@ -53,7 +53,7 @@ public:
         std::string end;
         try {
             run_.Host.Calls.clear();
-            WriteWholeFile(run_.Folder.File(name_), Wrapped(part));
+            run_.Folder.Write(name_, Wrapped(part));
             ResetHeapPeak();
             const auto start = std::clock();
             end = EndOf([&] {
@@ -128,10 +128,8 @@ private:
 /// Whether nothing depends on what a section of that name holds, or whether it is there.
 bool IsIdle(const std::string& name, VersionCode game)
 {
-    const auto begins = [&](const char* start) { return name.rfind(start, 0) == 0; };
-    if (game == kTR5 && begins("Sample") && name != "Sample indices")
-        return true;
-    return begins("Tail");
+    return name.starts_with("Tail") ||
+           (game == kTR5 && name.starts_with("Sample") && name != "Sample indices");
 }
 
 /// Sections that go by the same name in the log as in the samples, and two that don't.
@@ -158,9 +156,7 @@ TEST_P(Damage, OfALevelCutAtAnySectionIsAReadError)
     Patient patient(samples::MakeRichLevel(GetParam()));
     const auto& bytes = patient.Part.Bytes;
     for (const Mark& mark : patient.Part.Marks) {
-        if (mark.Name == "Version")
-            continue;
-        if (mark.Size == 0)
+        if (mark.Name == "Version" || mark.Size == 0)
             continue;
         for (const std::size_t size :
              {mark.Offset, mark.Offset + mark.Size / 2, mark.Offset + mark.Size - 1}) {
@@ -178,35 +174,26 @@ TEST_P(Damage, OfALevelCutAtAnySectionIsAReadError)
 
 TEST_P(Damage, BySoManyObjectsThatNoLevelHasThemIsAReadErrorWithItsPlace)
 {
-    struct Row
-    {
-        const char* Place;
-        void (*Fill)(LevelContent& level, std::size_t count);
-        std::size_t Most;
-    };
-    const std::vector<Row> rows{
-        {"moveables, offset ",
-         [](LevelContent& level, std::size_t count) {
-             level.Moveables.resize(count, level.Moveables.at(0));
-         },
-         4096},
-        {"static meshes, offset ",
-         [](LevelContent& level, std::size_t count) { level.StaticMeshes.resize(count); }, 4096},
-        {"mesh pointers, offset ",
-         [](LevelContent& level, std::size_t count) { level.MeshTable.resize(count); }, 65536}};
-    for (const Row& row : rows)
-        for (const std::size_t count : {row.Most, row.Most + 1}) {
-            Conversion run;
+    for (const std::string place : {"moveables", "static meshes", "mesh pointers"}) {
+        const std::size_t most = place == "mesh pointers" ? 65536 : 4096;
+        for (const std::size_t count : {most, most + 1}) {
             auto level = samples::MakeTinyLevel(GetParam());
-            row.Fill(level, count);
-            EXPECT_EQ(run.Load(level), count == row.Most) << row.Place;
-            if (count == row.Most)
+            if (place == "moveables")
+                level.Moveables.resize(count, level.Moveables.at(0));
+            else if (place == "static meshes")
+                level.StaticMeshes.resize(count);
+            else
+                level.MeshTable.resize(count);
+            Conversion run;
+            EXPECT_EQ(run.Load(level), count == most) << place;
+            if (count == most)
                 continue;
-            EXPECT_EQ(run.Host.Messages(), std::vector{"MORLIK error: " + std::string(kReadError)});
+            EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK error: " + std::string(kReadError)});
             const auto& detail = run.Host.Details.at(0);
-            EXPECT_EQ(detail.find(row.Place), 0U) << detail;
-            EXPECT_NE(detail.find(": a count of " + std::to_string(count)), std::string::npos);
+            EXPECT_TRUE(detail.starts_with(place + ", offset ")) << detail;
+            EXPECT_PRED2(Has, detail, ": a count of " + std::to_string(count));
         }
+    }
 }
 
 /// A level block of 63 MB of mesh data, which all compress to next to nothing. Each mesh is one of
@@ -242,14 +229,12 @@ TEST(DamageOfTombRaiderIV, ByMeshesThatInflateWithoutEndCostsAMessage)
     const auto file = WrapTR4(level, block.Bytes).Bytes;
     EXPECT_LT(file.size(), std::size_t{1} << 20U);
     Conversion run;
-    std::string end;
     block = {};
     ResetHeapPeak();
     EXPECT_TRUE(run.Load(file, "level.tr4"));
-    end = EndOf([&] { run.Save(); });
+    EXPECT_PRED2(Has, EndOf([&] { run.Save(); }), "is damaged - can't continue!");
     EXPECT_LT(HeapPeak(), kMostHeap);
-    EXPECT_NE(end.find("is damaged - can't continue!"), std::string::npos) << end;
-    EXPECT_NE(run.Host.Details.at(0).find("more than any level has"), std::string::npos);
+    EXPECT_PRED2(Has, run.Host.Details.at(0), "more than any level has");
 }
 
 TEST_P(Damage, OfACountIsAReadErrorUnlessNoObjectHangsOnIt)
@@ -286,22 +271,12 @@ void ReadBytes(std::span<const std::byte> bytes, VersionCode game, Reporter& rep
     ByteReader reader(bytes);
     reader.Skip(kVersionBytes);
     LevelReading reading{reader, level, state, report};
-    switch (game) {
-    case kTR2:
-        return ReadTR2(reading);
-    case kTR3:
-        return ReadTR3(reading);
-    case kTR4:
-        return ReadTR4(reading);
-    case kTR5:
-        return ReadTR5(reading);
-    case kTR1:
-    case kTR1Gold:
-    case kNoLevel:
-    case kMainSFXVersion:
-    case kTR5Demo:
-        return ReadTR1(reading);
-    }
+    const std::map<VersionCode, void (*)(LevelReading&)> newer{
+        {kTR2, ReadTR2}, {kTR3, ReadTR3}, {kTR4, ReadTR4}, {kTR5, ReadTR5}};
+    if (newer.contains(game))
+        newer.at(game)(reading);
+    else
+        ReadTR1(reading);
 }
 
 TEST_P(Damage, OfTheSmallestLevelIsFoundAtEveryLength)
@@ -311,12 +286,7 @@ TEST_P(Damage, OfTheSmallestLevelIsFoundAtEveryLength)
     const auto level = samples::MakeSmallestLevel(GetParam());
     const LevelFile file = WriteLevel(level);
     const auto fails = [&](std::span<const std::byte> bytes) {
-        try {
-            ReadBytes(bytes, GetParam(), report);
-            return false;
-        } catch (const ReadFailure&) {
-            return true;
-        }
+        return !MessageOf<ReadFailure>([&] { ReadBytes(bytes, GetParam(), report); }).empty();
     };
     // A level of V may end behind its sample indices, but not inside of a sample.
     const auto isDamaged = [&](std::size_t size) {
@@ -409,60 +379,44 @@ TEST(DamageOfTombRaiderIV, AroundItsStreamsIsAReadErrorAndInsideThemAnAnswer)
     }
 }
 
-TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFault)
+TEST(ReadMainSFX, KeepsTheSamplesInFrontOfTheFaultAndRefusesOtherFiles)
 {
     const auto sounds = samples::SampleSounds();
     const LevelFile good = samples::WriteMainSfx(sounds);
-    const TempFolder folder;
-    ScriptedHost host;
-    Reporter report(host);
-    report.Log.Open(folder.File("log"));
-    const auto samplesOf = [&](const std::vector<std::byte>& bytes) {
-        WriteWholeFile(folder.File("main.sfx"), bytes);
-        MainSFXState state;
-        EXPECT_TRUE(ReadMainSFX(folder.File("main.sfx"), state, report));
-        for (std::size_t i = 0; i < state.MainSFXSamples.size(); ++i)
-            EXPECT_TRUE(std::equal(state.MainSFXSamples[i].begin(), state.MainSFXSamples[i].end(),
-                                   sounds[i].begin(), sounds[i].end()))
-                << i;
-        return state.MainSFXSamples.size();
+    Conversion run;
+    run.OpenLog();
+    MainSFXState state;
+    const auto read = [&](std::span<const std::byte> bytes) {
+        return ReadMainSFX(run.Folder.Write("main.sfx", bytes), state, run.Program.Report);
     };
-    EXPECT_EQ(samplesOf(good.Bytes), sounds.size());
+    const auto expectFirst = [&](std::size_t count, std::span<const std::byte> bytes) {
+        state = {};
+        EXPECT_TRUE(read(bytes));
+        EXPECT_TRUE(std::ranges::equal(state.MainSFXSamples, std::span(sounds).first(count),
+                                       std::ranges::equal))
+            << count;
+    };
     for (std::size_t i = 0; i < sounds.size(); ++i) {
         const Mark& count = good.Count("Sample " + std::to_string(i));
         for (const std::size_t cut : {count.Offset - 36, count.Offset + 4, count.Offset + 5})
-            EXPECT_EQ(samplesOf({good.Bytes.begin(),
-                                 good.Bytes.begin() + static_cast<std::ptrdiff_t>(cut)}),
-                      i);
+            expectFirst(i, std::span(good.Bytes).first(cut));
         LevelFile damaged = good;
         damaged.Set(count, 0xffffffff);
-        EXPECT_EQ(samplesOf(damaged.Bytes), i);
+        expectFirst(i, damaged.Bytes);
     }
-    EXPECT_EQ(host.Messages(), std::vector<std::string>{});
-    EXPECT_TRUE(LinesOfFile(folder.File("log")).back().starts_with("main.sfx, offset "));
-}
-
-TEST(ReadMainSFX, RefusesOtherFilesAndLeavesTheListAsItWas)
-{
-    const TempFolder folder;
-    ScriptedHost host;
-    Reporter report(host);
-    MainSFXState state;
-    const auto read = [&](const std::vector<std::byte>& bytes) {
-        WriteWholeFile(folder.File("main.sfx"), bytes);
-        return ReadMainSFX(folder.File("main.sfx"), state, report);
-    };
-    const auto good = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
-    EXPECT_TRUE(read(good));
-    auto otherHead = good;
+    EXPECT_TRUE(run.LogLines().back().starts_with("main.sfx, offset "));
+    expectFirst(sounds.size(), good.Bytes);
+    EXPECT_EQ(run.Host.Messages(), Strings{});
+    auto otherHead = good.Bytes;
     otherHead[3] = std::byte{'X'};
-    for (const auto& bytes : {std::vector<std::byte>(100000), std::vector<std::byte>(),
-                              std::vector<std::byte>(good.begin(), good.begin() + 3), otherHead}) {
-        host.Calls.clear();
+    for (const auto& bytes :
+         {std::vector<std::byte>(100000), std::vector<std::byte>(),
+          std::vector<std::byte>(good.Bytes.begin(), good.Bytes.begin() + 3), otherHead}) {
+        run.Host.Calls.clear();
         EXPECT_FALSE(read(bytes));
-        EXPECT_EQ(host.Messages(), std::vector<std::string>{"MORLIK: " + folder.File("main.sfx") +
-                                                            " is not a main.sfx"});
-        EXPECT_EQ(state.MainSFXSamples.size(), samples::SampleSounds().size());
+        EXPECT_EQ(run.Host.Messages(),
+                  Strings{"MORLIK: " + run.Folder.File("main.sfx") + " is not a main.sfx"});
+        EXPECT_EQ(state.MainSFXSamples.size(), sounds.size()); // as it was
         EXPECT_EQ(state.Files.size(), 1U);
     }
 }

@@ -26,9 +26,9 @@ std::vector<std::vector<std::byte>> FilesOfSave(Conversion& run)
     return files;
 }
 
-std::vector<std::string> WavesIn(const Conversion& run)
+Strings WavesIn(const Conversion& run)
 {
-    std::vector<std::string> names;
+    Strings names;
     std::error_code none;
     for (const auto& entry :
          std::filesystem::directory_iterator(ToPath(run.Output("-Sounds")), none))
@@ -61,8 +61,6 @@ TEST(Extended, GivesTheSetOfItsTwinInTheFormOfTheGame)
             for (std::size_t slot = row.NumSlots; slot < kSoundMapSlotsTR2; ++slot)
                 twin.SoundMap[slot] = -1;
         std::array<Conversion, 2> runs;
-        for (Conversion& run : runs)
-            run.CopyDataFiles();
         runs[0].OpenLog();
         ASSERT_TRUE(runs[0].Load(extended));
         ASSERT_TRUE(runs[1].Load(twin));
@@ -75,8 +73,8 @@ TEST(Extended, GivesTheSetOfItsTwinInTheFormOfTheGame)
         for (std::size_t i = 0; i < level.Samples.size(); ++i)
             EXPECT_TRUE(std::ranges::equal(level.Samples[i].Data, other.Samples[i].Data));
         EXPECT_EQ(FilesOfSave(runs[0]), FilesOfSave(runs[1])) << row.NumSlots;
-        EXPECT_EQ(runs[0].Host.Messages(), std::vector<std::string>());
-        const std::vector<std::string> notes(row.Note[0] == 0 ? 0 : 1, row.Note);
+        EXPECT_EQ(runs[0].Host.Messages(), Strings());
+        const Strings notes(row.Note[0] == 0 ? 0 : 1, row.Note);
         EXPECT_EQ(runs[0].Host.Hints, notes);
         const auto lines = runs[0].LogLines();
         EXPECT_EQ(std::ranges::count(lines, row.Note), std::ssize(notes));
@@ -130,15 +128,13 @@ TEST(Extended, TakesSamplesThatStandInAMainSFXFromThere)
     places[2] = {end - 3, 4};
     places[3] = {0xffffffff, 0xffffffff};
     for (const bool cancelled : {true, false}) {
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(content));
-        WriteWholeFile(run.Folder.File("main.sfx"), mainSFX);
+        Conversion run(content);
+        run.Folder.Write("main.sfx", mainSFX);
         run.Host.OpenAnswers = {cancelled ? "" : run.Folder.File("main.sfx")};
         EXPECT_TRUE(run.Save());
         const auto waves = WavesIn(run);
         if (cancelled) {
-            EXPECT_EQ(waves, std::vector<std::string>());
+            EXPECT_EQ(waves, Strings());
             continue;
         }
         EXPECT_EQ(waves.size(), sounds.size() - 1 - 3) << testing::PrintToString(waves);
@@ -153,7 +149,7 @@ TEST(Extended, TakesSamplesThatStandInAMainSFXFromThere)
         run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
         const auto chosen = run.Folder.File("chosen");
         EXPECT_TRUE(SaveLevel(run.Program, chosen + ".was"));
-        std::vector<std::string> heard;
+        Strings heard;
         for (const auto& entry : std::filesystem::directory_iterator(ToPath(chosen + "-Sounds")))
             heard.push_back(FromPath(entry.path().filename()));
         EXPECT_FALSE(heard.empty());

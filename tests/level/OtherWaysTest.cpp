@@ -53,7 +53,6 @@ TEST(OtherWays, OpenALevelThatCanNotBeReadAsItsNameTells)
         LevelContent level = LevelWithMessage(row.Game);
         std::array<Conversion, 2> runs;
         for (Conversion& run : runs) {
-            run.CopyDataFiles();
             run.OpenLog();
         }
         ASSERT_TRUE(runs[0].Load(level));

@@ -24,13 +24,7 @@ constexpr const char* kReadError = "MORLIK error: ReadTR -> Error reading level"
 
 TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
 {
-    struct Row
-    {
-        std::uint32_t Word;
-        const char* Name;
-        std::int16_t Version;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::tuple<std::uint32_t, const char*, std::int16_t>> rows{
         {0x20, "a.phd", 1},
         {0x20, "a.tub", 15},
         {0x20, "A.TuB", 15},
@@ -48,14 +42,14 @@ TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
         {0x00345254, "MODEL.Trc", 51},
         {0x00345254, "del.tr4", 4},
     };
-    for (const Row& row : rows) {
+    for (const auto& [word, name, version] : rows) {
         Conversion run;
         run.OpenLog();
-        const auto bytes = std::as_bytes(std::span(&row.Word, 1));
-        EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, row.Name));
-        EXPECT_EQ(NumberOf(run.Program.State.LevelVersion), row.Version) << row.Word << row.Name;
-        EXPECT_EQ(run.LogLines().at(1), "-LevelVersion:" + std::to_string(row.Version));
-        EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{kReadError});
+        const auto bytes = std::as_bytes(std::span(&word, 1));
+        EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, name));
+        EXPECT_EQ(NumberOf(run.Program.State.LevelVersion), version) << word << name;
+        EXPECT_EQ(run.LogLines().at(1), "-LevelVersion:" + std::to_string(version));
+        EXPECT_EQ(run.Host.Messages(), Strings{kReadError});
     }
 }
 
@@ -77,9 +71,9 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
         const auto lines = run.LogLines(); // the last one is the message
         EXPECT_EQ(lines.at(lines.size() - 2), "-First bytes:" + bytesAndText);
         EXPECT_EQ(run.Host.Messages(),
-                  std::vector<std::string>{"MORLIK: Unknown level version - 0x" + digits +
-                                           "\nIf this is a TR level, please mail the version code "
-                                           "to me."});
+                  Strings{"MORLIK: Unknown level version - 0x" + digits +
+                          "\nIf this is a TR level, please mail the version code "
+                          "to me."});
         const bool isProtected = digits == "63345254";
         EXPECT_EQ(run.Host.Hints.size(), isProtected ? 1U : 0U) << digits;
         EXPECT_EQ(lines.at(lines.size() - 3) == (run.Host.Hints.empty() ? "" : run.Host.Hints[0]),
@@ -87,9 +81,8 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
     }
     Conversion run;
     EXPECT_NE(EndOf([&] { LoadLevel(run.Program, run.Folder.File("none")); }), "");
-    EXPECT_EQ(run.Host.Messages(),
-              std::vector<std::string>{"MORLIK error: Can't open " + run.Folder.File("none") +
-                                       ": No such file or directory"});
+    EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK error: Can't open " + run.Folder.File("none") +
+                                           ": No such file or directory"});
 }
 
 /// What a section makes of a count of 0 and of -1: "++" takes both, "+-" the first, "--" none.
@@ -199,8 +192,7 @@ TEST(ReadTR, LetsTheSampleListEndEarly)
         LevelContent level = MakeTinyLevel(game);
         level.Samples = {wav, game == kTR4 ? std::vector<std::byte>{} : none, wav};
         level.SampleIndices = {0, 1, 2};
-        Conversion run;
-        ASSERT_TRUE(run.Load(level));
+        Conversion run(level);
         // In Tomb Raider IV nothing is asked of a sample, and an empty one is just that.
         EXPECT_EQ(sizes(run), (std::vector{wav.size(), std::size_t{0},
                                            game == kTR4 ? wav.size() : std::size_t{0}}))
@@ -242,7 +234,7 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
             Conversion run;
             run.OpenLog();
             EXPECT_FALSE(run.Load(file.Bytes, LevelName(game))) << size;
-            EXPECT_EQ(run.Host.Messages(), std::vector<std::string>{kReadError});
+            EXPECT_EQ(run.Host.Messages(), Strings{kReadError});
             EXPECT_NE(run.Host.Details.back().find("inflated size of " + std::to_string(size)),
                       std::string::npos);
         }

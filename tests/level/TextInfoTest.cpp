@@ -108,8 +108,7 @@ TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
         const ObjectTexture good = Rectangle(rows[0].Corners);
         const Textures made({good, Rectangle(row.Corners), good});
         EXPECT_EQ(made.Host.Messages(),
-                  std::vector<std::string>(row.Messages,
-                                           "MORLIK: ConvertTextInfo -> Error reading texture1"))
+                  Strings(row.Messages, "MORLIK: ConvertTextInfo -> Error reading texture1"))
             << i;
         EXPECT_EQ(!made.End.empty(), row.Box.empty()) << i;
         if (row.Box.empty())

@@ -26,7 +26,6 @@ ObjectSet SetOf(Session& program)
 ObjectSet RealSet(const std::string& path)
 {
     Conversion run;
-    run.CopyDataFiles();
     LoadLevel(run.Program, path);
     return SetOf(run.Program);
 }
@@ -80,8 +79,7 @@ std::size_t DecodeAll(const ObjectSet& set, bool isGood)
 TEST(LevelModels, DecodeToTheLastFrame)
 {
     for (const VersionCode game : kGames) {
-        Conversion run;
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        Conversion run(samples::MakeRichLevel(game));
         DecodeAll(SetOf(run.Program), true);
     }
     for (const char* below : {"", "modern"}) {
@@ -147,8 +145,7 @@ TEST(LevelModels, OfDamagedSetsFailOrDecode)
 {
     std::mt19937 random(12); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same each time
     for (const VersionCode game : {kTR1, kTR3, kTR5}) {
-        Conversion run;
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        Conversion run(samples::MakeRichLevel(game));
         std::size_t failures = 0;
         for (int round = 0; round < 30; ++round) {
             ObjectSet set = SetOf(run.Program);

@@ -424,9 +424,7 @@ void ExpectSamePictures(Conversion& run)
 /// the sample changes, the number does.
 TEST(Pictures, AreTheSameEverywhere)
 {
-    Conversion run;
-    run.CopyDataFiles();
-    ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR4)));
+    Conversion run(samples::MakeRichLevel(kTR4));
     Session& program = run.Program;
     const auto set =
         ConvertLevel(program.Level, program.Names, "LEVEL", {}, program.Report).value();
@@ -440,16 +438,13 @@ TEST(Pictures, OfALevelAreThoseOfItsSet)
 {
     for (const VersionCode game : kGames) {
         SCOPED_TRACE(static_cast<int>(game));
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        Conversion run(samples::MakeRichLevel(game));
         ExpectSamePictures(run);
     }
     for (const char* below : {"", "modern"})
         for (const std::string& path : RealLevels(below)) {
             SCOPED_TRACE(path);
             Conversion run;
-            run.CopyDataFiles();
             run.Program.LevelTitle = FileTitle(path);
             LoadLevel(run.Program, path);
             ExpectSamePictures(run);

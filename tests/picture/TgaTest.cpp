@@ -182,9 +182,8 @@ TEST_F(TgaTest, RefusesWhatCannotBeWritten)
     const auto fits = [&](const LevelData& level, const std::string& tiles) {
         Host.Calls.clear();
         const bool good = SheetFits(level, Report);
-        const std::vector<std::string> told{"MORLIK: " + tiles +
-                                            " don't fit in a TGA file - nothing was saved!"};
-        EXPECT_EQ(Host.Messages(), good ? std::vector<std::string>{} : told);
+        const Strings told{"MORLIK: " + tiles + " don't fit in a TGA file - nothing was saved!"};
+        EXPECT_EQ(Host.Messages(), good ? Strings{} : told);
         EXPECT_TRUE(good || !(Save(level) || SavePNG(Name, level, Report)));
         return good;
     };

@@ -241,8 +241,7 @@ TEST(WasFile, IsCutWhereItWasPutTogether)
     WriteWas(file, set);
     file.Close();
     const auto lines = LinesOfFile(folder.File("was"));
-    EXPECT_EQ(lines,
-              (std::vector<std::string>{"a:b:Z:\\TOMB3\\A:B.TR2\\C\\D", ":Z:\\TOMB3\\A:B.TR2\\"}));
+    EXPECT_EQ(lines, (Strings{"a:b:Z:\\TOMB3\\A:B.TR2\\C\\D", ":Z:\\TOMB3\\A:B.TR2\\"}));
     EXPECT_EQ(CutWasLine(lines[1], kTR3)->SourceTitle, "A:B.TR2");
     EXPECT_EQ(CutWasLine(lines[0], kTR3)->Names.EditorName, "a:b");
     for (const char* line : {"", "a", "a:Z:\\TOMB2\\X\\b", "a:Z:\\TOMB3\\", "a:Z:\\TOMB3\\b"})
@@ -257,8 +256,8 @@ TEST(Lists, EndEveryLineInCrLf)
     const auto lines = [](const std::string& text) {
         return ReadLines(std::as_bytes(std::span(text)));
     };
-    EXPECT_EQ(lines(""), std::vector<std::string>{});
-    EXPECT_EQ(lines("\r\na\r\n"), (std::vector<std::string>{"", "a"}));
+    EXPECT_EQ(lines(""), Strings{});
+    EXPECT_EQ(lines("\r\na\r\n"), (Strings{"", "a"}));
     for (const char* text : {"a", "a\n", "\n", "a\r", "a\rb\r\n", "a\r\nb", "\r\r\n"})
         EXPECT_THROW(lines(text), ReadFailure) << text;
     EXPECT_EQ(ReadFaultOf([&] { lines("a\r\nb\n"); }),
@@ -305,7 +304,6 @@ TEST(MeshRecords, AreWalkedToTheirEndOrRefused)
 TEST(ObjectSets, ThatAreCutShortAreRefusedWhereTheyAreRead)
 {
     Conversion run;
-    run.CopyDataFiles();
     run.Host.ExpSprTicked = true;
     ASSERT_TRUE(run.Load(samples::MakeTinyLevel(kTR1)));
     ASSERT_TRUE(run.Save());

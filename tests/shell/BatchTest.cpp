@@ -14,8 +14,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 TEST(BatchLine, IsCutByPositionsAndNeverSplit)
 {
     struct Row
@@ -91,12 +89,10 @@ TEST(Batch, LogsEveryStage)
     };
     for (const Row& row : rows) {
         Conversion run;
-        run.CopyDataFiles();
         run.Host.Date = "11/24/26";
-        WriteWholeFile(run.Folder.File("MORLIK.log"), std::vector<std::byte>(10000));
+        run.Folder.Write("MORLIK.log", std::vector<std::byte>(10000));
         OpenLog(run.Program.Report);
-        WriteWholeFile(run.Folder.File(row.Level),
-                       WriteLevel(samples::MakeTinyLevel(row.Game)).Bytes);
+        run.Folder.Write(row.Level, WriteLevel(samples::MakeTinyLevel(row.Game)).Bytes);
         EXPECT_TRUE(Batch(run, row.Level, run.Output(".WAS")));
         EXPECT_EQ(run.Host.Messages(), Strings{"Morlik v1.6: WAS Saved!"});
         EXPECT_EQ(NumberOf(run.Program.Level.Version), row.Version == 15 ? 1 : row.Version);
@@ -129,8 +125,7 @@ TEST(Batch, LogsEveryStage)
 TEST(Batch, TellsWhatItCannotDo)
 {
     Conversion run;
-    run.CopyDataFiles();
-    WriteWholeFile(run.Folder.File("a.phd"), WriteLevel(samples::MakeTinyLevel(kTR1)).Bytes);
+    run.Folder.Write("a.phd", WriteLevel(samples::MakeTinyLevel(kTR1)).Bytes);
     const auto messages = [&run](const std::string& output) {
         run.Host.Calls.clear();
         EXPECT_FALSE(Batch(run, "a.phd", output)) << output;
@@ -163,7 +158,7 @@ TEST(Log, GoesToTheStateFolderWhereTheProgramsOwnIsNotWritable)
     run.Host.State = run.Folder.File("state/morlik");
     OpenLog(run.Program.Report);
     EXPECT_EQ(LinesOfFile(run.Folder.File("state/morlik/MORLIK.log")).at(0), "MORLIK v1.6");
-    WriteWholeFile(run.Folder.File("file"), {});
+    run.Folder.Write("file", "");
     run.Host.State = run.Folder.Path() / "file";
     EXPECT_EQ(EndOf([&] { OpenLog(run.Program.Report); }),
               "Can't make the folder " + FromPath(run.Host.State) + ": Not a directory");
@@ -193,9 +188,7 @@ std::string Status(const ScriptedHost& host, int& steps)
 TEST(Status, FollowsTheSaveAndComesBackToRest)
 {
     for (const VersionCode game : {kTR2, kTR4}) {
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        Conversion run(samples::MakeRichLevel(game));
         EXPECT_TRUE(run.Save());
         int steps = 0;
         EXPECT_EQ(Status(run.Host, steps),

@@ -14,7 +14,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-using Strings = std::vector<std::string>;
 
 constexpr std::array<const char*, 7> kSetEndings{
     ".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt", "-Sounds/TR1 Sound 17-0.wav"};
@@ -24,9 +23,7 @@ TEST(SaveLevel, DoesNotReplaceWhatItReads)
     for (const char* input : {"level.phd", "morlik.sam", "TR4Objects.dat"}) {
         for (const char* ending : kSetEndings) {
             Conversion run;
-            run.CopyDataFiles();
-            WriteWholeFile(run.Folder.File("level.phd"),
-                           WriteLevel(samples::MakeRichLevel(kTR1)).Bytes);
+            run.Folder.Write("level.phd", WriteLevel(samples::MakeRichLevel(kTR1)).Bytes);
             LoadLevel(run.Program, run.Folder.File("level.phd"));
             fs::create_directory(ToPath(run.Output("-Sounds")));
             fs::create_hard_link(ToPath(run.Folder.File(input)), ToPath(run.Output(ending)));
@@ -46,10 +43,8 @@ TEST(SaveLevel, DoesNotReplaceTheMainSfxOfAGame)
     const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
     // That it is chosen shows in the middle of the save.
     for (const char* ending : {".sfx", ".swd", ".was", "-Sounds/TR2 Sound 17-0.wav"}) {
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR2)));
-        WriteWholeFile(run.Folder.File("game.sfx"), sounds);
+        Conversion run(samples::MakeRichLevel(kTR2));
+        run.Folder.Write("game.sfx", sounds);
         fs::create_directory(ToPath(run.Output("-Sounds")));
         fs::create_hard_link(ToPath(run.Folder.File("game.sfx")), ToPath(run.Output(ending)));
         run.Host.OpenAnswers = {run.Folder.File("game.sfx")};
@@ -59,13 +54,11 @@ TEST(SaveLevel, DoesNotReplaceTheMainSfxOfAGame)
     }
     // Nor is one that has nothing to do with the level, in any case of letters.
     for (const char* name : {"main.sfx", "MAIN.Sfx"}) {
-        Conversion run;
-        run.CopyDataFiles();
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(kTR1)));
+        Conversion run(samples::MakeRichLevel(kTR1));
         const auto set = run.Folder.File("main.was");
         EXPECT_TRUE(SaveLevel(run.Program, set)); // nobody's sounds are in this folder
         fs::remove(ToPath(run.Folder.File("main.sfx")));
-        WriteWholeFile(run.Folder.File(name), sounds);
+        run.Folder.Write(name, sounds);
         EXPECT_FALSE(SaveLevel(run.Program, set));
         EXPECT_EQ(run.Host.Messages(),
                   Strings{"MORLIK: Can't write " + run.Folder.File("main.sfx") + ": " + name +
@@ -84,7 +77,7 @@ TEST(QuestionToReplace, NamesWhatIsThereAndNotWhatWasAskedAbout)
     fs::create_directory(ToPath(folder.File("my-Sounds")));
     for (const char* name : {"my.wad", "my Info.txt", "my-Sounds/TR1 Sound 2-0.wav",
                              "my-Sounds/TR2 Sound 2-0.wav", "my-Sounds/mine.wav"})
-        WriteWholeFile(folder.File(name), {});
+        folder.Write(name, "");
     const auto ask = [&](VersionCode game) {
         return QuestionToReplace(FilesOfSet(set, game), set);
     };
@@ -93,11 +86,11 @@ TEST(QuestionToReplace, NamesWhatIsThereAndNotWhatWasAskedAbout)
               head + "\nmy.wad\nmy Info.txt\nmy-Sounds/TR1 Sound 2-0.wav\n\nReplace them?");
     EXPECT_EQ(ask(kTR4), head + "\nmy.wad\nmy Info.txt\n\nReplace them?");
     // The list in small letters is not the file that was asked about, if it is another.
-    WriteWholeFile(folder.File("my.was"), {});
+    folder.Write("my.was", "");
     const bool isOther = !fs::equivalent(ToPath(set), ToPath(folder.File("my.was")));
     EXPECT_EQ(ask(kTR4).starts_with(head + "\nmy.was\n"), isOther);
     for (int i = 10; i < 20; ++i)
-        WriteWholeFile(folder.File("my-Sounds/TR3 Sound " + std::to_string(i) + "-0.wav"), {});
+        folder.Write("my-Sounds/TR3 Sound " + std::to_string(i) + "-0.wav", "");
     const auto many = ask(kTR3);
     const std::string end = isOther ? "14-0.wav\nand 5" : "15-0.wav\nand 4";
     EXPECT_TRUE(many.ends_with("TR3 Sound " + end + " more\n\nReplace them?")) << many;
@@ -110,7 +103,7 @@ TEST(Log, DoesNotReplaceTheLevel)
     run.Host.State = run.Folder.File("state");
     fs::create_directory(run.Host.Folder);
     const std::vector<std::byte> level(100, std::byte{7});
-    WriteWholeFile(run.Folder.File("level.phd"), level);
+    run.Folder.Write("level.phd", level);
     fs::create_hard_link(ToPath(run.Folder.File("level.phd")), run.Host.Folder / "MORLIK.log");
     OpenLog(run.Program.Report, run.Folder.File("level.phd"));
     EXPECT_EQ(ReadFile(run.Folder.File("level.phd")), level);

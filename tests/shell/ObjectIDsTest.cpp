@@ -38,7 +38,7 @@ std::vector<std::byte> Catalogue(const Counts& counts)
 
 std::string LoadEnd(Conversion& run, const std::vector<std::byte>& catalogue)
 {
-    WriteWholeFile(run.Folder.File(kCatalogueName), catalogue);
+    run.Folder.Write(kCatalogueName, catalogue);
     return EndOf([&run] { LoadObjectIDs("", run.Program.Names, run.Program.Report); });
 }
 

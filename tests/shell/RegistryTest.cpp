@@ -58,8 +58,8 @@ TEST_F(RegistryTest, SplitsAKeyIntoItsRootAndThePathBelow)
         SplitKeyPath(key, root, report);
         EXPECT_EQ(root, c.Root);
         EXPECT_EQ(key, c.Rest);
-        const std::vector<std::string> refused{"message: MORLIK: Incorrect Format:\n\n" + c.Key};
-        EXPECT_EQ(host.Calls, c.HasMessage ? refused : std::vector<std::string>{});
+        const Strings refused{"message: MORLIK: Incorrect Format:\n\n" + c.Key};
+        EXPECT_EQ(host.Calls, c.HasMessage ? refused : Strings{});
     }
 }
 
@@ -141,8 +141,7 @@ TEST_F(RegistryTest, StoreThatCannotBeWrittenTellsOnlyOfBinaryValues)
     EXPECT_EQ(settings.DestWADFolder, "Err");
     EXPECT_TRUE(Host.Calls.empty());
     SaveSettings(settings, Store, Report);
-    EXPECT_EQ(Host.Calls,
-              std::vector<std::string>{"message: MORLIK: Fout bij het schrijven van het register"});
+    EXPECT_EQ(Host.Calls, Strings{"message: MORLIK: Fout bij het schrijven van het register"});
 }
 
 } // namespace morlik::test

@@ -13,7 +13,6 @@ namespace
 {
 
 using samples::LevelContent;
-using Strings = std::vector<std::string>;
 
 SoundDetail Detail(std::int16_t sample, int samples)
 {
@@ -65,7 +64,6 @@ std::size_t CountWaves(const Conversion& run)
 TEST(Sounds, OfTombRaiderICountTheSlotsThatItLeavesEmpty)
 {
     Conversion run;
-    run.CopyDataFiles();
     run.OpenLog();
     const LevelContent level = WithSounds(kTR1);
     ASSERT_TRUE(run.Load(level));
@@ -95,7 +93,6 @@ TEST(Sounds, OfTombRaiderIIAndIIIComeFromMainSfx)
     const auto sounds = samples::SampleSounds();
     for (const VersionCode game : {kTR2, kTR3}) {
         Conversion run;
-        run.CopyDataFiles();
         const std::string mainSfx = run.Folder.File("main.sfx");
         const std::string number = DigitsOf(game);
         ASSERT_TRUE(run.Load(WithSounds(game)));
@@ -140,7 +137,6 @@ TEST(Sounds, ThatNoSetCanHoldEndTheProgram)
 {
     for (const bool many : {false, true}) {
         Conversion run;
-        run.CopyDataFiles();
         LevelContent level = WithSounds(kTR2);
         if (many)
             level.SoundDetails.assign(33826, Detail(0, 31)); // lines of the list
@@ -150,7 +146,7 @@ TEST(Sounds, ThatNoSetCanHoldEndTheProgram)
         samples::LevelFile file{std::vector<std::byte>(std::size_t{9} << 20U), {}};
         file.Set({.Offset = 0, .Size = 4}, 0x46464952); // "RIFF"
         file.Set({.Offset = 40, .Size = 4}, static_cast<std::int64_t>(file.Bytes.size()) - 44);
-        WriteWholeFile(run.Folder.File("main.sfx"), file.Bytes);
+        run.Folder.Write("main.sfx", file.Bytes);
         run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
         EXPECT_EQ(EndOf([&] { run.Save(); }), "The sounds are damaged - can't continue!");
         EXPECT_EQ(CountWaves(run), 0U);
@@ -225,14 +221,11 @@ TEST(Sounds, OfMainSfxAreListedByTheirNumbers)
 
 TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
 {
-    Conversion run;
-    run.CopyDataFiles();
-    ASSERT_TRUE(run.Load(WithSounds(kTR1)));
+    Conversion run(WithSounds(kTR1));
     WriteWholeFile(run.Output("-Sounds"), {});
     EXPECT_FALSE(run.Save());
-    EXPECT_EQ(run.Host.Messages(),
-              std::vector<std::string>{"MORLIK: Can't make the folder " + run.Output("-Sounds") +
-                                       ": Not a directory"});
+    EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK: Can't make the folder " +
+                                           run.Output("-Sounds") + ": Not a directory"});
     EXPECT_FALSE(std::filesystem::exists(run.Output(".wad")));
 }
 
@@ -240,12 +233,11 @@ TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)
 {
     for (const VersionCode game : {kTR4, kTR5}) {
         Conversion run;
-        run.CopyDataFiles();
         run.Host.ExpSprTicked = true; // the box is for the older games
         ASSERT_TRUE(run.Load(samples::MakeTinyLevel(game)));
         for (const char* kind : {"sam", "sfx", "swd"})
-            WriteWholeFile(run.Folder.File(std::string("morlik.") + kind),
-                           std::vector<std::byte>(3, static_cast<std::byte>(kind[1])));
+            run.Folder.Write(std::string("morlik.") + kind,
+                             std::vector<std::byte>(3, static_cast<std::byte>(kind[1])));
         EXPECT_TRUE(run.Save());
         for (const char* kind : {"sam", "sfx", "swd"})
             EXPECT_EQ(ReadFile(run.Output(std::string(".") + kind)),
@@ -267,7 +259,6 @@ TEST(Sprites, AreBuiltWithTheTilesBetweenThemOrCopied)
 {
     for (const VersionCode game : {kTR1, kTR2}) {
         Conversion run;
-        run.CopyDataFiles();
         LevelContent level = samples::MakeTinyLevel(game);
         level.Tiles8.resize(9 * std::size_t{kTilePixels}, 0);
         level.Tiles16.resize(level.Tiles8.size(), 0x7c00);

@@ -14,8 +14,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 /// Details that each have the most samples that a detail can have, all of them sample 0.
 std::vector<SoundDetail> Details(std::size_t count)
 {

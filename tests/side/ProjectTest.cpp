@@ -80,7 +80,7 @@ TEST_F(ProjectTest, ReadsTheFormOfLaterEditors)
     for (const std::int32_t version : {49, 50}) {
         content.Version = version;
         EXPECT_EQ(Read(content).NumRooms, 3);
-        EXPECT_EQ(Host.Messages(), std::vector<std::string>{"MORLIK: Unknown object found -9"});
+        EXPECT_EQ(Host.Messages(), Strings{"MORLIK: Unknown object found -9"});
     }
 }
 
@@ -102,9 +102,9 @@ TEST_F(ProjectTest, UnknownObjectsGetAMessageAndTheReadGoesOn)
     content.Rooms[0].SecondObjects = {0x4c00, 0x4001, 0x4000};
     content.Rooms[2].Objects = {-1};
     const PRJData project = Read(content);
-    EXPECT_EQ(Host.Calls, (std::vector<std::string>{"message: MORLIK: Unknown object found -9",
-                                                    "message: MORLIK: Unknown object2 -16385",
-                                                    "message: MORLIK: Unknown object found --1"}));
+    EXPECT_EQ(Host.Calls, (Strings{"message: MORLIK: Unknown object found -9",
+                                   "message: MORLIK: Unknown object2 -16385",
+                                   "message: MORLIK: Unknown object found --1"}));
     EXPECT_EQ(project.NumRooms, 3);
     EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
 
@@ -126,9 +126,8 @@ TEST_F(ProjectTest, FileCutAnywhereFailsWithItsMessage)
         for (std::size_t size = 0; size < bytes.size(); size += size < 2000 ? 1 : 97) {
             const PRJData project = Read(std::span(bytes).first(size));
             const bool hasMagic = size >= 8;
-            ASSERT_EQ(
-                Host.Messages(),
-                std::vector<std::string>{hasMagic ? kReadError : "MORLIK: Not a project file!"})
+            ASSERT_EQ(Host.Messages(),
+                      Strings{hasMagic ? kReadError : "MORLIK: Not a project file!"})
                 << size << " bytes of version " << version;
             ASSERT_EQ(LevelIsLoaded, hasMagic ? 0 : -1);
             ASSERT_TRUE(project.Rooms.empty() && project.NumRoomSlots == 0);
@@ -165,8 +164,7 @@ TEST_F(ProjectTest, DamagedCountsFailOrStandForNothing)
         file.SetCount(c.Count, c.Value);
         const PRJData project = Read(file.Bytes);
         EXPECT_EQ(project.NumRooms, c.IsGood ? 3 : 0) << c.Count << " " << c.Value;
-        EXPECT_EQ(Host.Messages(),
-                  c.IsGood ? std::vector<std::string>{} : std::vector<std::string>{kReadError})
+        EXPECT_EQ(Host.Messages(), c.IsGood ? Strings{} : Strings{kReadError})
             << c.Count << " " << c.Value;
     }
     using Section = std::pair<const char*, const char*>; // of the sample, and as the log calls it
@@ -195,7 +193,7 @@ TEST_F(ProjectTest, OtherFilesAreRefused)
     auto content = samples::MakeProject();
     content.Magic = "PROJFILM";
     EXPECT_EQ(Read(content).NumRoomSlots, 0);
-    EXPECT_EQ(Host.Calls, std::vector<std::string>{"message: MORLIK: Not a project file!"});
+    EXPECT_EQ(Host.Calls, Strings{"message: MORLIK: Not a project file!"});
     EXPECT_EQ(LevelIsLoaded, -1);
 
     const auto missing = Folder.File("missing.prj");

@@ -5,6 +5,8 @@
 #include "set/Was.h"
 #include "shell/MORLIK_Main.h"
 
+#include <gtest/gtest.h>
+
 namespace morlik::test
 {
 
@@ -42,13 +44,14 @@ std::vector<std::byte> FileOf(const samples::LevelContent& level, const samples:
 Conversion::Conversion()
 {
     Host.Folder = Folder.File("");
-}
-
-void Conversion::CopyDataFiles()
-{
     for (const char* name : {"TR4Objects.dat", "morlik.sam", "morlik.sfx", "morlik.swd"})
         std::filesystem::copy_file(std::filesystem::path(MORLIK_DATA_FOLDER) / name,
                                    ToPath(Folder.File(name)));
+}
+
+Conversion::Conversion(const samples::LevelContent& level) : Conversion()
+{
+    EXPECT_TRUE(Load(level));
 }
 
 void Conversion::OpenLog()
@@ -56,7 +59,7 @@ void Conversion::OpenLog()
     OpenLogFile(Folder.File("log"), Program.Report);
 }
 
-std::vector<std::string> Conversion::LogLines() const
+Strings Conversion::LogLines() const
 {
     auto lines = LinesOfFile(Folder.File("log"));
     lines.erase(lines.begin(), lines.begin() + 3);
@@ -78,7 +81,18 @@ std::vector<std::byte> ReadFile(const std::string& path)
     return {file.Bytes().begin(), file.Bytes().end()};
 }
 
-std::vector<std::string> LinesOfFile(const std::string& path)
+FileMap FilesBelow(const std::filesystem::path& folder)
+{
+    FileMap files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        if (entry.is_regular_file()) {
+            const auto name = entry.path().lexically_relative(folder).generic_u8string();
+            files[{name.begin(), name.end()}] = ReadFile(FromPath(entry.path()));
+        }
+    return files;
+}
+
+Strings LinesOfFile(const std::string& path)
 {
     return ReadLines(FileBytes::Load(path).Bytes());
 }
@@ -94,7 +108,7 @@ std::vector<std::uint8_t> PixelsOf(const SetTiles& tiles)
 
 bool Conversion::Load(const std::vector<std::byte>& file, const std::string& name)
 {
-    WriteWholeFile(Folder.File(name), file);
+    Folder.Write(name, file);
     Program.LevelTitle = name;
     return EndOf([&] { LoadLevel(Program, Folder.File(name)); }).empty();
 }

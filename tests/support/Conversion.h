@@ -5,11 +5,13 @@
 #include "set/ObjectSet.h"
 #include "set/ReadSet.h"
 #include "shell/Session.h"
+#include "tests/support/Failures.h"
 #include "tests/support/Printing.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TempFolder.h"
 
 #include <array>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -30,14 +32,15 @@ std::vector<std::byte> FileOf(const samples::LevelContent& level, const samples:
 class Conversion
 {
 public:
+    /// The folder is the program's, with its data files.
     Conversion();
+    /// With a level that is loaded.
+    explicit Conversion(const samples::LevelContent& level);
 
-    /// Copies the program's data files into the folder and makes it the program's.
-    void CopyDataFiles();
     /// Opens a log in the folder.
     void OpenLog();
     /// Its lines behind the three of its head.
-    std::vector<std::string> LogLines() const;
+    Strings LogLines() const;
 
     /// Writes and loads a level. Gives false where that ended the program.
     bool Load(const std::vector<std::byte>& file, const std::string& name);
@@ -61,8 +64,11 @@ public:
 
 /// A whole file.
 std::vector<std::byte> ReadFile(const std::string& path);
+/// All files below a folder, hidden ones too, by their names from there on.
+using FileMap = std::map<std::string, std::vector<std::byte>>;
+FileMap FilesBelow(const std::filesystem::path& folder);
 /// Lines of a text file.
-std::vector<std::string> LinesOfFile(const std::string& path);
+Strings LinesOfFile(const std::string& path);
 
 /// All pixels of some tiles, R, G, B.
 std::vector<std::uint8_t> PixelsOf(const SetTiles& tiles);
@@ -71,12 +77,7 @@ std::vector<std::uint8_t> PixelsOf(const SetTiles& tiles);
 template <class Work>
 std::string EndOf(Work work)
 {
-    try {
-        work();
-    } catch (const ProgramEnd& end) {
-        return end.what();
-    }
-    return {};
+    return MessageOf<ProgramEnd>(work);
 }
 
 } // namespace morlik::test

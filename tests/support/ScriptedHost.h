@@ -11,6 +11,8 @@
 namespace morlik::test
 {
 
+using Strings = std::vector<std::string>;
+
 /// Answers a dialog with the next name; an empty one, or none left, is a cancel.
 inline void TakeAnswer(FileDialog& dialog, std::deque<std::string>& answers)
 {

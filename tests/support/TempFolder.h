@@ -1,9 +1,11 @@
 #pragma once
 
+#include "base/OutputFile.h"
 #include "base/Text.h"
 
 #include <filesystem>
 #include <random>
+#include <span>
 #include <string>
 
 namespace morlik::test
@@ -32,6 +34,17 @@ public:
 
     /// Path of a file in the folder.
     std::string File(const std::string& name) const { return FromPath(path_ / ToPath(name)); }
+
+    /// Writes a file of the folder and gives its path.
+    std::string Write(const std::string& name, std::span<const std::byte> bytes) const
+    {
+        WriteWholeFile(File(name), bytes);
+        return File(name);
+    }
+    std::string Write(const std::string& name, std::string_view text) const
+    {
+        return Write(name, std::as_bytes(std::span(text)));
+    }
 
 private:
     std::filesystem::path path_;

@@ -44,8 +44,7 @@ TEST(WindowBrowse, SwitchesTheModeByToolbarAndMenu)
         run.Trigger(action);
         expectMode(moveables, action);
     }
-    EXPECT_EQ(run.Host.Messages,
-              std::vector<std::string>(2, "MORLIK: Sorry, no sprite support yet"));
+    EXPECT_EQ(run.Host.Messages, Strings(2, "MORLIK: Sorry, no sprite support yet"));
     run.Trigger("Mnu_Edit_Static");
     run.Open(run.Write(kTR4, "b.tr4"));
     expectMode(false, "another level");

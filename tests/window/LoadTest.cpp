@@ -11,8 +11,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 TEST(WindowLoad, ShowsEachGame)
 {
     struct Row

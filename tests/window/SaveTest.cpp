@@ -12,8 +12,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 TEST(WindowSave, BeepsWithoutALevelOrASound)
 {
     WindowRun run;

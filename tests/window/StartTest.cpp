@@ -11,8 +11,6 @@ namespace morlik::test
 namespace
 {
 
-using Strings = std::vector<std::string>;
-
 TEST(WindowStart, WritesItsValuesLoadsAFileAndKeepsItsFolder)
 {
     WindowRun run;
@@ -104,7 +102,7 @@ TEST(WindowControls, StartAsTheyShould)
     }
     // The Tab key goes round through all controls that can be seen, and to no other.
     QWidget* start = run.Find<QLineEdit>("ObjFilter");
-    std::vector<std::string> visited;
+    Strings visited;
     for (QWidget* w = start->nextInFocusChain(); w != start; w = w->nextInFocusChain())
         if ((w->focusPolicy() & Qt::TabFocus) != 0 && !w->objectName().startsWith("qt_"))
             visited.push_back(w->objectName().toStdString());

@@ -36,7 +36,7 @@ std::string WindowRun::Write(const samples::LevelContent& level, const std::stri
 
 std::string WindowRun::Write(std::span<const std::byte> bytes, const std::string& name)
 {
-    WriteWholeFile(Folder.File(name), bytes);
+    Folder.Write(name, bytes);
     return Folder.File(name);
 }
 
@@ -80,9 +80,9 @@ void WindowRun::Save(const char* command, const std::string& name)
         Trigger(command);
 }
 
-std::vector<std::string> WindowRun::List(const char* name)
+Strings WindowRun::List(const char* name)
 {
-    std::vector<std::string> texts;
+    Strings texts;
     const auto* list = Find<QListWidget>(name);
     for (int i = 0; i < list->count(); ++i)
         texts.push_back(list->item(i)->text().toStdString());

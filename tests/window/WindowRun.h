@@ -18,14 +18,14 @@ namespace morlik::test
 class WindowHost : public QtHost
 {
 public:
-    std::vector<std::string> Messages; ///< each as "TITLE: TEXT"
-    std::vector<std::string> Details;  ///< of the failures among them
+    Strings Messages; ///< each as "TITLE: TEXT"
+    Strings Details;  ///< of the failures among them
     std::deque<std::string> OpenAnswers;
     std::deque<std::string> SaveAnswers;
-    std::vector<std::string> Questions;
+    Strings Questions;
     bool AnswersYes = true;
     std::vector<FileDialog> Dialogs; ///< as they were set up
-    std::vector<std::string> WebAddresses;
+    Strings WebAddresses;
     int Beeps = 0;
     std::string Folder;
     std::function<void()> OnTurn; ///< what the window system does in a turn
@@ -107,7 +107,7 @@ public:
     QString Label(const char* name) { return Find<QLabel>(name)->text(); }
     std::string Title() const { return Window->windowTitle().toStdString(); }
     /// The texts of a list.
-    std::vector<std::string> List(const char* name);
+    Strings List(const char* name);
 
     TempFolder Folder;
     MemoryRegistry Registry;
