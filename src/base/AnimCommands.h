@@ -13,7 +13,8 @@ namespace morlik
 ///   1     a shift by x, y and z
 ///   2     the two speeds of a jump
 ///   3, 4  none
-///   5     a frame, and the number of a sound that it makes; its top two bits say where
+///   5     a frame, and the number of a sound that it makes; its top bit keeps that
+///         to the water, the one below to the land, both together to neither
 ///   6     a frame, and the number of an effect
 constexpr std::int16_t kSoundCommand = 5;
 constexpr std::uint16_t kSoundNumberMask = 0x3fff;

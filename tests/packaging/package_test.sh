@@ -100,7 +100,7 @@ check_trees() {
         fail "The package is $version, the program is not"
     grep -q "^## \[$version\]" "$tree/share/doc/morlik/CHANGELOG.md" ||
         fail "The changelog does not tell of $version"
-    [[ $(dpkg-deb -f "$deb" Depends) == *libqt6widgets6* ]] || fail "The .deb lacks dependencies"
+    [[ $(dpkg-deb -f "$deb" Depends) == *libqt6widgets6*libsdl2-2.0-0* ]] || fail "The .deb lacks dependencies"
 }
 
 convert_levels() {

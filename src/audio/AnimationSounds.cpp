@@ -1,0 +1,103 @@
+#include "audio/AnimationSounds.h"
+
+#include "base/AnimCommands.h"
+#include "base/SampleLookup.h"
+
+#include <optional>
+
+namespace morlik
+{
+
+namespace
+{
+
+using Wave = std::optional<std::span<const std::byte>>;
+
+constexpr std::uint16_t kOnLandBit = 0x4000;
+constexpr std::uint16_t kInWaterBit = 0x8000;
+
+SoundPlace PlaceOf(std::uint16_t operand)
+{
+    const bool onLand = (operand & kOnLandBit) != 0;
+    const bool inWater = (operand & kInWaterBit) != 0;
+    if (onLand == inWater)
+        return SoundPlace::Everywhere;
+    return onLand ? SoundPlace::OnLand : SoundPlace::InWater;
+}
+
+/// The sounds that the commands of an animation name, without their samples.
+std::vector<SoundAt> NamedSounds(const Animation& animation, std::span<const std::int16_t> words)
+{
+    std::vector<SoundAt> sounds;
+    if (animation.AnimCommand < 0)
+        return sounds;
+    auto at = static_cast<std::size_t>(animation.AnimCommand);
+    for (int i = 0; i < animation.NumAnimCommands; ++i) {
+        const auto length = CommandLength(words, at);
+        if (length == 0)
+            break;
+        if (words[at] == kSoundCommand) {
+            const auto operand = static_cast<std::uint16_t>(words[at + 2]);
+            sounds.push_back({words[at + 1], operand & kSoundNumberMask, PlaceOf(operand), {}});
+        }
+        at += length;
+    }
+    return sounds;
+}
+
+/// Gives each sound its samples and leaves out those without any. `waveOf` gives the WAV file of a
+/// sample of a detail, by the numbers of both.
+template <class Tables, class WaveOf>
+std::vector<SoundAt> WithSamples(std::vector<SoundAt> sounds, const Tables& tables, WaveOf waveOf)
+{
+    for (SoundAt& sound : sounds) {
+        const auto* number = FindIn(tables.SoundMap, sound.Sound);
+        const auto* detail = number != nullptr ? FindIn(tables.SoundDetails, *number) : nullptr;
+        for (std::int32_t k = 0; detail != nullptr && k < detail->NumSamples(); ++k)
+            if (const Wave wave = waveOf(*detail, k); wave && !wave->empty())
+                sound.Samples.push_back(*wave);
+    }
+    std::erase_if(sounds, [](const SoundAt& sound) { return sound.Samples.empty(); });
+    return sounds;
+}
+
+} // namespace
+
+std::vector<SoundAt> SoundsOfAnimation(const LevelData& level, const MainSFXState& mainSFX,
+                                       std::size_t animation)
+{
+    if (animation >= level.Animations.size())
+        return {};
+    const auto waveOf = [&](const SoundDetail& detail, std::int32_t k) -> Wave {
+        const std::int32_t sample = detail.Sample + k;
+        if (const SamplePlace* place = FindIn(level.SamplePlaces, sample))
+            return mainSFX.WaveAt(place->Start, place->Size);
+        if (HasMainSFX(level))
+            return mainSFX.WaveOf(FindIn(level.SampleIndices, sample));
+        const Sample* found = FindIn(level.Samples, sample);
+        return found != nullptr ? Wave(found->Data) : std::nullopt;
+    };
+    return WithSamples(NamedSounds(level.Animations[animation], level.AnimCommands), level, waveOf);
+}
+
+std::vector<SoundAt> SoundsOfAnimation(const ObjectSet& set, std::size_t animation)
+{
+    if (animation >= set.Animations.size() || !set.Sounds)
+        return {};
+    const auto& details = set.Sounds->SoundDetails;
+    std::vector<std::int64_t> firstOf; // the samples of a set stand in the order of the details
+    std::int64_t count = 0;
+    for (const SoundDetail& detail : details) {
+        firstOf.push_back(count);
+        count += detail.NumSamples();
+    }
+    const auto waveOf = [&](const SoundDetail& detail, std::int32_t k) -> Wave {
+        const auto number = static_cast<std::size_t>(&detail - details.data());
+        const SetSample* found = FindIn(set.Samples, firstOf[number] + k);
+        return found != nullptr ? found->Wave : std::nullopt;
+    };
+    return WithSamples(NamedSounds(set.Animations[animation], set.AnimCommands), *set.Sounds,
+                       waveOf);
+}
+
+} // namespace morlik
