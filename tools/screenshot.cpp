@@ -57,7 +57,7 @@ void Settle()
         QApplication::processEvents();
 }
 
-/// Selects an object, so that the picture shows a name and an id.
+/// Selects an object and a sound, so that the picture shows a name, an id and a wave.
 void Show(morlik::Main_Frm& window, const QStringList& wishes)
 {
     morlik::MainControls& controls = window.Controls();
@@ -73,6 +73,7 @@ void Show(morlik::Main_Frm& window, const QStringList& wishes)
             action->trigger();
     Settle(); // the pane fills once the window is there
     controls.ObjList->setCurrentRow(wishes.value(1, "2").toInt());
+    controls.SndLst->setCurrentRow(3);
     controls.Foot->setText("Saved mill.was");
     Settle();
 }

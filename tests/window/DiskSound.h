@@ -27,7 +27,8 @@ public:
     {
         const auto bytes = ReadFile(folder_.File("sound"));
         std::vector<std::int16_t> values(bytes.size() / sizeof(std::int16_t));
-        std::memcpy(values.data(), bytes.data(), values.size() * sizeof(std::int16_t));
+        if (!values.empty())
+            std::memcpy(values.data(), bytes.data(), values.size() * sizeof(std::int16_t));
         return values;
     }
     bool Holds(const std::vector<std::int16_t>& wanted) const

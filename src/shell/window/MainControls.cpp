@@ -246,6 +246,8 @@ QWidget* MainControls::MakeSoundsFrame()
     SndFrame = Make<QGroupBox>("SndFrame", "Sounds");
     SndFilter = MakeFilter("SndFilter");
     SndLst = Make<QListWidget>("SndLst");
+    SndLst->setToolTip("Space or a double-click plays a sound, Escape stops it");
+    SndView = Make<SoundView>("SndView");
     SndSave = Make<QPushButton>("SndSave", "Sa&ve");
     SndSaveAll = Make<QPushButton>("SndSaveAll", "Save &All");
     auto* row = new QHBoxLayout;
@@ -254,6 +256,7 @@ QWidget* MainControls::MakeSoundsFrame()
     auto* column = new QVBoxLayout(SndFrame);
     column->addWidget(SndFilter);
     column->addWidget(SndLst, 1);
+    column->addWidget(SndView);
     column->addLayout(row);
     return SndFrame;
 }

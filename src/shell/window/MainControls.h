@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/window/PicturePane.h"
+#include "shell/window/SoundView.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -61,6 +62,7 @@ struct MainControls
     QGroupBox* SndFrame; ///< "Sounds"
     QLineEdit* SndFilter;
     QListWidget* SndLst;
+    SoundView* SndView; ///< the wave of the selected sound
     QPushButton* SndSave;
     QPushButton* SndSaveAll;
 

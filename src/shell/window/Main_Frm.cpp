@@ -1,6 +1,6 @@
 // The window itself: its start and end, and which command each control gives. What a load does
 // stands in Main_Load.cpp, the object list in Main_Browse.cpp and Main_Choose.cpp, the saves in
-// Main_Save.cpp.
+// Main_Save.cpp, the sounds in Main_Sounds.cpp.
 
 #include "shell/window/Main_Frm.h"
 
@@ -170,12 +170,20 @@ void Main_Frm::ConnectLists()
             [this](const QString& text) { Guard([&] { FilterList(*controls_.ObjList, text); }); });
     connect(controls_.SndFilter, &QLineEdit::textChanged, this,
             [this](const QString& text) { Guard([&] { FilterList(*controls_.SndLst, text); }); });
+    connect(controls_.SndLst, &QListWidget::itemSelectionChanged, this,
+            [this] { Guard([this] { SndLst_Click(); }); });
+    connect(controls_.SndLst, &QListWidget::itemDoubleClicked, this,
+            [this] { Guard([this] { PlaySound(); }); });
+    connect(new QShortcut(Qt::Key_Space, controls_.SndLst, nullptr, nullptr, Qt::WidgetShortcut),
+            &QShortcut::activated, this, [this] { Guard([this] { PlaySound(); }); });
     connect(controls_.SndSave, &QPushButton::clicked, this,
             [this] { Guard([this] { SndSave_Click(); }); });
     connect(controls_.SndSaveAll, &QPushButton::clicked, this,
             [this] { Guard([this] { SndSaveAll_Click(); }); });
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
-            [this] { controls_.Stop->setChecked(true); });
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] {
+        controls_.Stop->setChecked(true);
+        controls_.SndView->Stop();
+    });
     connect(controls_.SaveID, &QPushButton::clicked, this,
             [this] { TellFoot("The names last for this run; no file is changed."); });
 }

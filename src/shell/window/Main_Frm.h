@@ -111,6 +111,10 @@ private:
 
     void DoSaveWAS();
     void DoSaveTGA();
+    /// The WAV file of the selected sound; empty where it has none, nothing where none is selected.
+    std::optional<std::span<const std::byte>> SelectedSound() const;
+    void SndLst_Click();
+    void PlaySound();
     void SndSave_Click();
     void SndSaveAll_Click();
     /// Runs the writing of sounds, with the button that stops it, and says at the foot where they

@@ -1,4 +1,4 @@
-// The commands that write files: the object set, the texture sheet, the sounds.
+// The commands that write files: the object set and the texture sheet.
 
 #include "base/FileIdentity.h"
 #include "base/OutputFile.h"
@@ -19,8 +19,6 @@ namespace morlik
 
 namespace
 {
-
-constexpr const char* kWavFilter = "wav files(*.wav)|*.wav";
 
 /// Turns the window's commands off as long as it lives; the foot with its bar stays as it is.
 class BusyScope
@@ -148,62 +146,6 @@ void Main_Frm::DoSaveTGA()
     bool complete = false;
     Work([&] { complete = SaveTGA(dialog.FileName, session_.Level, session_.Report); });
     TellFoot(complete ? "Saved " + FromPathText(dialog.FileName) : QString());
-}
-
-void Main_Frm::SndSave_Click()
-{
-    const auto selected = controls_.SndLst->selectedItems();
-    if (selected.isEmpty()) {
-        host_.Beep();
-        return;
-    }
-    if (!AskToSave(kWavFilter) || !MayReplace({session_.FMSave.FileName}))
-        return;
-    const auto number = static_cast<std::size_t>(selected[0]->data(Qt::UserRole).toInt());
-    const auto& sfx = session_.MainSFX.MainSFXSamples;
-    const auto& samples = session_.Level.Samples;
-    std::span<const std::byte> bytes;
-    if (session_.State.LevelVersion == kMainSFXVersion && number < sfx.size())
-        bytes = sfx[number];
-    else if (session_.State.LevelVersion != kMainSFXVersion && number < samples.size())
-        bytes = samples[number].Data;
-    if (bytes.empty())
-        session_.Report.LogLine("The sound has no sample: the WAV file is empty");
-    SaveSounds([&] {
-        WriteWholeFile(session_.FMSave.FileName, bytes);
-        return true;
-    });
-}
-
-void Main_Frm::SndSaveAll_Click()
-{
-    if (!AskToSave(kWavFilter))
-        return;
-    const std::string& path = session_.FMSave.FileName;
-    const auto base = path.substr(0, path.find('.'));
-    const bool ofMainSFX = session_.State.LevelVersion == kMainSFXVersion;
-    if (!MayReplace(ofMainSFX ? MainSFXSoundFiles(base, session_.MainSFX)
-                              : LevelSoundFiles(base, session_.Level)))
-        return;
-    SaveSounds([&] {
-        return ofMainSFX ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
-                         : WriteLevelSounds(base, session_.Level, session_.Report);
-    });
-}
-
-void Main_Frm::SaveSounds(const std::function<bool()>& write)
-{
-    try {
-        bool complete = false;
-        controls_.Stop->setChecked(false);
-        controls_.Stop->show();
-        const QScopeGuard hide([this] { controls_.Stop->hide(); });
-        Work([&] { complete = write(); });
-        TellFoot(complete ? "Saved " + FromPathText(session_.FMSave.FileName)
-                          : QString("Not all was saved."));
-    } catch (const FileFailure& failure) {
-        session_.Report.Message(failure.what());
-    }
 }
 
 } // namespace morlik
