@@ -154,21 +154,20 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
 
 TEST(Textures, OnTilesThatTheLevelLacksAreMagentaAndTooFarOutStopTheSave)
 {
-    struct Row
-    {
-        std::int16_t Tile;
-        bool Good;
-    };
-    for (const Row& row : {Row{9, true}, Row{-3, true}, Row{511, true}, Row{600, false},
-                           Row{0x7fff, false}, Row{-0x8000, false}}) {
+    for (const auto& [tile, good] : {std::pair<std::int16_t, bool>{9, true},
+                                     {-3, true},
+                                     {511, true},
+                                     {600, false},
+                                     {0x7fff, false},
+                                     {-0x8000, false}}) {
         Conversion run(TwoTiles(kTR2));
-        run.Program.Level.Textures[0].Info.Tile = row.Tile;
-        EXPECT_EQ(run.Save(), row.Good) << row.Tile;
+        run.Program.Level.Textures[0].Info.Tile = tile;
+        EXPECT_EQ(run.Save(), good) << tile;
         EXPECT_EQ(run.Host.Messages(),
-                  row.Good ? Strings{} : Strings{"MORLIK: ERROR! Bad texture found!"});
+                  good ? Strings{} : Strings{"MORLIK: ERROR! Bad texture found!"});
         EXPECT_EQ(run.Host.Calls.back(), "event: Ready.");
-        EXPECT_EQ(std::filesystem::exists(run.Output(".was")), row.Good);
-        if (row.Tile == 9) {
+        EXPECT_EQ(std::filesystem::exists(run.Output(".was")), good);
+        if (tile == 9) {
             EXPECT_EQ(PixelAt(PixelsOf(run.Wad().Tiles).data(), 5 * kTilePixels + 7), kMagenta);
         }
     }

@@ -39,26 +39,20 @@ Strings WavesIn(const Conversion& run)
 
 TEST(Extended, GivesTheSetOfItsTwinInTheFormOfTheGame)
 {
-    struct Row
-    {
-        std::uint16_t NumSlots;
-        bool Outside;
-        const char* Note;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::tuple<std::uint16_t, bool, const char*>> rows{
         {0, false, ""},
         {370, false, ""},
         {100, false, ""}, // the further slots are free
         {402, false, "1 sound has a number above 369 and no slot in the SFX file: 401"},
         {1024, false, "2 sounds have numbers above 369 and no slot in the SFX file: 401, 510"},
         {2048, true, "2 sounds have numbers above 369 and no slot in the SFX file: 401, 510"}};
-    for (const Row& row : rows) {
+    for (const auto& [numSlots, outside, note] : rows) {
         LevelContent twin = MakeRichLevel(kTR4);
         twin.NumOthers = 0; // no demo data
         LevelContent extended = twin;
-        samples::MakeExtended(extended, row.NumSlots, row.Outside);
-        if (row.NumSlots != 0)
-            for (std::size_t slot = row.NumSlots; slot < kSoundMapSlotsTR2; ++slot)
+        samples::MakeExtended(extended, numSlots, outside);
+        if (numSlots != 0)
+            for (std::size_t slot = numSlots; slot < kSoundMapSlotsTR2; ++slot)
                 twin.SoundMap[slot] = -1;
         std::array<Conversion, 2> runs;
         runs[0].OpenLog();
@@ -66,52 +60,47 @@ TEST(Extended, GivesTheSetOfItsTwinInTheFormOfTheGame)
         ASSERT_TRUE(runs[1].Load(twin));
         const LevelData& level = runs[0].Program.Level;
         const LevelData& other = runs[1].Program.Level;
-        EXPECT_EQ(level.SoundMap, other.SoundMap) << row.NumSlots;
+        EXPECT_EQ(level.SoundMap, other.SoundMap) << numSlots;
         EXPECT_EQ(level.SoundDetails.size(), other.SoundDetails.size());
         EXPECT_EQ(level.SampleIndices, other.SampleIndices);
-        EXPECT_EQ(level.NumSamples, row.Outside ? 0 : other.NumSamples);
+        EXPECT_EQ(level.NumSamples, outside ? 0 : other.NumSamples);
         for (std::size_t i = 0; i < level.Samples.size(); ++i)
             EXPECT_TRUE(std::ranges::equal(level.Samples[i].Data, other.Samples[i].Data));
-        EXPECT_EQ(FilesOfSave(runs[0]), FilesOfSave(runs[1])) << row.NumSlots;
+        EXPECT_EQ(FilesOfSave(runs[0]), FilesOfSave(runs[1])) << numSlots;
         EXPECT_EQ(runs[0].Host.Messages(), Strings());
-        const Strings notes(row.Note[0] == 0 ? 0 : 1, row.Note);
+        const Strings notes(note[0] == 0 ? 0 : 1, note);
         EXPECT_EQ(runs[0].Host.Hints, notes);
         const auto lines = runs[0].LogLines();
-        EXPECT_EQ(std::ranges::count(lines, row.Note), std::ssize(notes));
+        EXPECT_EQ(std::ranges::count(lines, note), std::ssize(notes));
     }
 }
 
 TEST(Extended, ChecksCountsAndLooksForNoSizeAtTheEnd)
 {
-    struct Row
-    {
-        const char* Count;
-        std::int64_t Value;
-        const char* Place; ///< of the failure; none where the level opens
-    };
-    const std::vector<Row> rows{{"Slots", 0xffff, "sound map, offset "},
-                                {"Slots", 1025, "sample indices, offset "},
-                                {"Samples", -1, "samples, offset "},
-                                {"Samples", 0x7fffffff, "samples, offset "},
-                                {"Samples", 12, "samples, offset "}, // of 11
-                                {"Samples", 0, ""},
-                                {"Extension", 0, ""},
-                                {"Extension", 0xffffffff, ""}};
+    const std::vector<std::tuple<const char*, std::int64_t, const char*>> rows{
+        {"Slots", 0xffff, "sound map, offset "},
+        {"Slots", 1025, "sample indices, offset "},
+        {"Samples", -1, "samples, offset "},
+        {"Samples", 0x7fffffff, "samples, offset "},
+        {"Samples", 12, "samples, offset "}, // of 11
+        {"Samples", 0, ""},
+        {"Extension", 0, ""},
+        {"Extension", 0xffffffff, ""}};
     LevelContent level = MakeRichLevel(kTR4);
     for (const bool outside : {false, true})
-        for (const Row& row : rows) {
+        for (const auto& [count, value, place] : rows) {
             samples::MakeExtended(level, 1024, outside);
             LevelFile block = WriteLevelBlock(level);
-            const bool inBlock = row.Count == std::string("Slots");
+            const bool inBlock = count == std::string("Slots");
             if (inBlock)
-                block.SetCount(row.Count, row.Value);
+                block.SetCount(count, value);
             LevelFile file = WrapTR4(level, block.Bytes);
             if (!inBlock)
-                file.SetCount(row.Count, row.Value);
+                file.SetCount(count, value);
             Conversion run;
-            EXPECT_EQ(run.Load(file.Bytes, "a.tr4"), row.Place[0] == 0) << row.Count << row.Value;
-            if (row.Place[0] != 0) {
-                EXPECT_EQ(run.Host.Details.at(0).find(row.Place), 0U) << run.Host.Details[0];
+            EXPECT_EQ(run.Load(file.Bytes, "a.tr4"), place[0] == 0) << count << value;
+            if (place[0] != 0) {
+                EXPECT_EQ(run.Host.Details.at(0).find(place), 0U) << run.Host.Details[0];
             }
         }
 }

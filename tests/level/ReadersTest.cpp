@@ -285,24 +285,19 @@ TEST(ReadTR, KeepsWhatADamagedTileStreamGaveAndLeavesTheRestAtZero)
         const LevelFile whole = WriteLevel(content);
         const auto& stream = whole.Section("Tiles32");
         const auto sound = content.Tiles32.size();
-        struct Fault
-        {
-            std::size_t At;           ///< byte of the stream that is wrong; 0 for none
-            std::size_t MorePixels;   ///< by how much the told size is too large
-            std::size_t AtLeastGiven; ///< pixels
-        };
-        for (const Fault& fault : {Fault{0, 1000, sound}, Fault{stream.Size - 2, 0, sound},
-                                   Fault{stream.Size / 2, 0, sound / 3}}) {
+        for (const auto& [at, morePixels, atLeastGiven] :
+             {std::tuple<std::size_t, std::size_t, std::size_t>{0, 1000, sound},
+              {stream.Size - 2, 0, sound},
+              {stream.Size / 2, 0, sound / 3}}) {
             LevelFile file = whole;
-            if (fault.At != 0)
-                file.Bytes[stream.Offset + fault.At] ^= std::byte{0xff};
-            file.SetCount("Tiles32 inflated",
-                          static_cast<std::int64_t>((sound + fault.MorePixels) * 4));
+            if (at != 0)
+                file.Bytes[stream.Offset + at] ^= std::byte{0xff};
+            file.SetCount("Tiles32 inflated", static_cast<std::int64_t>((sound + morePixels) * 4));
             Conversion run;
             ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
             const auto& tiles = run.Program.Level.Tiles32;
-            ASSERT_EQ(tiles.size(), sound + fault.MorePixels);
-            EXPECT_TRUE(std::equal(tiles.begin(), tiles.begin() + Index(fault.AtLeastGiven),
+            ASSERT_EQ(tiles.size(), sound + morePixels);
+            EXPECT_TRUE(std::equal(tiles.begin(), tiles.begin() + Index(atLeastGiven),
                                    content.Tiles32.begin()));
             EXPECT_TRUE(std::all_of(tiles.begin() + Index(sound), tiles.end(),
                                     [](std::uint32_t pixel) { return pixel == 0; }));

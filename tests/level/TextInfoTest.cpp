@@ -50,12 +50,7 @@ struct Textures
 TEST(ConvertTextInfo, ReadsTheCodeOfATriangleFromItsFirstTwoCorners)
 {
     constexpr std::uint8_t kFar = 0xff;
-    struct Row
-    {
-        std::array<std::uint8_t, 4> Sides; ///< X and Y side of c1, of c2
-        std::int32_t Code;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<std::array<std::uint8_t, 4>, std::int32_t>> rows{
         {{1, 1, kFar, 1}, 0},
         {{kFar, 1, kFar, kFar}, 0x2000},
         {{kFar, kFar, 1, kFar}, 0x4000},
@@ -66,11 +61,11 @@ TEST(ConvertTextInfo, ReadsTheCodeOfATriangleFromItsFirstTwoCorners)
         {{kFar, kFar, kFar, 1}, 0xe000},
         {{0, 0, 0, 0}, 0xa000},
     };
-    for (const Row& row : rows) {
-        const auto& s = row.Sides;
+    for (const auto& [sides, code] : rows) {
+        const auto& s = sides;
         const Textures made({ObjectTexture{
             .Tile = -3, .Corners = {{{s[0], 30, s[1], 7}, {s[2], 20, s[3], 90}, {1, 61, 1, 50}}}}});
-        EXPECT_EQ(made.Level.Textures.at(0).TextureFlip, row.Code);
+        EXPECT_EQ(made.Level.Textures.at(0).TextureFlip, code);
         EXPECT_EQ(Box(made.Level.Textures.at(0).Info), (std::vector<int>{20, 7, 41, 83, 0, 0}));
         EXPECT_EQ(made.Level.Textures.at(0).Info.Tile, -3);
     }

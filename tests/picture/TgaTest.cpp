@@ -1,9 +1,6 @@
-#include "base/Files.h"
 #include "picture/PNG.h"
 #include "picture/TGA_Mod.h"
-#include "tests/support/Printing.h"
-#include "tests/support/ScriptedHost.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/Conversion.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -24,18 +21,18 @@ class TgaTest : public testing::Test
 protected:
     bool Save(const LevelData& level) { return SaveTGA(Name, level, Report); }
 
+    /// The bytes of the file, and three of them at the beginning of a row, in file order.
     Bytes Saved() const
     {
-        const auto file = FileBytes::Load(Name);
-        const auto* const data = reinterpret_cast<const std::uint8_t*>(file.Bytes().data());
-        return {data, data + file.Bytes().size()};
+        Bytes bytes;
+        for (const std::byte byte : ReadFile(Name))
+            bytes.push_back(static_cast<std::uint8_t>(byte));
+        return bytes;
     }
-
-    /// The first pixel of a row of the file, in file order.
     static Bytes Pixel(const Bytes& file, std::size_t row)
     {
-        const auto at = static_cast<std::ptrdiff_t>(kHeaderBytes + row * kSheetRow);
-        return {file.begin() + at, file.begin() + at + 3};
+        const auto at = file.begin() + static_cast<std::ptrdiff_t>(kHeaderBytes + row * kSheetRow);
+        return {at, at + 3};
     }
 
     TempFolder Folder;
@@ -146,35 +143,26 @@ TEST_F(TgaTest, CountsTilesByTheFacesOfTheRooms)
 
 TEST_F(TgaTest, CaptionTellsProgressAndComesBack)
 {
-    const auto captions = [&](const LevelData& level) {
+    LevelData fourth = NumberedRows(kTR4, 1);
+    fourth.NumRoomTiles = 1;
+    fourth.NumBumpTiles = 1;
+    using Shares = std::vector<std::pair<std::size_t, std::string>>; // at some of the captions
+    const std::vector<std::tuple<LevelData, std::size_t, Shares>> rows{
+        {LevelWithFaces(kTR2, {9}, {}), 257, {{0, "0"}, {128, "50"}, {255, "99"}}}, // 2560 rows
+        {LevelWithFaces(kTR3, {}, {}), 27, {{13, "50"}, {25, "98"}}}, // up to the last row
+        {fourth, 40, {{25, "65"}, {26, "66"}}},                       // rows 250 and 256 of 384
+        {LevelWithFaces(kTR1, {9}, {}), 1, {}}};
+    for (const auto& [level, count, shares] : rows) {
         Host.Calls.clear();
         Host.Turns = 0;
         Host.CaptionText = "MORLIK 1.7";
         EXPECT_TRUE(Save(level));
+        ASSERT_EQ(Host.Calls.size(), count);
+        EXPECT_EQ(static_cast<std::size_t>(Host.Turns) + 1, count);
+        for (const auto& [at, share] : shares)
+            EXPECT_EQ(Host.Calls.at(at), "caption: Saving TGA -" + share + "%");
         EXPECT_EQ(Host.Calls.back(), "caption: MORLIK 1.7");
-        EXPECT_EQ(static_cast<std::size_t>(Host.Turns) + 1, Host.Calls.size());
-        return Host.Calls;
-    };
-    const auto second = captions(LevelWithFaces(kTR2, {9}, {}));
-    ASSERT_EQ(second.size(), 257U); // 2560 rows
-    EXPECT_EQ(second[0], "caption: Saving TGA -0%");
-    EXPECT_EQ(second[128], "caption: Saving TGA -50%");
-    EXPECT_EQ(second[255], "caption: Saving TGA -99%");
-
-    // Row 250 of 256: these games count up to the last row.
-    const auto third = captions(LevelWithFaces(kTR3, {}, {}));
-    EXPECT_EQ(third[13], "caption: Saving TGA -50%");
-    EXPECT_EQ(third[25], "caption: Saving TGA -98%");
-
-    // Rows 0, 10, ... 250 of the room tile, then rows 0, 10, ... 120 of the bump tile.
-    LevelData fourth = NumberedRows(kTR4, 1);
-    fourth.NumRoomTiles = 1;
-    fourth.NumBumpTiles = 1;
-    const auto bumped = captions(fourth);
-    ASSERT_EQ(bumped.size(), 40U);
-    EXPECT_EQ(bumped[25], "caption: Saving TGA -65%"); // row 250 of 384
-    EXPECT_EQ(bumped[26], "caption: Saving TGA -66%"); // row 256
-    EXPECT_EQ(captions(LevelWithFaces(kTR1, {9}, {})).size(), 1U);
+    }
 }
 
 TEST_F(TgaTest, RefusesWhatCannotBeWritten)

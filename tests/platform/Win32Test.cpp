@@ -28,12 +28,7 @@ TEST(Win32Text, KeepsEveryLetterAndReplacesWhatIsNone)
 
 TEST(Win32Text, OfTheCommandLineEndsTheProgramsNameAtABlankOutsideQuotes)
 {
-    struct Row
-    {
-        std::wstring Line;
-        std::wstring Rest;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<std::wstring, std::wstring>> rows{
         {LR"("C:\My tools\MORLIK.exe" /makewas a.phd /export "o.was" )",
          LR"(/makewas a.phd /export "o.was" )"},
         {LR"(C:\tools\MORLIK.exe  /makewas "a b.phd")", LR"(/makewas "a b.phd")"},
@@ -45,8 +40,8 @@ TEST(Win32Text, OfTheCommandLineEndsTheProgramsNameAtABlankOutsideQuotes)
         {L"\"MORLIK.exe /makewas", L""},
         {L"", L""},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(WithoutProgramName(row.Line), row.Rest);
+    for (const auto& [line, rest] : rows)
+        EXPECT_EQ(WithoutProgramName(line), rest);
 }
 
 TEST(Win32, KnowsTheUsersFolderAndTheDate)

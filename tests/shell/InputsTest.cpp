@@ -15,44 +15,39 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr std::array<const char*, 7> kSetEndings{
-    ".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt", "-Sounds/TR1 Sound 17-0.wav"};
-
 TEST(SaveLevel, DoesNotReplaceWhatItReads)
 {
-    for (const char* input : {"level.phd", "morlik.sam", "TR4Objects.dat"}) {
-        for (const char* ending : kSetEndings) {
+    const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+    struct Row
+    {
+        VersionCode Game;
+        const char* Input;
+        std::vector<const char*> Endings;
+    };
+    const std::vector<Row> rows{
+        {kTR1, "level.phd", {".was", ".wad", " Info.txt", "-Sounds/TR1 Sound 17-0.wav"}},
+        {kTR1, "morlik.sam", {".was", ".sam", "-Sounds/TR1 Sound 17-0.wav"}},
+        {kTR1, "TR4Objects.dat", {".swd", ".sfx"}},
+        // That it is chosen shows in the middle of the save.
+        {kTR2, "game.sfx", {".sfx", ".swd", ".was", "-Sounds/TR2 Sound 17-0.wav"}}};
+    for (const auto& [game, input, endings] : rows)
+        for (const std::string ending : endings) {
             Conversion run;
-            run.Folder.Write("level.phd", WriteLevel(samples::MakeRichLevel(kTR1)).Bytes);
-            LoadLevel(run.Program, run.Folder.File("level.phd"));
+            const auto path = run.Folder.File(input);
+            run.Host.OpenAnswers = {run.Folder.Write("game.sfx", sounds)};
+            run.Folder.Write(LevelName(game), WriteLevel(samples::MakeRichLevel(game)).Bytes);
+            LoadLevel(run.Program, run.Folder.File(LevelName(game)));
             fs::create_directory(ToPath(run.Output("-Sounds")));
-            fs::create_hard_link(ToPath(run.Folder.File(input)), ToPath(run.Output(ending)));
-            const auto before = ReadFile(run.Folder.File(input));
+            fs::create_hard_link(ToPath(path), ToPath(run.Output(ending)));
+            const auto before = ReadFile(path);
             EXPECT_FALSE(run.Save());
             EXPECT_EQ(run.Host.Messages(),
-                      Strings{"MORLIK: Can't write " + run.Output(ending) + ": it is " +
-                              run.Folder.File(input) + ", which is read and would be replaced"});
-            EXPECT_EQ(ReadFile(run.Folder.File(input)), before) << ending;
-            EXPECT_EQ(fs::exists(ToPath(run.Output(".was"))), ending == kSetEndings[0]);
+                      Strings{"MORLIK: Can't write " + run.Output(ending) + ": it is " + path +
+                              ", which is read and would be replaced"});
+            EXPECT_EQ(ReadFile(path), before) << ending;
+            EXPECT_EQ(fs::exists(ToPath(run.Output(".was"))), ending == ".was");
         }
-    }
-}
-
-TEST(SaveLevel, DoesNotReplaceTheMainSfxOfAGame)
-{
-    const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
-    // That it is chosen shows in the middle of the save.
-    for (const char* ending : {".sfx", ".swd", ".was", "-Sounds/TR2 Sound 17-0.wav"}) {
-        Conversion run(samples::MakeRichLevel(kTR2));
-        run.Folder.Write("game.sfx", sounds);
-        fs::create_directory(ToPath(run.Output("-Sounds")));
-        fs::create_hard_link(ToPath(run.Folder.File("game.sfx")), ToPath(run.Output(ending)));
-        run.Host.OpenAnswers = {run.Folder.File("game.sfx")};
-        EXPECT_FALSE(run.Save());
-        EXPECT_EQ(ReadFile(run.Folder.File("game.sfx")), sounds);
-        EXPECT_EQ(run.Host.Messages().size(), 1U);
-    }
-    // Nor is one that has nothing to do with the level, in any case of letters.
+    // Nor is a main.sfx that has nothing to do with the level, in any case of letters.
     for (const char* name : {"main.sfx", "MAIN.Sfx"}) {
         Conversion run(samples::MakeRichLevel(kTR1));
         const auto set = run.Folder.File("main.was");

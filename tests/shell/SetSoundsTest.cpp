@@ -212,11 +212,10 @@ TEST(Sounds, OfMainSfxAreListedByTheirNumbers)
     const std::vector<std::byte> wave(6);
     MainSFXState mainSFX;
     mainSFX.MainSFXSamples = {{}, wave};
-    const auto entries = MainSFXSounds(mainSFX);
-    ASSERT_EQ(entries.size(), 2U);
-    EXPECT_EQ(entries[1].Name, "TR3 Sound 1");
-    EXPECT_EQ(entries[1].Text, "TR3 Sound 1 - 6 bytes");
-    EXPECT_EQ(entries[1].Sample, 1);
+    const SoundEntry entry = MainSFXSounds(mainSFX).at(1);
+    EXPECT_EQ(entry.Name + '|' + entry.Text, "TR3 Sound 1|TR3 Sound 1 - 6 bytes");
+    EXPECT_EQ(entry.Sample, 1);
+    EXPECT_EQ(MainSFXSoundFiles("a", mainSFX), (Strings{"a0.wav", "a1.wav"}));
 }
 
 TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
@@ -232,25 +231,23 @@ TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)
 TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)
 {
     for (const VersionCode game : {kTR4, kTR5}) {
-        Conversion run;
+        Conversion run(samples::MakeTinyLevel(game));
         run.Host.ExpSprTicked = true; // the box is for the older games
-        ASSERT_TRUE(run.Load(samples::MakeTinyLevel(game)));
-        for (const char* kind : {"sam", "sfx", "swd"})
-            run.Folder.Write(std::string("morlik.") + kind,
-                             std::vector<std::byte>(3, static_cast<std::byte>(kind[1])));
+        Strings missed;
+        for (const std::string kind : {"sam", "sfx", "swd"}) {
+            run.Folder.Write("morlik." + kind, kind + "!");
+            missed.push_back("MORLIK: Can't find morlik." + kind);
+        }
         EXPECT_TRUE(run.Save());
-        for (const char* kind : {"sam", "sfx", "swd"})
-            EXPECT_EQ(ReadFile(run.Output(std::string(".") + kind)),
-                      std::vector<std::byte>(3, static_cast<std::byte>(kind[1])));
         EXPECT_EQ(CountWaves(run), 0U);
-
-        for (const char* name : {"morlik.sam", "morlik.sfx", "morlik.swd"})
-            std::filesystem::remove(run.Folder.File(name));
+        for (const std::string kind : {"sam", "sfx", "swd"}) {
+            const auto file = run.Folder.File("morlik." + kind);
+            EXPECT_EQ(ReadFile(run.Output("." + kind)), ReadFile(file));
+            std::filesystem::remove(file);
+        }
         std::filesystem::remove(run.Output(".was"));
         EXPECT_FALSE(run.Save());
-        EXPECT_EQ(run.Host.Messages(),
-                  (Strings{"MORLIK: Can't find morlik.sam", "MORLIK: Can't find morlik.sfx",
-                           "MORLIK: Can't find morlik.swd"}));
+        EXPECT_EQ(run.Host.Messages(), missed);
         EXPECT_EQ(LinesOfFile(run.Output(".was")).size(), 1U);
     }
 }

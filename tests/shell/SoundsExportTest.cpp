@@ -6,6 +6,7 @@
 #include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -20,10 +21,11 @@ std::vector<SoundDetail> Details(std::size_t count)
     return std::vector<SoundDetail>(count, {.Sample = 0, .Raw = {}, .Characteristics = 0xff});
 }
 
-/// The number of files in a folder.
-std::ptrdiff_t CountFiles(const TempFolder& folder)
+/// The number of WAV files in the folder of a run.
+std::ptrdiff_t CountWaves(const Conversion& run)
 {
-    return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
+    return std::ranges::count_if(FilesBelow(run.Folder.Path()),
+                                 [](const auto& file) { return file.first.ends_with(".wav"); });
 }
 
 TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
@@ -44,9 +46,7 @@ TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
         {kMostSampleLines / perDetail, 1, 8, ""},
     };
     for (const Row& row : rows) {
-        const TempFolder folder;
-        ScriptedHost host;
-        Reporter report(host);
+        Conversion run;
         LevelData level;
         level.Version = kTR4;
         level.SoundMap.fill(-1);
@@ -57,25 +57,24 @@ TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
         for (Sample& sample : level.Samples)
             sample.Data = std::span(large).first(row.SampleBytes);
         ResetHeapPeak();
-        const bool complete = WriteLevelSounds(folder.File("a"), level, report);
+        const bool complete = WriteLevelSounds(run.Base(), level, run.Program.Report);
         EXPECT_LT(HeapPeak(), std::size_t{64} << 20U);
         EXPECT_EQ(complete, row.Detail.empty());
-        EXPECT_EQ(CountFiles(folder), complete ? std::ptrdiff_t{31} : 0);
+        EXPECT_EQ(CountWaves(run), complete ? 31 : 0);
         if (complete)
             continue;
-        EXPECT_EQ(host.Messages(), Strings{"MORLIK: The sounds are damaged - can't continue!"});
-        EXPECT_EQ(host.Details.at(0).substr(0, row.Detail.size()), row.Detail);
+        EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK: The sounds are damaged - can't continue!"});
+        EXPECT_TRUE(run.Host.Details.at(0).starts_with(row.Detail));
     }
-    const TempFolder folder;
-    ScriptedHost host;
-    Reporter report(host);
-    MainSFXState mainSFX;
-    mainSFX.MainSFXSamples.assign(257, large);
-    EXPECT_FALSE(WriteMainSFXSounds(folder.File("a"), mainSFX, report));
-    mainSFX.MainSFXSamples.assign(kMostSampleLines + 1, std::span(large).first(8));
-    EXPECT_FALSE(WriteMainSFXSounds(folder.File("a"), mainSFX, report));
-    EXPECT_EQ(host.Messages().size(), 2U);
-    EXPECT_EQ(CountFiles(folder), 0);
+    Conversion run;
+    for (const auto& [count, bytes] :
+         {std::pair{std::size_t{257}, large.size()}, {kMostSampleLines + 1, std::size_t{8}}}) {
+        MainSFXState mainSFX;
+        mainSFX.MainSFXSamples.assign(count, std::span(large).first(bytes));
+        EXPECT_FALSE(WriteMainSFXSounds(run.Base(), mainSFX, run.Program.Report));
+    }
+    EXPECT_EQ(run.Host.Messages().size(), 2U);
+    EXPECT_EQ(CountWaves(run), 0);
 }
 
 TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)
@@ -90,17 +89,14 @@ TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)
     }
     level.SoundDetails = {{.Sample = 0, .Raw = {}, .Characteristics = 0x10}};
     for (const int turns : {1, 3, 100}) {
-        const TempFolder folder;
         Conversion run;
         run.OpenLog();
-        ScriptedHost& host = run.Host;
+        run.Host.TurnsToStop = turns;
         Reporter& report = run.Program.Report;
-        host.TurnsToStop = turns;
-        EXPECT_EQ(WriteMainSFXSounds(folder.File("m"), mainSFX, report), turns == 100);
-        const auto all = static_cast<std::ptrdiff_t>(sounds.size());
-        EXPECT_EQ(CountFiles(folder), turns == 100 ? all : turns - 1);
-        host.Turns = 0;
-        EXPECT_EQ(WriteLevelSounds(folder.File("l"), level, report), turns == 100);
+        EXPECT_EQ(WriteMainSFXSounds(run.Folder.File("m"), mainSFX, report), turns == 100);
+        EXPECT_EQ(CountWaves(run), turns == 100 ? std::ssize(sounds) : turns - 1);
+        run.Host.Turns = 0;
+        EXPECT_EQ(WriteLevelSounds(run.Folder.File("l"), level, report), turns == 100);
         if (turns == 100)
             continue;
         EXPECT_EQ(run.LogLines().back(),

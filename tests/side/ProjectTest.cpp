@@ -137,15 +137,9 @@ TEST_F(ProjectTest, FileCutAnywhereFailsWithItsMessage)
 
 TEST_F(ProjectTest, DamagedCountsFailOrStandForNothing)
 {
-    struct Case
-    {
-        const char* Count;
-        std::int64_t Value;
-        bool IsGood;
-    };
     // The filler behind a room's list reads as garbage, so a list that is emptied must be one that
     // was empty before.
-    const std::vector<Case> cases{
+    const std::vector<std::tuple<const char*, std::int64_t, bool>> cases{
         {"Rooms", 0, false},
         {"Rooms", -1, false},
         {"Rooms", 0x7fffffff, false},
@@ -159,13 +153,13 @@ TEST_F(ProjectTest, DamagedCountsFailOrStandForNothing)
         {"Trail", 4, false},
     };
     const auto good = samples::WriteProject(samples::MakeProject());
-    for (const Case& c : cases) {
+    for (const auto& [count, value, isGood] : cases) {
         auto file = good;
-        file.SetCount(c.Count, c.Value);
+        file.SetCount(count, value);
         const PRJData project = Read(file.Bytes);
-        EXPECT_EQ(project.NumRooms, c.IsGood ? 3 : 0) << c.Count << " " << c.Value;
-        EXPECT_EQ(Host.Messages(), c.IsGood ? Strings{} : Strings{kReadError})
-            << c.Count << " " << c.Value;
+        EXPECT_EQ(project.NumRooms, isGood ? 3 : 0) << count << " " << value;
+        EXPECT_EQ(Host.Messages(), isGood ? Strings{} : Strings{kReadError})
+            << count << " " << value;
     }
     using Section = std::pair<const char*, const char*>; // of the sample, and as the log calls it
     for (const auto& [mark, section] :
