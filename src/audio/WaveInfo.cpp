@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <charconv>
 
 namespace morlik
 {
@@ -104,10 +104,12 @@ WaveInfo ReadWaveInfo(std::span<const std::byte> file)
 std::string Describe(const WaveInfo& info)
 {
     std::array<char, 32> seconds{};
-    std::snprintf(seconds.data(), seconds.size(), "%.2f s", info.Seconds());
+    const auto end =
+        std::to_chars(seconds.begin(), seconds.end(), info.Seconds(), std::chars_format::fixed, 2);
     return std::to_string(info.Rate) + " Hz, " + std::to_string(info.Bits) + " bits" +
            (info.Coding == WaveCoding::ADPCM ? " (ADPCM), " : ", ") +
-           (info.Channels == 1 ? "mono, " : "stereo, ") + seconds.data();
+           (info.Channels == 1 ? "mono, " : "stereo, ") + std::string(seconds.data(), end.ptr) +
+           " s";
 }
 
 } // namespace morlik

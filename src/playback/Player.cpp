@@ -15,8 +15,9 @@ namespace morlik
 namespace
 {
 
-/// More at a time are noise, and an animation that runs fast could gather them.
+/// More at a time are noise, and take memory: an animation that runs fast could gather them.
 constexpr std::size_t kMostVoices = 32;
+constexpr std::size_t kMostValues = std::size_t{1} << 25U;
 /// Of a second that the device asks for at once: the time from a stop to silence.
 constexpr int kPartOfSecond = 64;
 
@@ -136,8 +137,7 @@ private:
         const bool fits = wave.Rate == spec_.freq && wave.Channels == spec_.channels;
         Voice voice{fits ? wave.Values : Convert(wave, spec_), isSingle};
         const Lock lock(device_);
-        if (voices_.size() == kMostVoices)
-            voices_.erase(voices_.begin());
+        MakeRoom(voice.Values.size());
         voices_.push_back(std::move(voice));
         SDL_PauseAudioDevice(device_, 0);
         return true;
@@ -167,6 +167,17 @@ private:
         wanted.userdata = this;
         device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, &spec_, 0);
         return device_ != 0;
+    }
+
+    /// Ends the oldest voices where a further one is too much.
+    void MakeRoom(std::size_t values)
+    {
+        for (const Voice& voice : voices_)
+            values += voice.Values.size();
+        while (!voices_.empty() && (voices_.size() == kMostVoices || values > kMostValues)) {
+            values -= voices_.front().Values.size();
+            voices_.erase(voices_.begin());
+        }
     }
 
     bool IsPlaying() const

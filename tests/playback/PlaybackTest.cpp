@@ -1,6 +1,7 @@
 // Sounds decoded and played: what SDL's drivers for a file, for nothing and for no device get.
 
 #include "base/Files.h"
+#include "playback/AnimationPlayer.h"
 #include "playback/Decode.h"
 #include "playback/Player.h"
 #include "tests/support/Conversion.h"
@@ -79,6 +80,35 @@ TEST(Player, TheDeviceGetsTheSampleAsItIs)
     EXPECT_LT(player->Place().value(), 30);
     player->Stop();
     EXPECT_FALSE(player->Place());
+}
+
+TEST(AnimationPlayer, PlaysTheSoundsOfTheFramesThatPass)
+{
+    using Values = std::vector<std::int16_t>;
+    const auto wave = [](std::uint8_t value) {
+        return WaveFile{.Data = std::vector<std::uint8_t>(2000, value)}.Bytes();
+    };
+    const auto low = wave(1);
+    const auto middle = wave(2);
+    const auto water = wave(4);
+    const auto damaged = WaveFile{}.Bytes();
+    std::vector<SoundAt> sounds{{30, 1, SoundPlace::Everywhere, {low}},
+                                {34, 2, SoundPlace::OnLand, {middle}},
+                                {34, 3, SoundPlace::InWater, {water}},
+                                {34, 4, SoundPlace::OnLand, {damaged}}};
+    const DiskSound disk;
+    AnimationPlayer player;
+    player.Take(sounds);
+    EXPECT_TRUE(player.Pass(30, 33)); // the first is over, the others to come
+    EXPECT_TRUE(player.Pass(33, 34));
+    WaitUntil([&] { return disk.Holds(Values(1000, 0x0202)); });
+    EXPECT_TRUE(player.Pass(29, 34));
+    WaitUntil([&] { return disk.Holds(Values(1000, 0x0303)); });
+    sounds.erase(sounds.begin() + 1);
+    sounds.pop_back();
+    player.Take(sounds); // of an animation in the water
+    EXPECT_TRUE(player.Pass(29, 34));
+    WaitUntil([&] { return disk.Holds(Values(1000, 0x0505)); });
 }
 
 TEST(Player, TellsWhyThereIsNoSound)

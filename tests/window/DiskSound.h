@@ -22,9 +22,12 @@ public:
     DiskSound& operator=(const DiskSound&) = delete;
     ~DiskSound() { qputenv("SDL_AUDIODRIVER", "dummy"); }
 
-    /// What was played since the device was opened last, silence before and behind it too.
+    /// What was played since the device was opened last, silence before and behind it
+    /// too; nothing where none was opened.
     std::vector<std::int16_t> Values() const
     {
+        if (!std::filesystem::exists(folder_.Path() / "sound"))
+            return {};
         const auto bytes = ReadFile(folder_.File("sound"));
         std::vector<std::int16_t> values(bytes.size() / sizeof(std::int16_t));
         if (!values.empty())

@@ -1,4 +1,6 @@
+#include "playback/Decode.h"
 #include "shell/window/TexturesTab.h"
+#include "tests/window/DiskSound.h"
 #include "tests/window/WindowRun.h"
 
 #include <QClipboard>
@@ -69,6 +71,45 @@ int LivelyMoveable(const LevelData& level)
         }
     }
     return best;
+}
+
+/// Selects Lara's walk, which has steps.
+void SelectWalk(PaneRun& run)
+{
+    run.Select(0);
+    run.Find<QListWidget>("AnimList")->setCurrentRow(1);
+}
+
+TEST(WindowPictures, AnimationsPlayTheirSounds)
+{
+    const DiskSound disk;
+    PaneRun run;
+    auto level = samples::MakeRichLevel(kTR4);
+    for (auto& sample : level.Samples) // a step takes one of four
+        sample = level.Samples.front();
+    ASSERT_TRUE(run.Begin(run.Write(level, "a.tr4")));
+    SelectWalk(run);
+    run.Find<QPushButton>("AnimPlay")->click();
+    QTest::qWait(100);
+    EXPECT_TRUE(disk.Values().empty()); // no device was opened
+    run.Find<QCheckBox>("AnimSound")->click();
+    const auto step = Decode(level.Samples.front()).Values;
+    WaitUntil([&] { return disk.Holds(step); });
+}
+
+TEST(WindowPictures, AnimationsPlayWithoutADevice)
+{
+    qputenv("SDL_AUDIODRIVER", "none such");
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    SelectWalk(run);
+    run.Find<QCheckBox>("AnimSound")->click();
+    run.Find<QPushButton>("AnimPlay")->click();
+    qputenv("SDL_AUDIODRIVER", "dummy");
+    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip().toStdString(),
+              "No sound can be played: Audio target 'none such' not available");
+    EXPECT_FALSE(run.Find<QCheckBox>("AnimSound")->isChecked());
+    EXPECT_TRUE(run.Find<QPushButton>("AnimPlay")->isChecked());
 }
 
 TEST(WindowPictures, TurnsMovesAndZoomsByMouseAndKeys)

@@ -136,6 +136,16 @@ void Main_Frm::ShowSelected()
     const auto place = SelectedObject();
     if (!place || arePicturesStale_ || !shown_)
         return;
+    const auto soundsOf = [this, place = *place](std::size_t animation) -> std::vector<SoundAt> {
+        const LevelData& level = session_.Level;
+        const int first = place.IsStatic ? -1 : level.Moveables[place.Index].Animation;
+        if (first < 0)
+            return {};
+        return SoundsOfAnimation(level, session_.MainSFX,
+                                 static_cast<std::size_t>(first) + animation);
+    };
+    controls_.Pictures->Object->SetSounds(soundsOf,
+                                          [this](const QString& text) { TellFoot(text); });
     try {
         controls_.Pictures->Object->Show(shown_->Find(*place), place->IsStatic);
     } catch (const ReadFailure& damage) {

@@ -74,11 +74,15 @@ QLayout* ObjectTab::MakeAnimations()
     place_->setObjectName("AnimPlace");
     wireframe_ = new QCheckBox("&Wireframe");
     wireframe_->setObjectName("Wireframe");
+    withSound_ = new QCheckBox("With &sound");
+    withSound_->setObjectName("AnimSound");
+    withSound_->setToolTip("Play the sounds of the animation with it");
     auto* controls = new QVBoxLayout;
     controls->addLayout(MakeButtons());
     controls->addWidget(frame_);
     controls->addWidget(place_);
     controls->addWidget(wireframe_);
+    controls->addWidget(withSound_);
     controls->addStretch(1);
     auto* row = new QHBoxLayout;
     row->addWidget(animations_, 1);
@@ -111,6 +115,7 @@ void ObjectTab::Connect()
     connect(back_, &QPushButton::clicked, this, [this] { Step(-1); });
     connect(forward_, &QPushButton::clicked, this, [this] { Step(1); });
     connect(play_, &QPushButton::toggled, this, [this](bool isOn) { Play(isOn); });
+    connect(withSound_, &QCheckBox::toggled, this, [this] { sounds_.Stop(); });
     connect(wireframe_, &QCheckBox::toggled, view_,
             [this](bool isOn) { view_->SetWireframe(isOn); });
 }
@@ -177,6 +182,8 @@ void ObjectTab::ShowAnimation(int number)
     startedAt_ = 0;
     clock_.restart();
     ShowFrame(0);
+    if (timer_.isActive())
+        TakeSounds();
 }
 
 std::vector<Transform> ObjectTab::PlacesIn(int frame) const
@@ -214,18 +221,54 @@ void ObjectTab::Play(bool isOn)
     play_->setText(isOn ? "Pause" : "Play");
     if (!isOn || !object_) {
         timer_.stop();
+        sounds_.Stop();
         return;
     }
     startedAt_ = frame_->value();
     clock_.restart();
     timer_.start();
+    TakeSounds();
 }
 
 /// The frame by the clock, so that a slow machine leaves frames out and keeps the speed.
 void ObjectTab::Tick()
 {
     const qint64 passed = clock_.elapsed() * kFramesPerSecond / 1000;
+    const int before = frame_->value();
     frame_->setValue(static_cast<int>((startedAt_ + passed) % (frame_->maximum() + 1)));
+    const int now = frame_->value();
+    if (now >= before) {
+        PlaySounds(before, now);
+    } else { // it has gone around
+        PlaySounds(before, frame_->maximum());
+        PlaySounds(-1, now);
+    }
+}
+
+void ObjectTab::SetSounds(SoundsOf soundsOf, std::function<void(const QString&)> tell)
+{
+    soundsOf_ = std::move(soundsOf);
+    tell_ = std::move(tell);
+}
+
+/// Those of the frame on view come at once.
+void ObjectTab::TakeSounds()
+{
+    const int number = animations_->currentRow();
+    if (!object_ || !soundsOf_ || number < 0)
+        return;
+    const auto animation = static_cast<std::size_t>(number);
+    firstFrame_ = object_->Set.Animations[range_.First + animation].FrameStart;
+    sounds_.Take(soundsOf_(animation));
+    PlaySounds(frame_->value() - 1, frame_->value());
+}
+
+void ObjectTab::PlaySounds(int before, int now)
+{
+    if (!withSound_->isChecked() || sounds_.Pass(firstFrame_ + before, firstFrame_ + now))
+        return;
+    withSound_->setChecked(false);
+    tell_("No sound can be played: " + QString::fromStdString(sounds_.Error()));
 }
 
 void ObjectTab::TellFacts()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Animations.h"
+#include "playback/AnimationPlayer.h"
 #include "shell/ShownObjects.h"
 #include "shell/window/ObjectView.h"
 
@@ -11,6 +12,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QTimer>
+#include <functional>
 
 namespace morlik
 {
@@ -25,6 +27,10 @@ public:
     /// Shows an object; a damaged one by its damage. What it refers to must stay until the next
     /// call.
     void Show(const ShownObject& object, bool isStatic);
+    /// The sounds of an animation by its number among the object's own, and where it is told that
+    /// they can't be played. They are asked for when they are to be played.
+    using SoundsOf = std::function<std::vector<SoundAt>(std::size_t animation)>;
+    void SetSounds(SoundsOf soundsOf, std::function<void(const QString&)> tell);
     /// Shows why there is no object.
     void ShowText(const QString& text);
 
@@ -48,6 +54,9 @@ private:
     void Step(int frames);
     void Play(bool isOn);
     void Tick();
+    void TakeSounds();
+    /// Plays the sounds of the frames behind `before`, up to `now`, where they are wanted.
+    void PlaySounds(int before, int now);
     void TellFacts();
     QString SizeText() const;
 
@@ -59,12 +68,18 @@ private:
     QSlider* frame_;
     QLabel* place_; ///< number of the frame
     QCheckBox* wireframe_;
+    QCheckBox* withSound_;
     QLabel* facts_;
 
     std::optional<ShownObject> object_;
     bool isStatic_ = false;
     Model model_;
     AnimationRange range_;
+
+    SoundsOf soundsOf_;
+    std::function<void(const QString&)> tell_;
+    AnimationPlayer sounds_;
+    int firstFrame_ = 0; ///< its number in the animation whose sounds were taken
 
     QTimer timer_;
     QElapsedTimer clock_;
