@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -270,6 +271,22 @@ void MeasureWindow(int runs)
                 Median(cpu));
 }
 
+/// Time from a click on an object of a level to its picture in the window.
+void MeasureClicks(const std::vector<std::string>& levels, const fs::path& scratch)
+{
+    std::printf("\nclick on an object to its picture, ms of the clock   median  longest\n");
+    const auto told = scratch / "clicks";
+    for (const std::string& level : levels) {
+        RunProcess({morlik::ProgramFolder() / "morlik-window-start", level, told});
+        std::ifstream file(told);
+        double median = 0;
+        double longest = 0;
+        if (file >> median >> longest)
+            std::printf("%-51s %7.1f %8.1f\n", fs::path(level).filename().c_str(), median, longest);
+        fs::remove(told);
+    }
+}
+
 /// Where the programs write: in memory, unless TMPDIR says otherwise. Of a disk, the file system's
 /// state counts most: where files have just been deleted, to create some can take twenty times as
 /// long for minutes.
@@ -326,6 +343,7 @@ int main(int argc, char** argv)
         MeasureSizes(std::min(runs, 21), scratch);
         MeasureJobs(levels, std::min(runs, 11), scratch);
         MeasureWindow(std::min(runs, 21));
+        MeasureClicks(levels, scratch);
         fs::remove_all(scratch);
         return EXIT_SUCCESS;
     } catch (const std::exception& failure) {

@@ -1,4 +1,5 @@
 #include "playback/Decode.h"
+#include "samples/Project.h"
 #include "shell/window/TexturesTab.h"
 #include "tests/window/DiskSound.h"
 #include "tests/window/WindowRun.h"
@@ -289,6 +290,21 @@ TEST(WindowPictures, ComeBackAsTheyWereLeft)
     EXPECT_TRUE(run.Find<QAction>("Mnu_View_Large")->isChecked());
     run.Trigger("Mnu_View_Pictures");
     EXPECT_FALSE(run.Select(0).isNull());
+}
+
+TEST(WindowPictures, GetATabOfRoomsWithAProject)
+{
+    PaneRun run;
+    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    auto* rooms = run.Find<QListWidget>("RoomList");
+    EXPECT_EQ(run.Find<QTabWidget>("PictureTabs")->count(), 3);
+    WriteWholeFile(run.Folder.File("city.prj"),
+                   samples::WriteProject(samples::MakeProject()).Bytes);
+    run.Open(run.Folder.File("city.prj"));
+    run.ShowTab("Rooms");
+    EXPECT_TRUE(rooms->isVisible());
+    EXPECT_TRUE(
+        run.Window->rect().contains(rooms->mapTo(run.Window.get(), rooms->rect().center())));
 }
 
 } // namespace
