@@ -131,6 +131,22 @@ std::string PrintableLines(std::string_view text)
     return shown + Printable(text);
 }
 
+std::string FromLatin1(std::string_view text)
+{
+    std::string utf8;
+    for (const char character : text.substr(0, text.find('\0'))) {
+        const auto code = static_cast<unsigned char>(character);
+        if (code < 0x80) {
+            utf8 += character;
+        } else {
+            utf8 += static_cast<char>(0xc0U | (code >> 6U));
+            utf8 += static_cast<char>(0x80U | (code & 0x3fU));
+        }
+    }
+    utf8.erase(utf8.find_last_not_of(' ') + 1);
+    return utf8;
+}
+
 bool HasLineBreak(std::string_view text)
 {
     return text.find_first_of("\r\n") != std::string_view::npos;

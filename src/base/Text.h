@@ -39,6 +39,10 @@ std::string Printable(std::string_view text);
 /// them looks like a line of the program's own.
 std::string PrintableLines(std::string_view text);
 
+/// An 8-bit text of a level, set or project as UTF-8, its padding cut off: what a 0 begins, and
+/// blanks at its end.
+std::string FromLatin1(std::string_view text);
+
 /// Whether a text holds what ends a line in some list.
 bool HasLineBreak(std::string_view text);
 

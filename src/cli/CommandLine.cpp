@@ -24,6 +24,7 @@ constexpr const char* kExamples =
     "  morlik-cli sounds main.sfx waves\n"
     "  morlik-cli picture level.tr4 lara.png --object LARA\n"
     "  morlik-cli contact sets/level.was objects.png\n"
+    "  morlik-cli gltf level.tr4 -d models --objects 'LARA*'\n"
     "  morlik-cli check sets/level.was\n"
     "\n"
     "Results go to standard output, messages to standard error.\n"
@@ -198,6 +199,30 @@ void AddContact(CLI::App& app, int& status, const Streams& streams)
     contact.add_flag("--sprites", options->Sprites, "the sprites alone (Tomb Raider I to III)");
 }
 
+void AddGltf(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto command = std::make_shared<GltfCommand>();
+    CLI::App& gltf = AddCommand(app, "gltf", "write objects with their animations as glTF", status,
+                                [command, &streams] { return SaveGltfFiles(*command, streams); });
+    gltf.add_option("FILE", command->File, "LEVEL or SET.was")->required()->type_name("");
+    AddOption(gltf, "-d", command->Folder, "folder for the files, one for each object")
+        .type_name("FOLDER");
+    AddOption(gltf, "-o", command->Output, "all objects in one file, each as a scene")
+        .type_name("OUT.glb");
+    AddOption(gltf, "--objects", command->Objects, "take these objects alone, as in convert")
+        .type_name("LIST");
+    AddOption(gltf, "--without", command->Without, "leave these objects out").type_name("LIST");
+    GltfOptions& look = command->Look;
+    gltf.add_flag("--gltf", look.InParts, "write .gltf, .bin and .png in place of .glb");
+    gltf.add_flag("--skin", look.HasSkin, "moveables as one mesh on bones, not as a tree of parts");
+    gltf.add_flag("--lit", look.IsLit, "materials that take light");
+    gltf.add_flag("--smooth", look.IsSmooth, "blend the pixels of the textures");
+    gltf.add_flag("--double-sided", look.DoubleSided, "show faces from behind, too");
+    AddOption(gltf, "--scale", look.SectorMetres, "metres of a sector, 1,024 units; else 2")
+        .check(CLI::Range(0.001, 1000000.0))
+        ->type_name("METRES");
+}
+
 } // namespace
 
 int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
@@ -220,6 +245,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
               {"FILE", "LEVEL or main.sfx"}, {"FOLDER", "where they go"}, SaveSounds);
     AddPicture(app, status, streams);
     AddContact(app, status, streams);
+    AddGltf(app, status, streams);
     AddCheck(app, status, streams);
     for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
         if (argument.starts_with('[') && argument.ends_with(']'))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "gltf/SaveGltf.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
@@ -92,6 +94,19 @@ struct ContactOptions
 
 /// Draws the objects of a level or a set in rows, with their numbers and names, as a PNG file.
 int SaveContactSheet(const ContactOptions& options, const Streams& streams);
+
+struct GltfCommand
+{
+    std::string File;    ///< a level or the list of a set
+    std::string Output;  ///< OUT.glb or OUT.gltf, for all objects
+    std::string Folder;  ///< else where the files go, one for each object
+    std::string Objects; ///< list of the objects to take; empty: all
+    std::string Without; ///< list of those to leave out
+    GltfOptions Look;
+};
+
+/// Writes objects of a level or a set as glTF files.
+int SaveGltfFiles(GltfCommand command, const Streams& streams);
 
 /// Understands a command line, without the program's name, and does what it says.
 int RunCommandLine(std::vector<std::string> arguments, const Streams& streams);

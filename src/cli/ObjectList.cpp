@@ -111,11 +111,11 @@ public:
     }
 
     /// What to say where no object is meant.
-    std::string Fault(const std::vector<Candidate>& candidates) const
+    std::string Fault(const std::string& source, const std::vector<Candidate>& candidates) const
     {
         const bool byName = !first_ || !last_;
         const auto near = byName ? Near(candidates) : std::string();
-        return std::string("The level has no ") + (isStatic_ ? "static mesh" : "moveable") + " \"" +
+        return "The " + source + " has no " + (isStatic_ ? "static mesh" : "moveable") + " \"" +
                Printable(text_) + "\"" + (near.empty() ? "" : "; near: " + near);
     }
 
@@ -146,6 +146,41 @@ bool Mark(const Item& item, const std::vector<Candidate>& candidates, bool mark,
             found = true;
         }
     return found;
+}
+
+std::vector<Candidate> CandidatesOf(const std::vector<NamedObject>& objects)
+{
+    std::vector<Candidate> list;
+    for (const NamedObject& object : objects) {
+        Candidate candidate{object.ObjectID, {}};
+        for (const std::string& name : object.Names)
+            candidate.Names.push_back(ToUpper(name));
+        list.push_back(std::move(candidate));
+    }
+    return list;
+}
+
+/// The objects of a source that items mean.
+ObjectChoice Choose(const std::string& source, const std::vector<Candidate>& moveables,
+                    const std::vector<Candidate>& statics, const ObjectItems& objects,
+                    const ObjectItems& without)
+{
+    ObjectChoice choice{.Moveables = std::vector<bool>(moveables.size(), objects.empty()),
+                        .StaticMeshes = std::vector<bool>(statics.size(), objects.empty())};
+    const auto follow = [&](const ObjectItems& items, bool mark) {
+        for (const std::string& text : items) {
+            const Item item(text);
+            const auto& candidates = item.IsStatic() ? statics : moveables;
+            auto& marks = item.IsStatic() ? choice.StaticMeshes : choice.Moveables;
+            if (!Mark(item, candidates, mark, marks) && !item.IsAll() && (mark || item.IsSingle()))
+                throw ListFault(item.Fault(source, candidates));
+        }
+    };
+    follow(objects, true);
+    follow(without, false);
+    if (choice.Count() == 0)
+        throw ListFault("No object of the " + source + " is left");
+    return choice;
 }
 
 std::string TextOf(std::int32_t id, const std::string& name)
@@ -185,27 +220,14 @@ ObjectItems ReadItems(const std::string& list)
 ObjectChoice ChooseByItems(const LevelData& level, const ObjectNames& names,
                            const ObjectItems& objects, const ObjectItems& without)
 {
-    const auto moveables = MoveablesOf(level, names);
-    const auto statics = StaticsOf(level, names);
-    ObjectChoice choice = ChooseAll(level);
-    if (!objects.empty()) {
-        choice.Moveables.assign(moveables.size(), false);
-        choice.StaticMeshes.assign(statics.size(), false);
-    }
-    const auto follow = [&](const ObjectItems& items, bool mark) {
-        for (const std::string& text : items) {
-            const Item item(text);
-            const auto& candidates = item.IsStatic() ? statics : moveables;
-            auto& marks = item.IsStatic() ? choice.StaticMeshes : choice.Moveables;
-            if (!Mark(item, candidates, mark, marks) && !item.IsAll() && (mark || item.IsSingle()))
-                throw ListFault(item.Fault(candidates));
-        }
-    };
-    follow(objects, true);
-    follow(without, false);
-    if (choice.Count() == 0)
-        throw ListFault("No object of the level is left");
-    return choice;
+    return Choose("level", MoveablesOf(level, names), StaticsOf(level, names), objects, without);
+}
+
+ObjectChoice ChooseByItems(const OpenedSet& opened, const ObjectItems& objects,
+                           const ObjectItems& without)
+{
+    return Choose("file", CandidatesOf(opened.Moveables), CandidatesOf(opened.StaticMeshes),
+                  objects, without);
 }
 
 std::string MoveableText(const LevelData& level, const ObjectNames& names, std::size_t index)

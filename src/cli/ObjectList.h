@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/OpenSet.h"
 #include "convert/ChooseObjects.h"
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
@@ -31,6 +32,10 @@ ObjectItems ReadItems(const std::string& list);
 /// `ListFault`, which tells near names, but for "*"; so is a single number or name of `without`.
 ObjectChoice ChooseByItems(const LevelData& level, const ObjectNames& names,
                            const ObjectItems& objects, const ObjectItems& without);
+
+/// The same of a set that was opened, by the numbers and names that its objects have there.
+ObjectChoice ChooseByItems(const OpenedSet& opened, const ObjectItems& objects,
+                           const ObjectItems& without);
 
 /// Number and name of an object, for a message.
 std::string MoveableText(const LevelData& level, const ObjectNames& names, std::size_t index);

@@ -57,10 +57,14 @@ bool SavePNG(const std::string& fileName, const LevelData& level, Reporter& repo
     return true;
 }
 
+std::vector<std::byte> EncodePNG(const Picture& picture)
+{
+    return EncodePNG(picture.Width, picture.Height, PNG_FORMAT_RGBA, picture.Pixels.data(), 0);
+}
+
 void WritePNG(const std::string& fileName, const Picture& picture)
 {
-    WriteWholeFile(fileName, EncodePNG(picture.Width, picture.Height, PNG_FORMAT_RGBA,
-                                       picture.Pixels.data(), 0));
+    WriteWholeFile(fileName, EncodePNG(picture));
 }
 
 #else
@@ -81,6 +85,11 @@ bool SavePNG(const std::string& /*fileName*/, const LevelData& /*level*/, Report
 {
     report.Message(kNoPNG);
     return false;
+}
+
+std::vector<std::byte> EncodePNG(const Picture& /*picture*/)
+{
+    return {};
 }
 
 void WritePNG(const std::string& fileName, const Picture& /*picture*/)
