@@ -38,26 +38,36 @@ Json ObjectFacts(const ObjectSet& set, const GltfObject& object)
             {"animations", object.IsStatic ? 0 : morlik::AnimationsOf(set, object.Place).Count}};
 }
 
-/// Frames of the first moveable, spread over its animations and their numbers.
+/// Where the meshes of the first moveable stand in a frame.
+Json PlacesAt(const ObjectSet& set, std::size_t animation, std::size_t frame)
+{
+    Json places = Json::array();
+    for (const auto& transform : morlik::TransformsAt(set, 0, morlik::SkeletonOf(set, 0),
+                                                      {.Animation = animation, .Number = frame})) {
+        const morlik::Point& place = transform.Shift;
+        places.push_back({-place.X / 512, -place.Y / 512, place.Z / 512});
+    }
+    return places;
+}
+
+/// Frames that the set holds, spread over the animations, and others between two of them.
 Json PoseFacts(const ObjectSet& set, std::size_t count)
 {
     Json poses = Json::array();
-    const auto joints = morlik::SkeletonOf(set, 0);
     const auto range = morlik::AnimationsOf(set, 0);
     for (std::size_t i = 0; i < count && range.Count > 0; ++i) {
         const std::size_t number = i * range.Count / count;
         const auto animation = morlik::AnimationOf(set, range, number);
-        const auto numbers = static_cast<std::size_t>(
-            animation.NumFrames == 0 ? 1
-                                     : animation.Record.FrameEnd - animation.Record.FrameStart + 1);
-        const std::size_t frame = (i * 7 + 1) % numbers;
-        Json places = Json::array();
-        for (const auto& transform :
-             morlik::TransformsAt(set, 0, joints, {.Animation = number, .Number = frame})) {
-            const morlik::Point& place = transform.Shift;
-            places.push_back({-place.X / 512, -place.Y / 512, place.Z / 512});
-        }
-        poses.push_back({{"animation", number}, {"frame", frame}, {"places", std::move(places)}});
+        const auto last =
+            static_cast<std::size_t>(animation.Record.FrameEnd - animation.Record.FrameStart);
+        const std::size_t rate = animation.Record.FrameRate;
+        const std::size_t stored = animation.NumFrames == 0 ? 0 : i * 7 % (last / rate + 1) * rate;
+        for (const std::size_t frame : {stored, stored + rate / 2})
+            if (frame == stored || frame < last)
+                poses.push_back({{"animation", number},
+                                 {"frame", frame},
+                                 {"stored", frame == stored},
+                                 {"places", PlacesAt(set, number, frame)}});
     }
     return poses;
 }

@@ -66,11 +66,32 @@ void Primitives::Add(const MeshGeometry& mesh, const Point& shift,
         for (std::size_t i = 0; i < face.NumCorners; ++i)
             corners[i] = VertexOf(part, source, face.Corners[i].Vertex,
                                   context_.Textures.MiddleOf(context_.Set, face, face.Corners[i]));
-        // A rectangle is cut from its first corner to its third one, as the games do.
+        // A rectangle is cut from its first corner to its third one, as the games do; turned, for
+        // here the corners go counter-clockwise.
         for (std::size_t third = 2; third < face.NumCorners; ++third)
-            part.Indices.insert(part.Indices.end(),
-                                {corners[0], corners[third], corners[third - 1]});
+            AddTriangle(part, {corners[0], corners[third], corners[third - 1]});
     }
+}
+
+void Primitives::AddTriangle(Part& part, std::array<std::uint32_t, 3> corners)
+{
+    std::array<std::uint32_t, 3> sorted = corners;
+    std::sort(sorted.begin(), sorted.end());
+    if (!part.Triangles.insert(sorted).second)
+        for (std::uint32_t& corner : corners) {
+            const std::size_t vertex = corner;
+            corner = narrow<std::uint32_t>(part.Positions.size());
+            const auto repeat = [vertex](auto& values) {
+                if (!values.empty())
+                    values.push_back(values[vertex]);
+            };
+            repeat(part.Positions);
+            repeat(part.Normals);
+            repeat(part.Corners);
+            repeat(part.Lights);
+            repeat(part.Joints);
+        }
+    part.Indices.insert(part.Indices.end(), corners.begin(), corners.end());
 }
 
 std::uint32_t Primitives::VertexOf(Part& part, const Source& source, std::uint16_t vertex,

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,8 @@ struct MeshContext
 };
 
 /// A glTF mesh while it is made: a primitive for each material of its faces. Corners of faces share
-/// a vertex where they have the same one of the mesh and show the same pixel.
+/// a vertex where they have the same one of the mesh and show the same pixel; but not all corners
+/// with another triangle, such as the other side of a leaf, which some programs would drop then.
 class Primitives
 {
 public:
@@ -57,6 +59,7 @@ private:
         std::vector<std::array<std::uint16_t, 4>> Lights;
         std::vector<std::array<std::uint16_t, 4>> Joints;
         std::vector<std::uint32_t> Indices;
+        std::set<std::array<std::uint32_t, 3>> Triangles; ///< their vertices in rising order
         /// Vertices of the mesh at hand that are there, by their number and the pixel they show.
         std::map<std::pair<std::uint16_t, std::array<float, 2>>, std::uint32_t> Shared;
     };
@@ -68,6 +71,7 @@ private:
     };
     std::uint32_t VertexOf(Part& part, const Source& source, std::uint16_t vertex,
                            const std::array<float, 2>& corner);
+    static void AddTriangle(Part& part, std::array<std::uint32_t, 3> corners);
     tinygltf::Primitive Write(const Kind& kind, const Part& part);
 
     const MeshContext& context_;
