@@ -3,6 +3,9 @@
 #include "base/Text.h"
 #include "cli/OpenSet.h"
 #include "cli/QuietHost.h"
+#include "gltf/Atlas.h"
+#include "gltf/MakeGltf.h"
+#include "picture/PNG.h"
 #include "picture/Render.h"
 
 #include <algorithm>
@@ -49,7 +52,77 @@ void DrawAll(const ObjectSet& set)
         Draw(SceneOfStaticMesh(set, i), small, textures);
 }
 
+/// Objects of a level on their way to files of their own.
+class GltfExport
+{
+public:
+    explicit GltfExport(const cli::OpenedSet& opened) : set_(opened.Set)
+    {
+        for (const cli::NamedObject& object : opened.Moveables)
+            objects_.push_back({.Place = object.Place, .Name = object.Names[0]});
+        for (const cli::NamedObject& object : opened.StaticMeshes)
+            objects_.push_back({.IsStatic = true, .Place = object.Place, .Name = object.Names[0]});
+    }
+
+    std::size_t Count() const { return objects_.size(); }
+
+    /// Gives the bytes of all files.
+    std::size_t MakeAll()
+    {
+        TexturePixels textures(set_.Tiles);
+        Allowance allowance;
+        std::size_t bytes = 0;
+        for (const GltfObject& object : objects_) {
+            const DecodedObject decoded = Decode(set_, object, allowance);
+            bytes += MakeGltf(set_, {&decoded, 1}, "", {}, textures).Main.size();
+        }
+        return bytes;
+    }
+    std::vector<Picture> Images()
+    {
+        TexturePixels textures(set_.Tiles);
+        Allowance allowance;
+        std::vector<Picture> images;
+        for (const GltfObject& object : objects_) {
+            Atlas atlas;
+            for (const MeshGeometry& mesh : Decode(set_, object, allowance).Model.Meshes)
+                for (const GeometryFace& face : mesh.Faces)
+                    atlas.Need(set_, face);
+            atlas.Lay(textures);
+            if (!atlas.IsEmpty())
+                images.push_back(atlas.Image());
+        }
+        return images;
+    }
+
+private:
+    const ObjectSet& set_;
+    std::vector<GltfObject> objects_;
+};
+
 } // namespace
+
+void MeasureGltf(const std::vector<std::string>& levels, int runs)
+{
+    std::printf("\nms of the clock for glTF files of all objects, in memory; the goal is 1500\n\n"
+                "%-14s %8s %8s %8s %8s\n",
+                "level", "objects", "KiB", "ms", "PNG %");
+    for (const std::string& level : levels) {
+        cli::QuietHost host;
+        Session session(host);
+        const cli::OpenedSet opened = cli::OpenSet(session, level);
+        GltfExport work(opened);
+        const auto images = work.Images();
+        const double all = TimeOf(runs, [&] { work.MakeAll(); });
+        const double png = TimeOf(runs, [&] {
+            for (const Picture& image : images)
+                EncodePNG(image);
+        });
+        std::printf("%-14s %8zu %8zu %8.1f %8.0f\n", FileTitle(level).c_str(), work.Count(),
+                    work.MakeAll() / 1024, all, 100 * png / all);
+        static_cast<void>(std::fflush(stdout));
+    }
+}
 
 void MeasurePictures(const std::vector<std::string>& levels, int runs)
 {

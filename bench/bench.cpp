@@ -3,9 +3,9 @@
 // morlik-cli (see floor.cpp). The three take turns, so that all see the same machine; what counts
 // are the ratios of the medians of their CPU time. The memory is the most that either of the
 // conversion and this program had at a time, so that small figures are this program's own.
-// Then pictures of objects, what the size of a level costs, what a second processor brings, and the
-// start of the window. usage: morlik-bench [RUNS [LEVEL...]]; without levels, the samples and those
-// of MORLIK_LEVELS.
+// Then pictures and glTF files of objects, what the size of a level costs, what a second processor
+// brings, and the start of the window. usage: morlik-bench [RUNS [LEVEL...]]; without levels, the
+// samples and those of MORLIK_LEVELS.
 
 #include "base/OutputFile.h"
 #include "base/Text.h"
@@ -340,6 +340,7 @@ int main(int argc, char** argv)
         for (const std::string& level : levels)
             Measure(level, runs, scratch);
         morlik::bench::MeasurePictures(levels, std::min(runs, 21));
+        morlik::bench::MeasureGltf(levels, std::min(runs, 7));
         MeasureSizes(std::min(runs, 21), scratch);
         MeasureJobs(levels, std::min(runs, 11), scratch);
         MeasureWindow(std::min(runs, 21));
