@@ -40,7 +40,6 @@ def corners():
 
 def add_camera(yaw, pitch):
     points = list(corners())
-    middle = sum(points, Vector()) / len(points)
     least = [min(p[i] for p in points) for i in range(3)]
     greatest = [max(p[i] for p in points) for i in range(3)]
     middle = (Vector(least) + Vector(greatest)) / 2
