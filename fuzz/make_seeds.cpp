@@ -60,7 +60,8 @@ void WriteLevels(const Seeds& seeds)
         const std::string name = "game" + DigitsOf(game);
         auto fractional = samples::MakeSmallestLevel(game);
         samples::MakeFractional(fractional);
-        for (const char* fuzzer : {"level", "set", "sheet", "choice", "picture", "gltf", "info"}) {
+        for (const char* fuzzer :
+             {"level", "set", "sheet", "choice", "picture", "animate", "gltf", "info"}) {
             const auto put = [&](const std::string& kind, const samples::LevelContent& level) {
                 const auto input = fuzz::InputOf(level);
                 seeds.Write(fuzzer, name + kind, std::as_bytes(std::span(input)));

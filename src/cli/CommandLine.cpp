@@ -23,6 +23,7 @@ constexpr const char* kExamples =
     "  morlik-cli sheet level.trc sheet.png\n"
     "  morlik-cli sounds main.sfx waves\n"
     "  morlik-cli picture level.tr4 lara.png --object LARA\n"
+    "  morlik-cli animate level.tr4 run.webp --object LARA --animation 0\n"
     "  morlik-cli contact sets/level.was objects.png\n"
     "  morlik-cli gltf level.tr4 -d models --objects 'LARA*'\n"
     "  morlik-cli check sets/level.was\n"
@@ -46,7 +47,8 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* description, i
 /// An option that takes one value. The parser's own words for one that is given twice are of no
 /// use, and an empty value, mostly a variable of a script that isn't set, would pass for none.
 template <class Value>
-CLI::Option& AddOption(CLI::App& command, const char* name, Value& value, const char* description)
+CLI::Option& AddOption(CLI::App& command, const char* name, Value& value,
+                       const std::string& description)
 {
     CLI::Option& option = *command.add_option(name, value, description);
     option.check([times = std::make_shared<int>(0)](const std::string& text) -> std::string {
@@ -146,38 +148,55 @@ void AddCheck(CLI::App& app, int& status, const Streams& streams)
         ->type_name("N");
 }
 
+/// What `picture` and `animate` have in common.
+void AddLook(CLI::App& command, PictureOptions& options)
+{
+    command.add_option("FILE", options.File, "LEVEL or SET.was")->required()->type_name("");
+    AddOption(command, "--object", options.Object, "the object, by its id or name")
+        .required()
+        ->type_name("NAME|ID");
+    AddOption(command, "--animation", options.Animation, "number of its animation, from 0")
+        .type_name("N");
+    AddOption(command, "--yaw", options.Yaw,
+              "degrees to go around it from its front to its right; else 30")
+        .check(CLI::Range(-360.0, 360.0))
+        ->type_name("DEGREES");
+    AddOption(command, "--pitch", options.Pitch, "degrees to look down on it; else 15")
+        .check(CLI::Range(-90.0, 90.0))
+        ->type_name("DEGREES");
+    AddOption(command, "--zoom", options.Zoom, "times as large; 1 fills the picture")
+        .check(CLI::Range(0.01, 100.0))
+        ->type_name("TIMES");
+    AddOption(command, "--size", options.Size, "pixels of the picture; else " + options.Size)
+        .type_name("WxH");
+    AddOption(command, "--background", options.Background,
+              "colour such as 20a0ff, or none, which it is without this option")
+        .type_name("RRGGBB");
+    command.add_flag("--smooth", options.IsSmooth, "blend the pixels of the textures");
+    command.add_flag("--wireframe", options.Wireframe, "the edges of the faces alone");
+}
+
 void AddPicture(CLI::App& app, int& status, const Streams& streams)
 {
     const auto options = std::make_shared<PictureOptions>();
     CLI::App& picture = AddCommand(app, "picture", "draw an object as a PNG file", status,
                                    [options, &streams] { return SavePicture(*options, streams); });
-    picture.add_option("FILE", options->File, "LEVEL or SET.was")->required()->type_name("");
+    AddLook(picture, *options);
     picture.add_option("OUT", options->Output, "OUT.png")->required()->type_name("");
-    AddOption(picture, "--object", options->Object, "the object, by its id or name")
-        .required()
-        ->type_name("NAME|ID");
     picture.add_flag("--static", options->IsStatic, "it is a static mesh, not a moveable");
-    AddOption(picture, "--animation", options->Animation, "number of its animation, from 0")
-        .type_name("N");
     AddOption(picture, "--frame", options->Frame, "number of the frame, from 0, 30 to a second")
         .type_name("F");
-    AddOption(picture, "--yaw", options->Yaw,
-              "degrees to go around it from its front to its right; else 30")
-        .check(CLI::Range(-360.0, 360.0))
-        ->type_name("DEGREES");
-    AddOption(picture, "--pitch", options->Pitch, "degrees to look down on it; else 15")
-        .check(CLI::Range(-90.0, 90.0))
-        ->type_name("DEGREES");
-    AddOption(picture, "--zoom", options->Zoom, "times as large; 1 fills the picture")
-        .check(CLI::Range(0.01, 100.0))
-        ->type_name("TIMES");
-    AddOption(picture, "--size", options->Size, "pixels of the picture; else 800x600")
-        .type_name("WxH");
-    AddOption(picture, "--background", options->Background,
-              "colour such as 20a0ff, or none, which it is without this option")
-        .type_name("RRGGBB");
-    picture.add_flag("--smooth", options->IsSmooth, "blend the pixels of the textures");
-    picture.add_flag("--wireframe", options->Wireframe, "the edges of the faces alone");
+}
+
+void AddAnimate(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto options = std::make_shared<PictureOptions>();
+    options->Size = "400x300";
+    CLI::App& animate =
+        AddCommand(app, "animate", "draw an animation as an animated PNG or WebP file", status,
+                   [options, &streams] { return SaveAnimation(*options, streams); });
+    AddLook(animate, *options);
+    animate.add_option("OUT", options->Output, "OUT.png or OUT.webp")->required()->type_name("");
 }
 
 void AddContact(CLI::App& app, int& status, const Streams& streams)
@@ -244,6 +263,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     AddExport(app, status, streams, {"sounds", "write the sounds as WAV files"},
               {"FILE", "LEVEL or main.sfx"}, {"FOLDER", "where they go"}, SaveSounds);
     AddPicture(app, status, streams);
+    AddAnimate(app, status, streams);
     AddContact(app, status, streams);
     AddGltf(app, status, streams);
     AddCheck(app, status, streams);

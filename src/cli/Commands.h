@@ -63,7 +63,7 @@ int Check(const std::string& set, int game, const Streams& streams);
 struct PictureOptions
 {
     std::string File;   ///< a level or the list of a set
-    std::string Output; ///< OUT.png
+    std::string Output; ///< OUT.png, or OUT.webp for an animation
     std::string Object; ///< id or name
     bool IsStatic = false;
     std::size_t Animation = 0; ///< among the object's own
@@ -79,6 +79,10 @@ struct PictureOptions
 
 /// Draws an object of a level or a set as a PNG file.
 int SavePicture(const PictureOptions& options, const Streams& streams);
+
+/// Draws all frames of an animation of a moveable as an animated PNG or WebP file, by the ending of
+/// the output.
+int SaveAnimation(const PictureOptions& options, const Streams& streams);
 
 struct ContactOptions
 {

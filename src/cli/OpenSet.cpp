@@ -5,6 +5,7 @@
 #include "base/Text.h"
 #include "cli/NearNames.h"
 #include "convert/ConvertLevel.h"
+#include "picture/MovingFile.h"
 #include "picture/PNG.h"
 #include "set/ReadSet.h"
 #include "shell/ObjectID_Mod.h"
@@ -73,13 +74,16 @@ OpenedSet WithNames(ObjectSet set, const ObjectNames& names)
 
 } // namespace
 
-int CheckPictureFiles(const std::string& file, const std::string& output, const Streams& streams)
+int CheckPictureFiles(const std::string& file, const std::string& output, const Streams& streams,
+                      bool moves)
 {
+    const bool isWebP = moves && EndsWithNoCase(output, ".webp");
     try {
-        if (!EndsWithNoCase(output, ".png"))
-            streams.Errors << "The picture must end in .png\n";
-        else if (!HasPNG())
-            streams.Errors << "This build of the program can't write PNG files\n";
+        if (!isWebP && !EndsWithNoCase(output, ".png"))
+            streams.Errors << "The picture must end in .png" << (moves ? " or .webp" : "") << '\n';
+        else if (isWebP ? !HasWebP() : !HasPNG())
+            streams.Errors << "This build of the program can't write " << (isWebP ? "WebP" : "PNG")
+                           << " files\n";
         else {
             const bool isSet = EndsWithNoCase(file, ".was");
             GuardInputs(isSet ? FilesOfSet(file) : std::vector{file}, {{output}});

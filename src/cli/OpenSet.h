@@ -13,9 +13,10 @@ namespace morlik::cli
 {
 
 /// What keeps a picture of `file` from being written as `output`, as the exit status, after a
-/// complaint: an ending other than .png, a build that can't write such files, or an output that
-/// would replace what is read.
-int CheckPictureFiles(const std::string& file, const std::string& output, const Streams& streams);
+/// complaint: an ending other than .png, or .webp for one that moves, a build that can't write such
+/// files, or an output that would replace what is read.
+int CheckPictureFiles(const std::string& file, const std::string& output, const Streams& streams,
+                      bool moves = false);
 
 /// An object as the commands tell it: by its place in the table of the set, its id and its names,
 /// of which the first is shown and any may be empty.

@@ -2,69 +2,15 @@
 
 #include "cli/Commands.h"
 #include "cli/OpenSet.h"
+#include "cli/PictureLook.h"
 #include "cli/QuietHost.h"
 #include "picture/PNG.h"
-#include "picture/Render.h"
-
-#include <algorithm>
-#include <charconv>
-#include <optional>
-#include <string_view>
 
 namespace morlik::cli
 {
 
 namespace
 {
-
-/// A whole number from 1 to the most pixels of a side; 0 for another text.
-std::int32_t SideOf(std::string_view text)
-{
-    std::int32_t side = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, side);
-    const bool isGood = error == std::errc() && stop == end && side <= kMostPictureSide;
-    return isGood ? std::max(side, 0) : 0;
-}
-
-/// Takes "800x600".
-bool TakeSize(const std::string& text, RenderOptions& options)
-{
-    const std::size_t cross = text.find('x');
-    if (cross == std::string::npos)
-        return false;
-    options.Width = SideOf(std::string_view(text).substr(0, cross));
-    options.Height = SideOf(std::string_view(text).substr(cross + 1));
-    return options.Width > 0 && options.Height > 0;
-}
-
-/// Takes "none" or six hexadecimal digits: red, green, blue.
-bool TakeBackground(const std::string& text, RenderOptions& options)
-{
-    if (text == "none")
-        return true;
-    std::uint32_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value, 16);
-    options.Background = Opaque(value >> 16U, (value >> 8U) & 0xffU, value & 0xffU);
-    return text.size() == 6 && error == std::errc() && stop == end;
-}
-
-/// What is asked for; nothing after a complaint.
-std::optional<RenderOptions> RenderOptionsOf(const PictureOptions& options, const Streams& streams)
-{
-    RenderOptions made{.Filter = options.IsSmooth ? Filter::Linear : Filter::Nearest,
-                       .Wireframe = options.Wireframe};
-    if (!TakeSize(options.Size, made)) {
-        streams.Errors << "The size must be WIDTHxHEIGHT, each 1 to " << kMostPictureSide << '\n';
-        return {};
-    }
-    if (!TakeBackground(options.Background, made)) {
-        streams.Errors << "The background must be none or six digits such as 20a0ff\n";
-        return {};
-    }
-    return made;
-}
 
 Scene SceneOf(const ObjectSet& set, std::size_t object, const PictureOptions& options)
 {
@@ -76,7 +22,7 @@ Scene SceneOf(const ObjectSet& set, std::size_t object, const PictureOptions& op
 Picture Draw(const ObjectSet& set, const Scene& scene, const PictureOptions& options,
              const RenderOptions& look)
 {
-    Camera camera{.Target = {}, .Yaw = options.Yaw, .Pitch = options.Pitch, .Zoom = options.Zoom};
+    Camera camera = CameraOf(options);
     FrameTo(camera, scene.Vertices, static_cast<double>(look.Width) / look.Height);
     TexturePixels textures(set.Tiles);
     return Render(scene, camera, look, textures);
@@ -86,7 +32,7 @@ Picture Draw(const ObjectSet& set, const Scene& scene, const PictureOptions& opt
 
 int SavePicture(const PictureOptions& options, const Streams& streams)
 {
-    const auto look = RenderOptionsOf(options, streams);
+    const auto look = LookOf(options, streams);
     if (!look)
         return kWrongUse;
     if (const int status = CheckPictureFiles(options.File, options.Output, streams);

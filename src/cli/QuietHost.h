@@ -45,6 +45,8 @@ public:
             good = work();
         } catch (const ProgramEnd&) {
             // its message is there
+        } catch (const Interrupted&) {
+            // which the command tells at its end
         } catch (const std::exception& failure) {
             ShowMessage(ReasonOf(failure), kErrorTitle);
         }

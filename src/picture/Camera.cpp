@@ -11,6 +11,9 @@ namespace morlik
 namespace
 {
 
+constexpr double kRim = 1.04;
+constexpr double kFar = std::numeric_limits<double>::max();
+
 /// The camera's axes in the world, as the rows of a turn. A figure looks along Z, so that the
 /// camera in front of it looks against Z, with X to its left.
 Transform TurnOf(const Camera& camera)
@@ -48,34 +51,52 @@ Transform ViewOf(const Camera& camera)
     return view;
 }
 
+Framing::Framing(const Camera& camera, double aspect)
+    : turn_(TurnOf(camera)),
+      slopeX_(kRim / kViewSlope / aspect),
+      slopeY_(kRim / kViewSlope),
+      seen_{{kFar, kFar, kFar}, {-kFar, -kFar, -kFar}},
+      left_(-kFar),
+      right_(-kFar),
+      above_(-kFar),
+      below_(-kFar)
+{
+}
+
+void Framing::Add(const std::vector<SceneVertex>& vertices)
+{
+    for (const SceneVertex& vertex : vertices) {
+        const Point point = turn_.Apply(vertex.Position);
+        for (double Point::*const axis : {&Point::X, &Point::Y, &Point::Z}) {
+            seen_.Least.*axis = std::min(seen_.Least.*axis, point.*axis);
+            seen_.Greatest.*axis = std::max(seen_.Greatest.*axis, point.*axis);
+        }
+        left_ = std::max(left_, -point.X * slopeX_ - point.Z);
+        right_ = std::max(right_, point.X * slopeX_ - point.Z);
+        above_ = std::max(above_, -point.Y * slopeY_ - point.Z);
+        below_ = std::max(below_, point.Y * slopeY_ - point.Z);
+    }
+}
+
+void Framing::FrameIn(Camera& camera) const
+{
+    if (seen_.Least.X > seen_.Greatest.X)
+        return;
+    const Point middle{.X = (seen_.Least.X + seen_.Greatest.X) / 2,
+                       .Y = (seen_.Least.Y + seen_.Greatest.Y) / 2,
+                       .Z = (seen_.Least.Z + seen_.Greatest.Z) / 2};
+    camera.Target = Inverse(turn_).Apply(middle);
+    const double aside = std::max({left_ + middle.X * slopeX_, right_ - middle.X * slopeX_,
+                                   above_ + middle.Y * slopeY_, below_ - middle.Y * slopeY_});
+    // Not too near to what is deep, such as a bridge seen along its length.
+    camera.Distance = std::max(seen_.Greatest.Z - seen_.Least.Z + 1, aside + middle.Z);
+}
+
 void FrameTo(Camera& camera, const std::vector<SceneVertex>& vertices, double aspect)
 {
-    constexpr double kRim = 1.04;
-    if (vertices.empty())
-        return;
-    const Transform turn = TurnOf(camera);
-    constexpr double kFar = std::numeric_limits<double>::max();
-    Bounds seen{{kFar, kFar, kFar}, {-kFar, -kFar, -kFar}};
-    for (const SceneVertex& vertex : vertices) {
-        const Point point = turn.Apply(vertex.Position);
-        for (double Point::*const axis : {&Point::X, &Point::Y, &Point::Z}) {
-            seen.Least.*axis = std::min(seen.Least.*axis, point.*axis);
-            seen.Greatest.*axis = std::max(seen.Greatest.*axis, point.*axis);
-        }
-    }
-    const Point middle{.X = (seen.Least.X + seen.Greatest.X) / 2,
-                       .Y = (seen.Least.Y + seen.Greatest.Y) / 2,
-                       .Z = (seen.Least.Z + seen.Greatest.Z) / 2};
-    camera.Target = Inverse(turn).Apply(middle);
-    // Not too near to what is deep, such as a bridge seen along its length.
-    double distance = seen.Greatest.Z - seen.Least.Z + 1;
-    for (const SceneVertex& vertex : vertices) {
-        const Point point = turn.Apply(vertex.Position);
-        const double half =
-            std::max(std::abs(point.X - middle.X) / aspect, std::abs(point.Y - middle.Y));
-        distance = std::max(distance, half * kRim / kViewSlope - (point.Z - middle.Z));
-    }
-    camera.Distance = distance;
+    Framing framing(camera, aspect);
+    framing.Add(vertices);
+    framing.FrameIn(camera);
 }
 
 } // namespace morlik

@@ -38,8 +38,29 @@ inline Camera ObliqueCamera()
 /// From the world to what the camera sees: X to the right, Y down, Z away from it.
 Transform ViewOf(const Camera& camera);
 
-/// Sets target and distance so that a picture of that width for its height holds all vertices, with
-/// a narrow rim. Without vertices the camera stays.
+/// What a camera has to hold: the vertices of a scene, or of several, such as all frames of an
+/// animation, which it then holds without a move.
+class Framing
+{
+public:
+    /// For a camera that looks that way, and pictures of that width for their height.
+    Framing(const Camera& camera, double aspect);
+
+    void Add(const std::vector<SceneVertex>& vertices);
+
+    /// Sets target and distance so that a picture holds all vertices, with a narrow rim. Without
+    /// vertices the camera stays.
+    void FrameIn(Camera& camera) const;
+
+private:
+    Transform turn_;
+    double slopeX_, slopeY_; ///< distance that a unit beside the middle takes
+    Bounds seen_;
+    // The greatest distances that a vertex takes were the middle at 0: of those on each side.
+    double left_, right_, above_, below_;
+};
+
+/// Frames the vertices of one scene.
 void FrameTo(Camera& camera, const std::vector<SceneVertex>& vertices, double aspect);
 
 } // namespace morlik

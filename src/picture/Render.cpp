@@ -223,6 +223,8 @@ public:
     }
 
     const std::vector<Triangle>& List() const { return list_; }
+    /// About the samples that have to be looked at.
+    std::int64_t Work() const { return work_; }
 
 private:
     /// The first sample whose middle is at a place of the grid or behind it.
@@ -343,10 +345,12 @@ Triangles SetUp(const Scene& scene, const Camera& camera, const RenderOptions& o
 } // namespace
 
 Picture Render(const Scene& scene, const Camera& camera, const RenderOptions& options,
-               TexturePixels& textures)
+               TexturePixels& textures, std::int64_t* workLeft)
 {
     NeedTiles(scene, textures);
     const Triangles triangles = SetUp(scene, camera, options, textures);
+    if (workLeft != nullptr && (*workLeft -= triangles.Work()) < 0)
+        FailDamaged("too many faces on top of each other for so many frames");
     Picture picture{.Width = options.Width, .Height = options.Height, .Pixels = {}};
     picture.Pixels.resize(picture.At(0, options.Height), options.Background);
     Band band(options.Width, options.Background);

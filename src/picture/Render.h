@@ -32,8 +32,9 @@ struct RenderOptions
 /// or the four basic operations, which the build does not let the compiler fuse.
 ///
 /// `ReadFailure` where the textures lie on too many tiles, or the faces, hidden or not, cover the
-/// picture so many times over that no object of a level can be meant.
+/// picture so many times over that no object of a level can be meant. Of many pictures, `workLeft`
+/// is what all of them may cost, in samples that are looked at; each takes its share.
 Picture Render(const Scene& scene, const Camera& camera, const RenderOptions& options,
-               TexturePixels& textures);
+               TexturePixels& textures, std::int64_t* workLeft = nullptr);
 
 } // namespace morlik

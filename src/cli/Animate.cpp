@@ -1,0 +1,42 @@
+// morlik-cli animate: an animation of an object of a level or a set as a file that moves.
+
+#include "base/Text.h"
+#include "cli/Commands.h"
+#include "cli/OpenSet.h"
+#include "cli/PictureLook.h"
+#include "cli/QuietHost.h"
+#include "picture/Animation.h"
+#include "picture/MovingFile.h"
+
+namespace morlik::cli
+{
+
+int SaveAnimation(const PictureOptions& options, const Streams& streams)
+{
+    const auto look = LookOf(options, streams);
+    if (!look)
+        return kWrongUse;
+    if (const int status = CheckPictureFiles(options.File, options.Output, streams, true);
+        status != kGood)
+        return status;
+    return RunQuietly(streams, [&](Session& session) {
+        const OpenedSet opened = OpenSet(session, options.File);
+        const auto object = FindObject(opened.Moveables, options.Object, session.Report);
+        if (!object)
+            return false;
+        const AnimatedScene animated(opened.Set, *object, options.Animation);
+        const auto file = EndsWithNoCase(options.Output, ".webp")
+                              ? NewAnimatedWebP(options.Output, animated.NumFrames())
+                              : NewAnimatedPNG(options.Output, animated.NumFrames());
+        TexturePixels textures(opened.Set.Tiles);
+        DrawAnimation(animated, CameraOf(options), *look, textures, [&](const Picture& picture) {
+            if (session.Report.TheHost().StopRequested())
+                throw Interrupted();
+            file->Add(picture);
+        });
+        file->TakePlace();
+        return true;
+    });
+}
+
+} // namespace morlik::cli
