@@ -98,11 +98,11 @@ std::vector<double> PhaseTimes(const std::string& level, const std::string& set,
     for (int run = 0; run < runs; ++run) {
         std::ostringstream told;
         morlik::cli::ConvertOptions options;
-        options.Levels = {level};
+        options.Files = {level};
         options.Output = set;
         options.Json = options.Timings = true;
         morlik::cli::Convert(options, {told, told});
-        const auto phases = nlohmann::json::parse(told.str()).at(0).at("milliseconds");
+        const auto phases = nlohmann::json::parse(told.str()).at("files").at(0).at("milliseconds");
         for (std::size_t i = 0; i < kPhases.size(); ++i)
             times[i].push_back(phases.at(kPhases[i]));
     }

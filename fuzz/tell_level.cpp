@@ -10,7 +10,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::ostringstream out;
     std::ostringstream errors;
     const morlik::cli::Streams streams{out, errors};
-    morlik::cli::Info(level, size % 2 == 0, streams);
+    morlik::cli::ManyOptions options;
+    options.Files = {level};
+    options.Json = size % 2 == 0;
+    morlik::cli::Info(options, streams);
     morlik::cli::SaveSounds(level, run.File("waves"), streams);
     return 0;
 }

@@ -1,5 +1,6 @@
 // morlik-cli animate: an animation of an object of a level or a set as a file that moves.
 
+#include "base/Folders.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/OpenSet.h"
@@ -25,6 +26,7 @@ int SaveAnimation(const PictureOptions& options, const Streams& streams)
         if (!object)
             return false;
         const AnimatedScene animated(opened.Set, *object, options.Animation);
+        MakeFolder(ToPath(options.Output).parent_path());
         const auto file = EndsWithNoCase(options.Output, ".webp")
                               ? NewAnimatedWebP(options.Output, animated.NumFrames())
                               : NewAnimatedPNG(options.Output, animated.NumFrames());

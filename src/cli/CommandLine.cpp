@@ -17,7 +17,7 @@ namespace
 constexpr const char* kExamples =
     "Examples:\n"
     "  morlik-cli convert level.phd -o sets/level.was\n"
-    "  morlik-cli convert levels/*.tr2 -d sets --main-sfx auto --jobs 4\n"
+    "  morlik-cli convert -r levels -d sets --main-sfx auto --skip-existing\n"
     "  morlik-cli convert level.tr4 -o lara.was --objects 'LARA*,0-9,static:10-30'\n"
     "  morlik-cli info level.tr4 --json\n"
     "  morlik-cli sheet level.trc sheet.png\n"
@@ -26,7 +26,8 @@ constexpr const char* kExamples =
     "  morlik-cli animate level.tr4 run.webp --object LARA --animation 0\n"
     "  morlik-cli contact sets/level.was objects.png\n"
     "  morlik-cli gltf level.tr4 -d models --objects 'LARA*'\n"
-    "  morlik-cli check sets/level.was\n"
+    "  morlik-cli check -r sets\n"
+    "  morlik-cli find -r 'DOG*' levels\n"
     "\n"
     "Results go to standard output, messages to standard error.\n"
     "Exit status: 0 all good, 1 something failed, 2 wrong use.";
@@ -59,12 +60,28 @@ CLI::Option& AddOption(CLI::App& command, const char* name, Value& value,
     return option;
 }
 
+/// What commands for many files have in common.
+void AddMany(CLI::App& command, ManyOptions& options)
+{
+    command.add_flag("-r,--recursive", options.Recursive, "take the files below folders");
+    AddOption(command, "-j,--jobs", options.Jobs, "files at a time; else one a processor")
+        .check(CLI::Range(1, 256))
+        ->type_name("N");
+    CLI::Option* const json =
+        command.add_flag("--json", options.Json, "tell the results as JSON, at the end");
+    command.add_flag("--json-lines", options.JsonLines, "as JSON, a line for each file")
+        ->excludes(json);
+}
+
 void AddConvert(CLI::App& app, int& status, const Streams& streams)
 {
     const auto options = std::make_shared<ConvertOptions>();
     CLI::App& convert = AddCommand(app, "convert", "convert levels to object sets", status,
                                    [options, &streams] { return Convert(*options, streams); });
-    convert.add_option("LEVEL", options->Levels, "level files")->required()->type_name("");
+    options->Kind = "levels";
+    convert.add_option("LEVEL", options->Files, "level files, with -r also folders of them")
+        ->required()
+        ->type_name("");
     AddOption(convert, "-o", options->Output, "name of the set, for a single level")
         .type_name("OUT.was");
     AddOption(convert, "-d", options->Folder, "folder for the sets, each named after its level")
@@ -85,34 +102,24 @@ void AddConvert(CLI::App& app, int& status, const Streams& streams)
                      "make the clouds visible behind a Tomb Raider II or III horizon");
     convert.add_flag("--export-sprites", options->ExportSprites,
                      "take the sprites of Tomb Raider I to III levels along");
-    AddOption(convert, "--jobs", options->Jobs, "levels at a time; else one a processor")
-        .check(CLI::Range(1, 256))
-        ->type_name("N");
+    AddMany(convert, *options);
+    convert.add_flag("-q,--quiet", options->IsQuiet, "tell nothing of what is good");
+    convert.add_flag("--skip-existing", options->SkipExisting,
+                     "leave out levels whose set is there");
     AddOption(convert, "--log", options->Log, "write a log of the run, for a single level")
         .type_name("FILE");
     convert.add_flag("--timings", options->Timings, "tell where the time went");
-    convert.add_flag("--json", options->Json, "tell the results as JSON");
 }
-
-/// What the other commands are called with.
-struct FileOptions
-{
-    std::string File;
-    std::string Target;
-    bool Json = false;
-    int Game = 0;
-};
 
 void AddInfo(CLI::App& app, int& status, const Streams& streams)
 {
-    const auto options = std::make_shared<FileOptions>();
-    CLI::App& info =
-        AddCommand(app, "info", "tell what is in a level, main.sfx or project", status,
-                   [options, &streams] { return Info(options->File, options->Json, streams); });
-    info.add_option("FILE", options->File, "LEVEL, main.sfx or PROJECT.prj")
+    const auto options = std::make_shared<ManyOptions>();
+    CLI::App& info = AddCommand(app, "info", "tell what is in levels, main.sfx and projects",
+                                status, [options, &streams] { return Info(*options, streams); });
+    info.add_option("FILE", options->Files, "LEVEL, main.sfx or PROJECT.prj, with -r also folders")
         ->required()
         ->type_name("");
-    info.add_flag("--json", options->Json, "as JSON");
+    AddMany(info, *options);
 }
 
 /// A word of a command line and what it stands for.
@@ -127,6 +134,11 @@ void AddExport(CLI::App& app, int& status, const Streams& streams, const Operand
                const Operand& file, const Operand& target,
                int (*run)(const std::string&, const std::string&, const Streams&))
 {
+    struct FileOptions
+    {
+        std::string File;
+        std::string Target;
+    };
     const auto options = std::make_shared<FileOptions>();
     CLI::App& command =
         AddCommand(app, name.Name, name.Description, status, [options, run, &streams] {
@@ -138,14 +150,41 @@ void AddExport(CLI::App& app, int& status, const Streams& streams, const Operand
 
 void AddCheck(CLI::App& app, int& status, const Streams& streams)
 {
-    const auto options = std::make_shared<FileOptions>();
+    struct CheckOptions : ManyOptions
+    {
+        int Game = 0;
+    };
+    const auto options = std::make_shared<CheckOptions>();
+    options->Kind = "sets";
     CLI::App& check =
-        AddCommand(app, "check", "read an object set back and verify it", status,
-                   [options, &streams] { return Check(options->File, options->Game, streams); });
-    check.add_option("SET", options->File, "SET.was")->required()->type_name("");
-    AddOption(check, "--game", options->Game, "game of the set, 1 to 5, if its list names none")
+        AddCommand(app, "check", "read object sets back and verify them", status,
+                   [options, &streams] { return Check(*options, options->Game, streams); });
+    check.add_option("SET", options->Files, "SET.was, with -r also folders")
+        ->required()
+        ->type_name("");
+    AddOption(check, "--game", options->Game, "game of the sets, 1 to 5, if their lists name none")
         .check(CLI::Range(1, 5))
         ->type_name("N");
+    AddMany(check, *options);
+    check.add_flag("-q,--quiet", options->IsQuiet, "tell nothing of what is good");
+}
+
+void AddFind(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto options = std::make_shared<FindOptions>();
+    options->ListName = "hits";
+    CLI::App& find = AddCommand(app, "find", "tell which levels and sets have an object", status,
+                                [options, &streams] { return Find(*options, streams); });
+    find.add_option("WORDS", options->Files,
+                    "PATTERN... PATHS...: objects as for --objects, then levels, sets and, with "
+                    "-r, folders")
+        ->type_name("");
+    AddOption(find, "--sound", options->Sound, "look for a sound, by its slot").type_name("SLOT");
+    AddOption(find, "--same-as", options->SameAs,
+              "look for the meshes of an object of a level or set, whatever their name or game")
+        .type_name("LEVEL:NAME");
+    AddMany(find, *options);
+    find.add_flag("-q,--quiet", options->IsQuiet, "print nothing: the status tells");
 }
 
 /// What `picture` and `animate` have in common.
@@ -267,6 +306,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     AddContact(app, status, streams);
     AddGltf(app, status, streams);
     AddCheck(app, status, streams);
+    AddFind(app, status, streams);
     for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
         if (argument.starts_with('[') && argument.ends_with(']'))
             argument.insert(0, "./");

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <ostream>
 #include <span>
 #include <string>
@@ -23,12 +24,26 @@ struct Streams
 {
     std::ostream& Out;
     std::ostream& Errors;
-    bool IsTerminal = false; ///< `Errors` is a terminal, which can show a moving bar
+    bool IsTerminal = false;  ///< `Errors` is a terminal, which can show a moving bar
+    std::size_t Columns = 80; ///< of that terminal
 };
 
-struct ConvertOptions
+/// What commands that take many files have in common.
+struct ManyOptions
 {
-    std::vector<std::string> Levels;
+    std::vector<std::string> Files;
+    bool Recursive = false; ///< take the files below those that are folders
+    bool Json = false;
+    bool JsonLines = false; ///< as JSON, each file in its line as soon as it is done
+    bool IsQuiet = false;   ///< nothing about what is good
+    unsigned int Jobs = 0;  ///< files at a time; 0 for one a processor
+    const char* Kind = "files";
+    const char* ListName = "files"; ///< of the list in JSON
+};
+
+/// The levels are its files.
+struct ConvertOptions : ManyOptions
+{
     std::string Output;  ///< name of the set of a single level
     std::string Folder;  ///< else where the sets go, each named after its level
     std::string MainSFX; ///< "auto": look for it around each level; empty: none
@@ -39,16 +54,15 @@ struct ConvertOptions
     bool Fit = false; ///< leave out objects until the textures are few enough for the editor
     bool UpdateHorizon = false;
     bool ExportSprites = false;
-    bool Json = false;
     bool Timings = false;
-    unsigned int Jobs = 0; ///< levels at a time; 0 for one a processor
+    bool SkipExisting = false; ///< leave out levels whose set is there
 };
 
 /// Converts levels to object sets, each in a session of its own.
 int Convert(const ConvertOptions& options, const Streams& streams);
 
-/// Tells what is in a level, a `main.sfx` or a project, as text or as JSON.
-int Info(const std::string& file, bool json, const Streams& streams);
+/// Tells what is in levels, `main.sfx` files and projects, as text or as JSON.
+int Info(const ManyOptions& options, const Streams& streams);
 
 /// Writes the texture sheet of a level as TGA or PNG, by the ending of `output`.
 int SaveSheet(const std::string& level, const std::string& output, const Streams& streams);
@@ -56,9 +70,19 @@ int SaveSheet(const std::string& level, const std::string& output, const Streams
 /// Writes all sounds of a level or a `main.sfx` into a folder.
 int SaveSounds(const std::string& file, const std::string& folder, const Streams& streams);
 
-/// Reads an object set back and tells what is wrong with it. `game` is 1 to 5, or 0 to take it from
+/// Reads object sets back and tells what is wrong with them. `game` is 1 to 5, or 0 to take it from
 /// the list.
-int Check(const std::string& set, int game, const Streams& streams);
+int Check(const ManyOptions& options, int game, const Streams& streams);
+
+/// Its words are patterns of objects, then levels, sets and folders.
+struct FindOptions : ManyOptions
+{
+    std::optional<std::int32_t> Sound; ///< slot of the sound map
+    std::string SameAs;                ///< LEVEL:OBJECT, whose meshes are looked for
+};
+
+/// Tells which levels and sets have objects. Gives `kFailed` where there are none.
+int Find(const FindOptions& options, const Streams& streams);
 
 struct PictureOptions
 {

@@ -1,5 +1,7 @@
 // morlik-cli contact: all objects of a level or a set in one picture.
 
+#include "base/Folders.h"
+#include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/OpenSet.h"
 #include "cli/QuietHost.h"
@@ -70,6 +72,7 @@ public:
                             " pixels; take smaller pictures or another number of columns");
             return false;
         }
+        MakeFolder(ToPath(output).parent_path());
         WritePNG(output, *sheet);
         return isWhole_;
     }

@@ -1,27 +1,23 @@
 // morlik-cli convert: one level or a folder full of them.
 
+#include "base/Files.h"
 #include "base/Folders.h"
 #include "base/Text.h"
-#include "cli/Commands.h"
-#include "cli/Json.h"
 #include "cli/MainSFX.h"
+#include "cli/ManyFiles.h"
 #include "cli/ObjectList.h"
 #include "cli/Plan.h"
-#include "cli/ProgressBar.h"
-#include "cli/QuietHost.h"
 #include "convert/ObjectNeeds.h"
 #include "convert/UsedTextures.h"
-#include "platform/Platform.h"
 #include "shell/MORLIK_Main.h"
 #include "shell/ObjectID_Mod.h"
 #include "shell/Session.h"
 
-#include <algorithm>
 #include <array>
-#include <atomic>
+#include <filesystem>
 #include <iomanip>
+#include <sstream>
 #include <system_error>
-#include <thread>
 #include <utility>
 
 namespace morlik::cli
@@ -32,9 +28,9 @@ namespace
 
 using Strings = std::vector<std::string>;
 
-struct Outcome
+/// What came of a level before it is told.
+struct Result
 {
-    bool IsDone = false;
     bool Complete = false;
     bool IsWrongUse = false;     ///< the level has no such objects
     VersionCode Game = kNoLevel; ///< as long as the level could not be read
@@ -74,21 +70,6 @@ void ChooseWanted(const ConvertOptions& options, Session& session, Strings& mess
     session.Objects = std::move(choice);
 }
 
-/// What helps where a level has more textures than the editor takes; else empty.
-std::string HintOnTextures(const Session& session)
-{
-    try {
-        const auto count = CountTextures(NeedsOf(session.Level),
-                                         session.Objects.value_or(ChooseAll(session.Level)));
-        return count <= kMostTextures
-                   ? ""
-                   : Grouped(count) + " textures used, the editor takes " + Grouped(kMostTextures) +
-                         ": leave out objects with --without, or with --fit";
-    } catch (const ReadFailure&) {
-        return ""; // the damage has been told
-    }
-}
-
 bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session, Strings& notes)
 {
     Reporter& report = session.Report;
@@ -108,171 +89,119 @@ bool ConvertOne(const Job& job, const ConvertOptions& options, Session& session,
 }
 
 /// The work on one level.
-Outcome TryWork(const Job& job, const ConvertOptions& options, std::function<void(float)> onProg)
+Result Work(const Job& job, const ConvertOptions& options, const OnProg& onProg)
 {
     QuietHost host({.MainSFX = job.MainSFX,
                     .UpdateHorizon = options.UpdateHorizon,
                     .ExportSprites = options.ExportSprites});
-    host.OnProg = std::move(onProg);
+    host.OnProg = onProg;
     Session session(host);
-    Outcome outcome;
+    Result result;
     Strings notes;
-    outcome.Complete = host.Try([&] {
+    result.Complete = host.Try([&] {
         try {
             return ConvertOne(job, options, session, notes);
         } catch (const ListFault& fault) {
-            outcome.IsWrongUse = true;
+            result.IsWrongUse = true;
             host.Messages.emplace_back(fault.what());
             return false;
         }
     });
     host.Messages.insert(host.Messages.end(), notes.begin(), notes.end());
-    if (const auto hint = outcome.Complete ? std::string() : HintOnTextures(session); !hint.empty())
-        host.Messages.push_back(hint);
-    outcome.Complete &= host.Try([&] {
+    result.Complete &= host.Try([&] {
         session.Report.Log.Close();
         return true;
     });
-    if (!outcome.Complete && host.StopRequested())
+    if (!result.Complete && host.StopRequested())
         host.Messages.emplace_back("Stopped by the user");
     const auto note = NoteOnSounds(session, job.MainSFX, job.MainSFX != options.MainSFX);
-    if (outcome.Complete && !note.empty())
+    if (result.Complete && !note.empty())
         host.Messages.push_back(note);
     session.Report.Times.Change(Phase::Convert);
-    outcome.Times = session.Report.Times;
-    outcome.Game = session.Level.Version;
-    outcome.Messages = std::move(host.Messages);
-    outcome.IsDone = true;
-    return outcome;
+    result.Times = session.Report.Times;
+    result.Game = session.Level.Version;
+    result.Messages = std::move(host.Messages);
+    return result;
 }
 
-/// The whole work on one level. Whatever comes of it, it comes as a result.
-Outcome Work(const Job& job, const ConvertOptions& options, std::function<void(float)> onProg)
+std::string TextOfTimes(const PhaseTimes& times)
 {
-    try {
-        return TryWork(job, options, std::move(onProg));
-    } catch (const std::exception& failure) { // around the work that `QuietHost` looks after
-        Outcome outcome;
-        outcome.IsDone = true;
-        outcome.Messages.emplace_back(std::string(kErrorTitle) + ": " + ReasonOf(failure));
-        return outcome;
-    }
-}
-
-void PrintTimes(const PhaseTimes& times, std::ostream& out)
-{
+    std::ostringstream out;
     out << std::fixed << std::setprecision(3);
     for (const PhaseName& phase : kPhases)
         out << "  " << phase.Name << ' ' << times.Milliseconds(phase.Which) << " ms";
     out << '\n';
+    return out.str();
 }
 
-void Print(const Job& job, const Outcome& outcome, bool timings, const Streams& streams)
+/// What is said of a level.
+FileOutcome OutcomeOf(const Job& job, const Result& result, const ConvertOptions& options)
 {
+    FileOutcome outcome;
+    const bool isGood = result.Complete;
+    outcome.Status = isGood ? kGood : result.IsWrongUse ? kWrongUse : kFailed;
     const auto level = Printable(job.Level);
-    if (outcome.Complete)
-        streams.Out << level << ": saved as " << Printable(job.Set) << std::endl;
-    else
-        streams.Errors << level << ": not converted, or not wholly\n";
-    if (outcome.Complete && !outcome.Messages.empty())
-        streams.Errors << level << ":\n";
-    for (const std::string& message : outcome.Messages)
-        streams.Errors << "  " << PrintableLines(message) << '\n';
-    streams.Errors << std::flush;
-    if (timings)
-        PrintTimes(outcome.Times, streams.Out);
-}
-
-Json ToJson(const Job& job, const Outcome& outcome, bool timings)
-{
-    Json json{{"level", job.Level},
-              {"set", job.Set},
-              {"game", NumberOf(outcome.Game)},
-              {"complete", outcome.Complete},
-              {"messages", outcome.Messages}};
-    if (timings)
+    if (isGood && !options.IsQuiet)
+        outcome.Text = level + ": saved as " + Printable(job.Set) + '\n';
+    if (!isGood)
+        outcome.Told = level + ": not converted, or not wholly\n";
+    else if (!result.Messages.empty())
+        outcome.Told = level + ":\n";
+    for (const std::string& message : result.Messages)
+        outcome.Told += "  " + PrintableLines(message) + '\n';
+    if (options.Timings)
+        outcome.Text += TextOfTimes(result.Times);
+    outcome.Members = {{"event", isGood ? "converted" : "not_converted"},
+                       {"file", job.Level},
+                       {"set", job.Set},
+                       {"game", NumberOf(result.Game)},
+                       {"complete", isGood},
+                       {"messages", result.Messages}};
+    if (options.Timings)
         for (const PhaseName& phase : kPhases)
-            json["milliseconds"][phase.Name] = outcome.Times.Milliseconds(phase.Which);
-    return json;
+            outcome.Members["milliseconds"][phase.Name] = result.Times.Milliseconds(phase.Which);
+    return outcome;
 }
 
-/// Carries out the jobs, several at a time, and prints each as its turn comes, in the order of the
-/// command line.
-std::vector<Outcome> WorkOnAll(const std::vector<Job>& jobs, const ConvertOptions& options,
-                               const Streams& streams)
+FileOutcome Skipped(const Job& job, const ConvertOptions& options)
 {
-    std::vector<Outcome> outcomes(jobs.size());
-    std::atomic<std::size_t> next = 0;
-    std::size_t printed = 0;
-    ProgressBar bar(streams, jobs.size());
-    const auto work = [&] {
-        for (std::size_t i = next++; i < jobs.size() && !InterruptScope::IsRequested();
-             i = next++) {
-            auto outcome =
-                Work(jobs[i], options, [&bar, i](float percent) { bar.Set(i, percent); });
-            bar.Set(i, 100);
-            bar.Around([&] {
-                outcomes[i] = std::move(outcome);
-                for (; printed < jobs.size() && outcomes[printed].IsDone; ++printed)
-                    if (!options.Json)
-                        Print(jobs[printed], outcomes[printed], options.Timings, streams);
-            });
-        }
-    };
-    // What is thrown around the works, such as for want of memory, waits for the other threads.
-    std::exception_ptr failure;
-    const auto guarded = [&] {
-        try {
-            work();
-        } catch (const std::exception&) {
-            bar.Around([&] { failure = std::current_exception(); });
-        }
-    };
-    auto wanted = options.Jobs;
-    if (wanted == 0 && jobs.size() > 1) // to ask costs a single level too much
-        wanted = std::max(1U, std::thread::hardware_concurrency());
-    std::vector<std::thread> threads;
-    try {
-        while (threads.size() + 1 < std::min<std::size_t>(wanted, jobs.size()))
-            threads.emplace_back(guarded);
-    } catch (const std::system_error&) {
-        // The system gives no more of them; those that there are do it too.
-    }
-    guarded();
-    for (std::thread& thread : threads)
-        thread.join();
-    if (failure)
-        std::rethrow_exception(failure);
-    return outcomes;
+    FileOutcome outcome;
+    if (!options.IsQuiet)
+        outcome.Text = Printable(job.Level) + ": skipped, there is " + Printable(job.Set) + '\n';
+    outcome.Members = {{"event", "skipped"}, {"file", job.Level}, {"set", job.Set}};
+    return outcome;
+}
+
+bool Exists(const std::string& file)
+{
+    std::error_code none;
+    return std::filesystem::exists(ToPath(file), none);
 }
 
 } // namespace
 
 int Convert(const ConvertOptions& options, const Streams& streams)
 {
-    const auto jobs = Plan(options);
-    if (const auto fault = FaultOf(options, jobs); !fault.empty()) {
+    std::vector<Job> jobs;
+    std::string fault;
+    try {
+        jobs = Plan(options);
+        fault = FaultOf(options, jobs);
+    } catch (const FileFailure& failure) {
+        fault = failure.what();
+    }
+    if (!fault.empty()) {
         streams.Errors << Printable(fault) << '\n';
         return kWrongUse;
     }
-    const auto outcomes = WorkOnAll(jobs, options, streams);
-    const auto numDone = std::ranges::count(outcomes, true, &Outcome::IsDone);
-    if (std::cmp_less(numDone, jobs.size()))
-        streams.Errors << "Stopped by the user: " << numDone << " of " << jobs.size()
-                       << " levels were begun\n";
-    if (options.Json) {
-        auto list = Json::array();
-        for (std::size_t i = 0; i < jobs.size(); ++i)
-            list.push_back(ToJson(jobs[i], outcomes[i], options.Timings));
-        PrintJson(list, streams.Out);
-    }
-    const bool good = std::all_of(outcomes.begin(), outcomes.end(),
-                                  [](const Outcome& outcome) { return outcome.Complete; });
-    if (outcomes.size() == 1 && outcomes[0].IsWrongUse)
-        return kWrongUse;
-    if (!good && InterruptScope::IsRequested())
-        return kStopped;
-    return good ? kGood : kFailed;
+    Strings levels;
+    for (const Job& job : jobs)
+        levels.push_back(job.Level);
+    return WorkOnFiles(levels, options, streams, [&](std::size_t i, const OnProg& onProg) {
+        if (options.SkipExisting && Exists(jobs[i].Set))
+            return Skipped(jobs[i], options);
+        return OutcomeOf(jobs[i], Work(jobs[i], options, onProg), options);
+    });
 }
 
 } // namespace morlik::cli

@@ -1,5 +1,6 @@
 // morlik-cli sheet and sounds: parts of a level for other programs.
 
+#include "audio/WaveInfo.h"
 #include "base/FileIdentity.h"
 #include "base/Files.h"
 #include "base/Folders.h"
@@ -13,6 +14,20 @@
 
 namespace morlik::cli
 {
+
+namespace
+{
+
+std::string TextOfSound(std::span<const std::byte> wave)
+{
+    try {
+        return Describe(ReadWaveInfo(wave));
+    } catch (const ReadFailure&) {
+        return "unknown, " + std::to_string(wave.size()) + " bytes";
+    }
+}
+
+} // namespace
 
 int SaveSheet(const std::string& level, const std::string& output, const Streams& streams)
 {
@@ -33,6 +48,7 @@ int SaveSheet(const std::string& level, const std::string& output, const Streams
     }
     return RunQuietly(streams, [&](Session& session) {
         LoadLevel(session, level);
+        MakeFolder(ToPath(output).parent_path());
         return png ? SavePNG(output, session.Level, session.Report)
                    : SaveTGA(output, session.Level, session.Report);
     });
@@ -54,11 +70,16 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
                 return false;
             }
         }
-        GuardInputs({{file}}, IsMainSFX(file) ? MainSFXSoundFiles(base, session.MainSFX)
-                                              : LevelSoundFiles(base, session.Level));
+        const WaveFiles files = IsMainSFX(file) ? MainSFXSoundFiles(base, session.MainSFX)
+                                                : LevelSoundFiles(base, session.Level);
+        GuardInputs({{file}}, PathsOf(files));
         MakeFolder(ToPath(folder));
-        return IsMainSFX(file) ? WriteMainSFXSounds(base, session.MainSFX, session.Report)
-                               : WriteLevelSounds(base, session.Level, session.Report);
+        if (!(IsMainSFX(file) ? WriteMainSFXSounds(base, session.MainSFX, session.Report)
+                              : WriteLevelSounds(base, session.Level, session.Report)))
+            return false;
+        for (const WaveFile& wave : files)
+            streams.Out << Printable(wave.Path) << ": " << TextOfSound(wave.Bytes) << '\n';
+        return true;
     });
 }
 

@@ -18,11 +18,9 @@ std::size_t FindControl(const std::string& text, std::size_t from)
     return std::string::npos;
 }
 
-} // namespace
-
-void PrintJson(const Json& description, std::ostream& out)
+void Print(const Json& description, int indent, std::ostream& out)
 {
-    auto text = description.dump(2, ' ', false, Json::error_handler_t::replace);
+    auto text = description.dump(indent, ' ', false, Json::error_handler_t::replace);
     for (auto at = FindControl(text, 0); at != std::string::npos; at = FindControl(text, at)) {
         const bool isDel = text[at] == '\x7f';
         const auto code = static_cast<unsigned char>(text[isDel ? at : at + 1]);
@@ -30,7 +28,21 @@ void PrintJson(const Json& description, std::ostream& out)
         text.replace(at, isDel ? 1 : 2,
                      std::string("\\u00") + digits[code >> 4U] + digits[code & 15U]);
     }
-    out << text << '\n';
+    out << text << std::endl;
+}
+
+} // namespace
+
+void PrintJson(const Json& description, std::ostream& out)
+{
+    constexpr int kIndent = 2;
+    Print(description, kIndent, out);
+}
+
+void PrintJsonLine(const Json& description, std::ostream& out)
+{
+    constexpr int kOneLine = -1;
+    Print(description, kOneLine, out);
 }
 
 } // namespace morlik::cli

@@ -1,28 +1,19 @@
 #pragma once
 
+#include "cli/ObjectPattern.h"
 #include "cli/OpenSet.h"
 #include "convert/ChooseObjects.h"
 #include "level/LevelData.h"
 #include "level/ObjectNames.h"
 
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace morlik::cli
 {
 
-/// A list of objects that can't be followed: it is badly formed, or names what there is not.
-class ListFault : public std::runtime_error
-{
-public:
-    explicit ListFault(const std::string& why) : std::runtime_error(why) {}
-};
-
-/// Items of a list: numbers, ranges ("10-30") and names, in which `*` and `?` stand for any letters
-/// and for one. Behind "static:" they are static meshes, else moveables. Items are parted by
-/// commas;
-/// "@FILE" is a file with an item in each line. `ListFault` for a file that can't be read.
+/// Items of a list, each an `ObjectPattern`, parted by commas; "@FILE" is a file with an item in
+/// each line. `ListFault` for a file that can't be read.
 using ObjectItems = std::vector<std::string>;
 ObjectItems ReadItems(const std::string& list);
 

@@ -1,5 +1,7 @@
 // morlik-cli picture: an object of a level or a set, drawn.
 
+#include "base/Folders.h"
+#include "base/Text.h"
 #include "cli/Commands.h"
 #include "cli/OpenSet.h"
 #include "cli/PictureLook.h"
@@ -44,6 +46,7 @@ int SavePicture(const PictureOptions& options, const Streams& streams)
         const auto object = FindObject(objects, options.Object, session.Report);
         if (!object)
             return false;
+        MakeFolder(ToPath(options.Output).parent_path());
         WritePNG(options.Output,
                  Draw(opened.Set, SceneOf(opened.Set, *object, options), options, *look));
         return true;

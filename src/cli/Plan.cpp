@@ -3,6 +3,7 @@
 #include "base/FileIdentity.h"
 #include "base/Files.h"
 #include "base/Text.h"
+#include "cli/FindFiles.h"
 #include "cli/MainSFX.h"
 #include "platform/Platform.h"
 #include "shell/DataFiles.h"
@@ -19,10 +20,10 @@ namespace
 
 constexpr std::string_view kExtension = ".was";
 
-/// The set in a folder that is named after its level.
-std::string SetIn(const std::string& folder, const std::string& level)
+/// The set in a folder that is named after its level; below it, where the level was found so.
+std::string SetIn(const std::string& folder, const FoundFile& level)
 {
-    auto set = ToPath(folder) / ToPath(level).stem();
+    auto set = ToPath(folder) / ToPath(level.Below) / ToPath(level.Path).stem();
     return FromPath(set += ".was");
 }
 
@@ -70,10 +71,11 @@ std::vector<Job> Plan(const ConvertOptions& options)
 {
     const bool look = ToLower(options.MainSFX) == "auto";
     std::vector<Job> jobs;
-    for (const std::string& level : options.Levels)
+    for (const FoundFile& level : FindFiles(options.Files, options.Recursive, Wanted::Levels))
         jobs.push_back(
-            {level, options.Output.empty() ? SetIn(options.Folder, level) : ListOf(options.Output),
-             look ? FindMainSFX(level) : options.MainSFX});
+            {level.Path,
+             options.Output.empty() ? SetIn(options.Folder, level) : ListOf(options.Output),
+             look ? FindMainSFX(level.Path) : options.MainSFX});
     return jobs;
 }
 

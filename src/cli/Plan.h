@@ -16,6 +16,7 @@ struct Job
     std::string MainSFX; ///< empty: none
 };
 
+/// `FileFailure` where a folder can't be read, or holds no level.
 std::vector<Job> Plan(const ConvertOptions& options);
 
 /// What keeps a plan from being carried out; empty for a good one. A plan whose results would

@@ -10,12 +10,13 @@
 namespace morlik::cli
 {
 
-/// A bar in the last line of a terminal, for several works at a time; nothing anywhere else.
-/// May be used from several threads.
+/// A bar in the last line of a terminal, for several works at a time, with how many are done and
+/// the one that began last; nothing anywhere else. May be used from several threads.
 class ProgressBar
 {
 public:
-    ProgressBar(const Streams& streams, std::size_t works);
+    /// `names` are those of the works.
+    ProgressBar(const Streams& streams, const std::vector<std::string>& names);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
@@ -34,13 +35,16 @@ public:
     }
 
 private:
+    std::string Line() const;
     void Draw();
     void Wipe();
 
     const Streams& streams_;
     std::mutex mutex_;
+    const std::vector<std::string>& names_;
     std::vector<float> percents_;
-    int shown_ = -1; ///< percent in the bar; -1 while there is none
+    std::size_t last_ = 0; ///< the work that began last
+    std::string shown_;    ///< what stands in the line; empty while there is none
 };
 
 } // namespace morlik::cli

@@ -14,8 +14,9 @@ int main(int argc, char** argv)
     const ConsoleTexts console;
     const InterruptScope interrupts;
     try {
-        const int status = cli::RunCommandLine(Arguments(argc, argv),
-                                               {std::cout, std::cerr, ErrorsGoToATerminal()});
+        const int status =
+            cli::RunCommandLine(Arguments(argc, argv),
+                                {std::cout, std::cerr, ErrorsGoToATerminal(), ColumnsOfErrors()});
         if (std::cout.flush())
             return status;
         std::cerr << kErrorTitle << ": Can't write the results\n"; // a full disk behind a ">"

@@ -17,9 +17,6 @@ namespace
 
 constexpr std::int64_t kWordBytes = sizeof(std::int16_t);
 
-/// Commands that a choice looks at; damaged animations share theirs again and again.
-constexpr std::int64_t kMostCommands = std::int64_t{1} << 22U;
-
 /// Brings a count after its table. The count of a table that was empty before stays as it was read.
 template <class Count, class Element>
 void Recount(Count& count, const std::vector<Element>& table)
@@ -150,20 +147,9 @@ private:
 
     void MarkCommands(const Animation& animation, std::int64_t& commandsLeft)
     {
-        const auto& words = whole_.AnimCommands;
-        if (animation.AnimCommand < 0)
-            return;
-        const auto first = static_cast<std::size_t>(animation.AnimCommand);
-        auto at = first;
-        for (int i = 0; i < animation.NumAnimCommands && --commandsLeft > 0; ++i) {
-            const auto length = CommandLength(words, at);
-            if (length == 0)
-                break;
-            if (words[at] == kSoundCommand)
-                NameSound(static_cast<std::uint16_t>(words[at + 2]) & kSoundNumberMask);
-            at += length;
-        }
-        commands_.Keep(animation.AnimCommand, static_cast<std::int64_t>(at - first));
+        const auto words = WalkCommands(animation, whole_.AnimCommands, commandsLeft,
+                                        [this](std::size_t sound) { NameSound(sound); });
+        commands_.Keep(animation.AnimCommand, static_cast<std::int64_t>(words));
     }
 
     void NameSound(std::size_t sound)

@@ -78,6 +78,7 @@ std::optional<ObjectSet> ConvertObjectsOf(const LevelData& level, const ObjectPl
         level, places != nullptr ? FirstTexture::PlainOrSpare : FirstTextureOf(level), report);
     if (!textures)
         return std::nullopt;
+    LimitTextures(textures->InOrder.size(), report);
     set.Meshes = ConvertMeshes(level, *textures, choices.UpdateHorizon, set.Info, report);
 
     begin(ConvertStage::Tiles);

@@ -1,5 +1,6 @@
 #include "convert/ObjectNeeds.h"
 
+#include "base/AnimCommands.h"
 #include "base/Narrow.h"
 #include "convert/RawMesh.h"
 
@@ -112,6 +113,33 @@ ObjectNeeds NeedsOf(const LevelData& level)
     }
     for (const StaticMesh& mesh : level.StaticMeshes)
         meshes.AddTo(needs.StaticMeshes.emplace_back(), mesh.Mesh);
+    return needs;
+}
+
+std::vector<AnimationNeeds> AnimationNeedsOf(const LevelData& level)
+{
+    std::vector<AnimationNeeds> needs;
+    std::int64_t commandsLeft = kMostCommands;
+    std::int64_t animationsLeft = kMostCommands;
+    for (std::size_t i = 0; i < level.Moveables.size(); ++i) {
+        AnimationNeeds& own = needs.emplace_back();
+        const auto size = narrow<std::int32_t>(level.Animations.size());
+        const std::int32_t first = level.Moveables[i].Animation;
+        if (first < 0 || first >= size)
+            continue;
+        own.Animations = CountAnimations(level.Moveables, size, i);
+        std::set<std::size_t> sounds;
+        for (auto a = first; a < std::clamp(first + own.Animations, first, size); ++a) {
+            const Animation& animation = level.Animations[static_cast<std::size_t>(a)];
+            if (--animationsLeft < 0)
+                break;
+            if (animation.FrameRate > 0 && animation.FrameEnd >= animation.FrameStart)
+                own.Frames += (animation.FrameEnd - animation.FrameStart) / animation.FrameRate + 1;
+            WalkCommands(animation, level.AnimCommands, commandsLeft,
+                         [&](std::size_t sound) { sounds.insert(sound); });
+        }
+        own.Sounds = sounds.size();
+    }
     return needs;
 }
 

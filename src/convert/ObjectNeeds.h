@@ -26,6 +26,17 @@ struct ObjectNeeds
 /// over.
 ObjectNeeds NeedsOf(const LevelData& level);
 
+/// What the animations of a moveable are made of.
+struct AnimationNeeds
+{
+    std::int32_t Animations = 0;
+    std::int64_t Frames = 0; ///< that are stored
+    std::size_t Sounds = 0;  ///< different ones that the commands name
+};
+
+/// Of each moveable, by its place. What is damaged counts as far as it goes.
+std::vector<AnimationNeeds> AnimationNeedsOf(const LevelData& level);
+
 /// How many textures the chosen objects use together.
 std::size_t CountTextures(const ObjectNeeds& needs, const ObjectChoice& choice);
 

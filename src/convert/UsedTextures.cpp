@@ -1,5 +1,6 @@
 #include "convert/UsedTextures.h"
 
+#include "base/Text.h"
 #include "convert/Faces.h"
 
 #include <algorithm>
@@ -11,15 +12,6 @@ namespace
 {
 
 constexpr std::int32_t kUnused = -1;
-
-void CheckTextureCount(std::size_t count, Reporter& report)
-{
-    const auto number = std::to_string(count);
-    if (count > kMostTextures) // "To many" is what the users know the message by.
-        report.Stop("To many object textures in level - can't continue!", kAppTitle,
-                    "ERROR! To many textures used (" + number + ")");
-    report.LogLine(number + " TextInfos found");
-}
 
 [[noreturn]] void StopAtTexture(std::int32_t index, const char* axis, Reporter& report)
 {
@@ -58,7 +50,6 @@ std::optional<UsedTextures> NumberTextures(const LevelData& level, FirstTexture 
         return std::nullopt;
     if (first != FirstTexture::AsItComes)
         KeepSignOfFirst(*used, level.Textures, first);
-    CheckTextureCount(used->size(), report);
     UsedTextures textures;
     textures.TextureNumbers.assign(level.Textures.size(), kUnused);
     std::int32_t number = 0;
@@ -66,6 +57,19 @@ std::optional<UsedTextures> NumberTextures(const LevelData& level, FirstTexture 
         textures.TextureNumbers[static_cast<std::size_t>(index)] = number++;
     textures.InOrder = std::move(*used);
     return textures;
+}
+
+void LimitTextures(std::size_t count, Reporter& report)
+{
+    const auto number = std::to_string(count);
+    if (count > kMostTextures) {
+        report.Hint(Grouped(count) + " textures used, the editor takes " + Grouped(kMostTextures) +
+                    ": leave out objects with --without, --fit or Choose Objects of the window");
+        // "To many" is what the users know the message by.
+        report.Stop("To many object textures in level - can't continue!", kAppTitle,
+                    "ERROR! To many textures used (" + number + ")");
+    }
+    report.LogLine(number + " TextInfos found");
 }
 
 TileRange TilesOf(const LevelData& level, const UsedTextures& textures)

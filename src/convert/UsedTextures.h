@@ -40,10 +40,13 @@ enum class FirstTexture : std::uint8_t
 FirstTexture FirstTextureOf(const LevelData& level);
 
 /// Walks the meshes and numbers the textures that their textured faces use. Gives nothing when a
-/// face's texture is unknown, after the message; too many textures and damaged meshes end the
-/// program.
+/// face's texture is unknown, after the message; damaged meshes end the program.
 std::optional<UsedTextures> NumberTextures(const LevelData& level, FirstTexture first,
                                            Reporter& report);
+
+/// Ends the program where a set has more textures than the editor takes, after the message and a
+/// hint at what helps.
+void LimitTextures(std::size_t count, Reporter& report);
 
 /// The tiles that the used textures lie on, and those between them.
 TileRange TilesOf(const LevelData& level, const UsedTextures& textures);

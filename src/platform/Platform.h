@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -52,6 +53,8 @@ constexpr int kStoppedStatus = 130;
 
 /// Whether standard error is a terminal, and not a file or another program.
 bool ErrorsGoToATerminal();
+/// The columns of that terminal; 80 where it doesn't tell.
+std::size_t ColumnsOfErrors();
 
 /// Today's date in the short form that the user's system is set to.
 std::string ShortDate();

@@ -8,6 +8,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <iostream>
+#include <sys/ioctl.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -100,6 +101,13 @@ bool InterruptScope::IsRequested()
 bool ErrorsGoToATerminal()
 {
     return isatty(STDERR_FILENO) != 0;
+}
+
+std::size_t ColumnsOfErrors()
+{
+    struct winsize size = {};
+    const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? size.ws_col : kUsualColumns;
 }
 
 std::string CommandLine(int argc, const char* const* argv)

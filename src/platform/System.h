@@ -5,6 +5,9 @@
 namespace morlik
 {
 
+/// Of a terminal that does not tell its own.
+constexpr std::size_t kUsualColumns = 80;
+
 /// The few calls that each system answers in a file of its own.
 
 std::filesystem::path ExecutablePath();

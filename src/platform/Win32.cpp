@@ -91,6 +91,13 @@ bool ErrorsGoToATerminal()
     return _isatty(_fileno(stderr)) != 0;
 }
 
+std::size_t ColumnsOfErrors()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const bool isKnown = GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &info) != FALSE;
+    return isKnown ? static_cast<std::size_t>(info.dwSize.X) : kUsualColumns;
+}
+
 /// The system keeps the line whole.
 std::string CommandLine(int, const char* const*)
 {

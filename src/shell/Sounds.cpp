@@ -59,8 +59,6 @@ std::string FileOf(const std::string& base, std::size_t number)
     return base + std::to_string(number) + ".wav";
 }
 
-using WaveFiles = std::vector<std::pair<std::string, std::span<const std::byte>>>;
-
 /// Gives whether all were written: the user may have stopped it.
 bool WriteWaveFiles(const WaveFiles& files, Reporter& report)
 {
@@ -122,22 +120,30 @@ std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX)
     return entries;
 }
 
-std::vector<std::string> LevelSoundFiles(const std::string& base, const LevelData& level)
+std::vector<std::string> PathsOf(const WaveFiles& files)
 {
-    std::vector<std::string> names;
+    std::vector<std::string> paths;
+    for (const WaveFile& file : files)
+        paths.push_back(file.Path);
+    return paths;
+}
+
+WaveFiles LevelSoundFiles(const std::string& base, const LevelData& level)
+{
+    WaveFiles files;
     std::size_t missing = 0;
     if (CountSamples(level.SoundDetails) <= kMostSampleLines)
         for (const auto& [number, sample] : SamplesToWrite(level, missing))
-            names.push_back(FileOf(base, number));
-    return names;
+            files.push_back({FileOf(base, number), sample->Data});
+    return files;
 }
 
-std::vector<std::string> MainSFXSoundFiles(const std::string& base, const MainSFXState& mainSFX)
+WaveFiles MainSFXSoundFiles(const std::string& base, const MainSFXState& mainSFX)
 {
-    std::vector<std::string> names;
+    WaveFiles files;
     for (std::size_t i = 0; i < mainSFX.MainSFXSamples.size(); ++i)
-        names.push_back(FileOf(base, i));
-    return names;
+        files.push_back({FileOf(base, i), mainSFX.MainSFXSamples[i]});
+    return files;
 }
 
 bool WriteLevelSounds(const std::string& base, const LevelData& level, Reporter& report)
@@ -145,13 +151,11 @@ bool WriteLevelSounds(const std::string& base, const LevelData& level, Reporter&
     return Limited(report, [&] {
         LimitSamples(CountSamples(level.SoundDetails));
         std::size_t missing = 0;
-        WaveFiles files;
-        for (const auto& [number, sample] : SamplesToWrite(level, missing))
-            files.emplace_back(FileOf(base, number), sample->Data);
+        SamplesToWrite(level, missing);
         if (missing != 0)
             report.LogLine("No WAV file for " + std::to_string(missing) +
                            " samples that do not exist");
-        return WriteWaveFiles(files, report);
+        return WriteWaveFiles(LevelSoundFiles(base, level), report);
     });
 }
 
@@ -159,10 +163,7 @@ bool WriteMainSFXSounds(const std::string& base, const MainSFXState& mainSFX, Re
 {
     return Limited(report, [&] {
         LimitSamples(mainSFX.MainSFXSamples.size());
-        WaveFiles files;
-        for (std::size_t i = 0; i < mainSFX.MainSFXSamples.size(); ++i)
-            files.emplace_back(FileOf(base, i), mainSFX.MainSFXSamples[i]);
-        return WriteWaveFiles(files, report);
+        return WriteWaveFiles(MainSFXSoundFiles(base, mainSFX), report);
     });
 }
 

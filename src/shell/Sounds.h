@@ -29,10 +29,19 @@ std::vector<SoundEntry> LevelSounds(const LevelData& level);
 /// The samples of `main.sfx`. A line: "TR3 Sound 5 - 812 bytes".
 std::vector<SoundEntry> MainSFXSounds(const MainSFXState& mainSFX);
 
+/// A WAV file that is to be written.
+struct WaveFile
+{
+    std::string Path;
+    std::span<const std::byte> Bytes;
+};
+using WaveFiles = std::vector<WaveFile>;
+std::vector<std::string> PathsOf(const WaveFiles& files);
+
 /// The files that the two procedures below write. Of a level that is damaged, with more samples
 /// than any has, there are none.
-std::vector<std::string> LevelSoundFiles(const std::string& base, const LevelData& level);
-std::vector<std::string> MainSFXSoundFiles(const std::string& base, const MainSFXState& mainSFX);
+WaveFiles LevelSoundFiles(const std::string& base, const LevelData& level);
+WaveFiles MainSFXSoundFiles(const std::string& base, const MainSFXState& mainSFX);
 
 /// Writes every sample of the level's sounds as `base` + " " + slot + "-" + number + ".wav". Here
 /// the first 370 slots count in all games, and sounds without a slot go to slot 0.

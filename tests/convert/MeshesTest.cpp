@@ -44,6 +44,7 @@ struct MeshLevel
         Info.clear();
         const auto textures = NumberTextures(Level, FirstTextureOf(Level), Report);
         if (textures) {
+            LimitTextures(textures->InOrder.size(), Report);
             Textures = *textures;
             Set = ConvertMeshes(Level, Textures, Host.SkyFixTicked, Info, Report);
         }
@@ -152,8 +153,12 @@ TEST(ConvertMeshes, TakesNoMoreThan2047Textures)
         const bool fits = count == 2047;
         EXPECT_EQ(EndOf([&] { made.Convert(); }),
                   fits ? "" : "To many object textures in level - can't continue!");
-        EXPECT_EQ(LinesOfFile(folder.File("log")).at(0),
+        EXPECT_EQ(LinesOfFile(folder.File("log")).at(fits ? 0 : 1),
                   fits ? "2047 TextInfos found" : "ERROR! To many textures used (2048)");
+        const Strings& hints = made.Host.Hints;
+        EXPECT_EQ(hints.size(), fits ? 0U : 1U);
+        for (const std::string& hint : hints)
+            EXPECT_EQ(hint.find("2,048 textures used, the editor takes 2,047: leave out"), 0U);
     }
 }
 

@@ -143,19 +143,27 @@ check_desktop() {
 check_options() {
     local command option page
     page=$(zcat "$tree/share/man/man1/morlik-cli.1.gz" | tr -d '\\')
-    for command in convert info sheet sounds picture animate contact gltf check; do
+    for command in convert info sheet sounds picture animate contact gltf check find; do
         for option in $("$tree/bin/morlik-cli" "$command" --help | grep -oE '^ +-[^ ]+' |
             tr , '\n' | grep -oE -- '--[a-z-]+'); do
             [[ $page == *"$option"* ]] || fail "The man page lacks $option"
             grep -qe " $option\b" "$tree/share/bash-completion/completions/morlik-cli" ||
-                fail "The completion lacks $option"
+                fail "The completion for bash lacks $option"
+            grep -qe " ${option#-}\b" -e "-l ${option#--}\b" \
+                "$tree/share/fish/vendor_completions.d/morlik-cli.fish" ||
+                fail "The completion for fish lacks $option"
+            grep -qe "[\"',{)]$option[[}]" "$tree/share/zsh/vendor-completions/_morlik-cli" ||
+                fail "The completion for zsh lacks $option"
         done
     done
 }
 
 # What bash offers behind each line, in a folder with these files.
 check_completion() {
-    local line wanted offered
+    local line wanted offered fish=
+    ! have fish || fish=yes
+    ! have zsh || zsh -n "$tree/share/zsh/vendor-completions/_morlik-cli" ||
+        fail "The completion for zsh is no script"
     mkdir -p "$work/files/old levels"
     touch "$work/files"/{'my level.TR4',a.phd,b.was,main.sfx,c.prj,notes.md}
     while IFS='|' read -r line wanted; do
@@ -168,6 +176,13 @@ check_completion() {
             _morlik_cli; printf "%s\n" "${COMPREPLY[@]}" | sort | paste -sd,
             ' bash "$tree/share/bash-completion/completions/morlik-cli" "$line" 2>&1) || true
         [ "$offered" = "$wanted" ] || fail "Behind '$line' bash offers '$offered', not '$wanted'"
+        # Fish reads a line by its own rules: quotes and the sign of folders differ.
+        [[ $fish && $line != *\"* ]] || continue
+        offered=$(cd "$work/files" && fish --no-config -c '
+            source $argv[1]
+            complete -C $argv[2] | string split -f 1 \t | string trim -r -c / | sort | string join ,
+            ' "$tree/share/fish/vendor_completions.d/morlik-cli.fish" "$line" 2>&1) || true
+        [ "$offered" = "$wanted" ] || fail "Behind '$line' fish offers '$offered', not '$wanted'"
     done <<'LINES'
 morlik-cli c|check,contact,convert
 morlik-cli convert |a.phd,my level.TR4,old levels
@@ -177,6 +192,8 @@ morlik-cli convert --main-sfx |auto,main.sfx,old levels
 morlik-cli convert -d |old levels
 morlik-cli info |a.phd,c.prj,main.sfx,my level.TR4,old levels
 morlik-cli check |b.was,old levels
+morlik-cli find --same-as |a.phd,b.was,my level.TR4,old levels
+morlik-cli find --s|--same-as,--sound
 LINES
 }
 

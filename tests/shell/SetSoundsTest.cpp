@@ -215,7 +215,7 @@ TEST(Sounds, OfMainSfxAreListedByTheirNumbers)
     const SoundEntry entry = MainSFXSounds(mainSFX).at(1);
     EXPECT_EQ(entry.Name + '|' + entry.Text, "TR3 Sound 1|TR3 Sound 1 - 6 bytes");
     EXPECT_EQ(entry.Sample, 1);
-    EXPECT_EQ(MainSFXSoundFiles("a", mainSFX), (Strings{"a0.wav", "a1.wav"}));
+    EXPECT_EQ(PathsOf(MainSFXSoundFiles("a", mainSFX)), (Strings{"a0.wav", "a1.wav"}));
 }
 
 TEST(Sounds, InAFolderThatCannotBeMadeStopTheSave)

@@ -66,8 +66,8 @@ void Main_Frm::SndSaveAll_Click()
     const std::string& path = session_.FMSave.FileName;
     const auto base = path.substr(0, path.find('.'));
     const bool ofMainSFX = session_.State.LevelVersion == kMainSFXVersion;
-    if (!MayReplace(ofMainSFX ? MainSFXSoundFiles(base, session_.MainSFX)
-                              : LevelSoundFiles(base, session_.Level)))
+    if (!MayReplace(PathsOf(ofMainSFX ? MainSFXSoundFiles(base, session_.MainSFX)
+                                      : LevelSoundFiles(base, session_.Level))))
         return;
     SaveSounds([&] {
         return ofMainSFX ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
