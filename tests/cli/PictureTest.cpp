@@ -374,65 +374,52 @@ TEST_F(PictureCommands, WriteGltfOfChosenObjects)
 {
     struct Row
     {
-        Strings Words; ///< behind the name of the command and the file
+        std::string Words; ///< behind the name of the command and the file
         int Status;
         std::string Told;
         Strings Files;
     };
-    const std::string folder = Run.Folder.File("models");
-    const std::string all = Run.Folder.File("models/a b.gltf");
     const std::vector<Row> rows{
-        {{"-d", folder, "--objects", "lara,static:*", "--without", "static:0-90"},
-         0,
-         "",
-         {"0-Lara.glb"}},
-        {{"-d", folder, "--objects", "0", "--gltf", "--skin"},
+        {"-d %models --objects lara,static:* --without static:0-90", 0, "", {"0-Lara.glb"}},
+        {"-d %models --objects 0 --gltf --skin",
          0,
          "",
          {"0-Lara.bin", "0-Lara.gltf", "0-Lara.png"}},
-        {{"-o", all, "--scale", "1", "--lit"}, 0, "", {"a b.bin", "a b.gltf", "a b.png"}},
-        {{"-d", folder, "--objects", "LORA"}, 2, "has no moveable \"LORA\"; near: LARA", {}},
-        {{"-d", folder, "--without", "*,static:*"}, 2, "No object of the file is left", {}},
-        {{}, 2, "Either -d FOLDER or -o OUT.glb", {}},
-        {{"-o", all, "-d", folder}, 2, "Either -d FOLDER or -o OUT.glb", {}},
-        {{"-o", folder + "/x.obj"}, 2, "must end in .glb", {}},
-        {{"-o", folder + "/x.glb", "--gltf"}, 2, "must end in .gltf", {}},
-        {{"-d", folder, "--scale", "0"}, 2, "--scale", {}},
+        {"-o %models/ab.gltf --scale 1 --lit", 0, "", {"ab.bin", "ab.gltf", "ab.png"}},
+        {"-d %models --objects LORA", 2, "has no moveable \"LORA\"; near: LARA", {}},
+        {"-d %models --without *,static:*", 2, "No object of the file is left", {}},
+        {"", 2, "Either -d FOLDER or -o OUT.glb", {}},
+        {"-o %models/ab.gltf -d %models", 2, "Either -d FOLDER or -o OUT.glb", {}},
+        {"-o %models/x.obj", 2, "must end in .glb", {}},
+        {"-o %models/x.glb --gltf", 2, "must end in .gltf", {}},
+        {"-d %models --scale 0", 2, "--scale", {}},
     };
-    for (const std::string& file : {Level, Set})
+    for (const std::string file : {"%2", "%drawn.was"})
         for (const auto& [words, status, told, files] : rows) {
-            std::filesystem::remove_all(ToPath(folder));
-            std::filesystem::create_directory(ToPath(folder));
-            Strings line{"gltf", file};
-            line.insert(line.end(), words.begin(), words.end());
-            const Ran ran = RunCli(line);
-            EXPECT_EQ(ran.Status, status) << ran.Errors;
-            EXPECT_NE(ran.Errors.find(told), std::string::npos) << told << " in " << ran.Errors;
-            EXPECT_EQ(NamesIn(folder), files);
+            std::filesystem::remove_all(ToPath(File("models")));
+            std::filesystem::create_directory(ToPath(File("models")));
+            Expect(status, "gltf " + file + " " + words, told);
+            EXPECT_EQ(NamesIn(File("models")), files);
         }
-    const std::string glb = Run.Folder.File("level.glb");
-    std::filesystem::copy_file(ToPath(Level), ToPath(glb));
-    EXPECT_EQ(RunCli({"gltf", glb, "-o", glb}).Status, 2) << "an output in the place of the input";
+    Write("level.glb", ReadFile(Levels[2]));
+    Expect(2, "gltf %level.glb -o %level.glb"); // an output in the place of the input
 }
 
 /// A moveable with a damaged tree is named, the others are written.
 TEST_F(PictureCommands, LeaveDamagedObjectsOutOfGltf)
 {
-    auto set = ReadSet(Set);
-    auto wad = ReadFile(Run.Folder.File("drawn.wad"));
+    auto set = ReadSet(File("drawn.was"));
+    auto wad = Read("drawn.wad");
     const std::vector<std::int32_t> tree(set.MeshTrees.begin(), set.MeshTrees.begin() + 8);
     const auto bytes = std::as_bytes(std::span(tree));
     const auto at = std::search(wad.begin(), wad.end(), bytes.begin(), bytes.end());
     ASSERT_NE(at, wad.end());
     *at = std::byte{9}; // no such flag
-    WriteWholeFile(Run.Folder.File("drawn.wad"), wad);
-    const std::string folder = Run.Folder.File("models");
-    const Ran ran = RunCli({"gltf", Set, "-d", folder});
-    EXPECT_EQ(ran.Status, 1);
-    EXPECT_NE(ran.Errors.find("0 Lara is left out"), std::string::npos) << ran.Errors;
-    EXPECT_EQ(NamesIn(folder).size() + 1, set.Moveables.size() + set.StaticMeshes.size());
-    EXPECT_EQ(RunCli({"gltf", Set, "-o", folder + "/all.glb"}).Status, 1);
-    EXPECT_TRUE(std::filesystem::exists(ToPath(folder + "/all.glb")));
+    Write("drawn.wad", wad);
+    Expect(1, "gltf %drawn.was -d %models", "0 Lara is left out");
+    EXPECT_EQ(NamesIn(File("models")).size() + 1, set.Moveables.size() + set.StaticMeshes.size());
+    Expect(1, "gltf %drawn.was -o %models/all.glb");
+    EXPECT_TRUE(Exists("models/all.glb"));
 }
 
 #endif
