@@ -19,7 +19,7 @@ using Corners = std::vector<std::int16_t>;
 /// Faces begin with another vertex in a set than in their level, as their textures want it.
 Corners FromLeast(Corners corners)
 {
-    std::ranges::rotate(corners, std::ranges::min_element(corners));
+    std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
     return corners;
 }
 

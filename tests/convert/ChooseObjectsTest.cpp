@@ -4,11 +4,13 @@
 #include "check/ObjectSetCheck.h"
 #include "convert/ConvertLevel.h"
 #include "convert/ObjectNeeds.h"
+#include "convert/UsedTextures.h"
 #include "model/Animations.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/RealLevels.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -120,8 +122,22 @@ ObjectSet SetOf(Session& program, std::optional<ObjectChoice> choice)
     return std::move(set).value();
 }
 
-/// A choice as a set, which is good and has what the whole one has.
-void ExpectGood(Session& program, const Whole& all, const ObjectChoice& choice)
+/// Calls `visit` with each marked object and its place among those that `of` marks.
+template <class Visit>
+void ForMarked(const std::vector<bool>& marks, const std::vector<bool>& of, Visit visit)
+{
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        if (marks[i]) {
+            ASSERT_NO_FATAL_FAILURE(visit(place)) << "object " << i;
+        }
+        place += of[i] ? 1U : 0U;
+    }
+}
+
+/// A choice as a set, which is good and has what the one of all objects that fit has.
+void ExpectGood(Session& program, const Whole& all, const ObjectChoice& fitting,
+                const ObjectChoice& choice)
 {
     const Whole some(SetOf(program, choice));
     const auto complaints = check::CheckWad(some.Set);
@@ -129,42 +145,58 @@ void ExpectGood(Session& program, const Whole& all, const ObjectChoice& choice)
     // One may be spare, where all are mirrored.
     EXPECT_LE(some.Set.ColourBase() - CountTextures(NeedsOf(program.Level), choice), 1);
     std::size_t chosen = 0;
-    for (std::size_t i = 0; i < choice.Moveables.size(); ++i)
-        if (choice.Moveables[i]) {
-            ASSERT_NO_FATAL_FAILURE(ExpectSameMoveable(all, i, some, chosen++)) << i;
-        }
+    ASSERT_NO_FATAL_FAILURE(ForMarked(choice.Moveables, fitting.Moveables, [&](std::size_t place) {
+        ExpectSameMoveable(all, place, some, chosen++);
+    }));
     ASSERT_EQ(some.Set.Moveables.size(), chosen);
     std::size_t statics = 0;
-    for (std::size_t i = 0; i < all.Set.StaticMeshes.size(); ++i)
-        if (choice.StaticMeshes[i]) {
+    ASSERT_NO_FATAL_FAILURE(
+        ForMarked(choice.StaticMeshes, fitting.StaticMeshes, [&](std::size_t place) {
             const auto mesh = static_cast<std::size_t>(some.Set.StaticMeshes.at(statics++).Mesh);
-            const auto expected = static_cast<std::size_t>(all.Set.StaticMeshes[i].Mesh);
-            ASSERT_NO_FATAL_FAILURE(ExpectSameMesh(all, expected, some, mesh)) << i;
-        }
+            const auto expected = static_cast<std::size_t>(all.Set.StaticMeshes.at(place).Mesh);
+            ExpectSameMesh(all, expected, some, mesh);
+        }));
+    ASSERT_EQ(some.Set.StaticMeshes.size(), statics);
+}
+
+/// Choices at random of each level: those that the environment asks for (`./run choices`), or a
+/// few.
+int NumRandomChoices()
+{
+    const char* wanted = std::getenv("MORLIK_CHOICES"); // NOLINT(concurrency-mt-unsafe)
+    return wanted != nullptr ? std::atoi(wanted) : 8;   // NOLINT(cert-err34-c): 0 for no number
 }
 
 /// Each moveable alone, and some choices at random.
 void ExpectChoicesGood(Session& program)
 {
-    const Whole all(SetOf(program, std::nullopt));
-    EXPECT_EQ(PixelsOf(SetOf(program, ChooseAll(program.Level)).Tiles), all.Pixels);
-    ObjectChoice choice = ChooseAll(program.Level);
+    ObjectChoice fitting = ChooseAll(program.Level);
+    FitChoice(NeedsOf(program.Level), fitting, kMostTextures);
+    const Whole all(SetOf(program, fitting.IsAll() ? std::nullopt : std::optional(fitting)));
+    EXPECT_EQ(PixelsOf(SetOf(program, fitting).Tiles), all.Pixels);
+    ObjectChoice choice = fitting;
     const auto mark = [&choice](bool moveables, bool statics) {
         choice.Moveables.assign(choice.Moveables.size(), moveables);
         choice.StaticMeshes.assign(choice.StaticMeshes.size(), statics);
     };
     for (std::size_t i = 0; i < choice.Moveables.size(); ++i) {
+        if (!fitting.Moveables[i])
+            continue;
         mark(false, false);
         choice.Moveables[i] = true;
-        ASSERT_NO_FATAL_FAILURE(ExpectGood(program, all, choice)) << "moveable " << i;
+        ASSERT_NO_FATAL_FAILURE(ExpectGood(program, all, fitting, choice)) << "moveable " << i;
     }
     std::mt19937 random(4); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same choices each time
-    for (int i = 0; i < 8; ++i) {
-        mark(false, false);
-        for (auto* marks : {&choice.Moveables, &choice.StaticMeshes})
-            for (std::size_t object = 0; object < marks->size(); ++object)
-                (*marks)[object] = random() % 3 == 0;
-        ASSERT_NO_FATAL_FAILURE(ExpectGood(program, all, choice)) << "choice " << i;
+    for (int i = 0; i < NumRandomChoices(); ++i) {
+        constexpr std::size_t kParts = 8;
+        const std::size_t taken = 1 + random() % (kParts - 1); // of so many objects
+        const auto choose = [&](const std::vector<bool>& of, std::vector<bool>& marks) {
+            for (std::size_t object = 0; object < marks.size(); ++object)
+                marks[object] = of[object] && random() % kParts < taken;
+        };
+        choose(fitting.Moveables, choice.Moveables);
+        choose(fitting.StaticMeshes, choice.StaticMeshes);
+        ASSERT_NO_FATAL_FAILURE(ExpectGood(program, all, fitting, choice)) << "choice " << i;
     }
 }
 
@@ -193,7 +225,11 @@ INSTANTIATE_TEST_SUITE_P(Games, ChosenObjects, testing::ValuesIn(kGames));
 
 TEST(RealChoices, OfRealLevelsAreThoseOfTheWholeSet)
 {
-    const auto levels = RealLevels();
+    auto levels = RealLevels();
+    if (NumRandomChoices() > 8) // in a long run
+        for (const char* below : {"modern", "extended"})
+            for (const std::string& level : RealLevels(below))
+                levels.push_back(level);
     if (levels.empty())
         GTEST_SKIP() << "no real levels here";
     for (const std::string& level : levels) {

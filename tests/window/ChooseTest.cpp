@@ -1,3 +1,4 @@
+#include "samples/Textures.h"
 #include "set/ReadSet.h"
 #include "tests/window/WindowRun.h"
 
@@ -76,6 +77,24 @@ TEST(WindowChoose, SavesTheTickedObjects)
     EXPECT_TRUE(isTicked(0));
     TriggerOfMenu(run, "Keep All Sounds");
     EXPECT_TRUE(run.Program.Objects->AllSounds);
+}
+
+/// The foot tells it while the message stands before the window.
+TEST(WindowChoose, IsWhatHelpsWithTooManyTextures)
+{
+    WindowRun run;
+    auto level = samples::MakeTinyLevel(kTR1);
+    for (std::int32_t i = 0; i < 2047; ++i)
+        level.Meshes[0].Rectangles.push_back(
+            {{0, 1, 2, 3},
+             samples::AddTexture(level, {.X = i % 128, .Y = i / 128, .Width = 32, .Height = 32})});
+    ASSERT_TRUE(run.Start(run.Write(level, "a.phd")));
+    run.Host.SaveAnswers = {run.Folder.File("a.was")};
+    run.Trigger("TB_Save_WAS");
+    EXPECT_EQ(run.Host.Messages,
+              Strings{"MORLIK: To many object textures in level - can't continue!"});
+    EXPECT_TRUE(run.Find<QLabel>("Foot")->toolTip().startsWith(
+        "2,048 textures used, the editor takes 2,047: leave out objects"));
 }
 
 } // namespace
