@@ -78,7 +78,7 @@ Contents ContentsOf(const LevelData& level, const ObjectNames& names)
     const auto moveables = MoveablesOf(level, names);
     for (std::size_t i = 0; i < moveables.size(); ++i) {
         const Moveable& moveable = level.Moveables[i];
-        const std::string own = names.Moveable(level.Version, moveable.ObjectID);
+        const std::string& own = names.Moveable(level.Version, moveable.ObjectID);
         contents.Objects.push_back(
             {.FirstMesh = moveable.StartingMesh,
              .NumMeshes = moveable.NumMeshes,

@@ -15,7 +15,7 @@ namespace morlik::cli
 constexpr int kJsonSchema = 2;
 
 /// What came of one file.
-struct FileOutcome
+struct FileOutcome // NOLINT(bugprone-exception-escape): JSON moves check themselves
 {
     int Status = kGood;
     std::string Text{}; ///< for standard output

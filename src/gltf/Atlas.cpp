@@ -51,8 +51,9 @@ void FillHoles(std::vector<Colour>& pixels, std::size_t width)
     for (std::size_t at = 0; at < pixels.size(); ++at)
         if (!IsHole(pixels[at]))
             reach(at, 0);
-    for (std::size_t next = 0; next < reached.size(); ++next) {
-        const std::size_t at = reached[next];
+    std::size_t next = 0;
+    while (next < reached.size()) { // which grows
+        const std::size_t at = reached[next++];
         if (at % width > 0)
             reach(at - 1, pixels[at]);
         if (at % width + 1 < width)
@@ -148,7 +149,7 @@ void Atlas::Lay(TexturePixels& textures)
 void Atlas::Paint(const Patch& patch, Place& place, const Colour* tile)
 {
     std::vector<Colour> pixels;
-    const auto row = [&](std::int32_t y) { return tile + y * kTileSide + patch.X; };
+    const auto row = [&](std::int32_t y) { return tile + std::ptrdiff_t{y} * kTileSide + patch.X; };
     for (std::int32_t y = patch.Y; y < patch.Y + patch.Height; ++y)
         pixels.insert(pixels.end(), row(y), row(y) + patch.Width);
     if (patch.Adds)
@@ -161,7 +162,7 @@ void Atlas::Paint(const Patch& patch, Place& place, const Colour* tile)
             const std::int32_t fromX = std::clamp(x, 0, patch.Width - 1);
             const std::int32_t fromY = std::clamp(y, 0, patch.Height - 1);
             image_.Pixels[image_.At(place.X + x, place.Y + y)] =
-                pixels[static_cast<std::size_t>(fromY * patch.Width + fromX)];
+                pixels[static_cast<std::size_t>(std::int64_t{fromY} * patch.Width + fromX)];
         }
 }
 

@@ -47,7 +47,7 @@ private:
         std::uint8_t X, Y;
         std::int32_t Width, Height; ///< in pixels
 
-        auto operator<=>(const Patch&) const = default;
+        auto operator<=>(const Patch&) const = default; // NOLINT(modernize-use-nullptr)
     };
     /// Where it stands: its first pixel, not that of its border.
     struct Place

@@ -17,7 +17,7 @@ struct Finish
     bool HasHoles = false;
     std::uint16_t Shine = 0;
 
-    auto operator<=>(const Finish&) const = default;
+    auto operator<=>(const Finish&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 /// The materials of a file, each once. All show the file's only picture.

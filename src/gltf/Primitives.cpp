@@ -77,7 +77,7 @@ void Primitives::AddTriangle(Part& part, std::array<std::uint32_t, 3> corners)
 {
     std::array<std::uint32_t, 3> sorted = corners;
     std::sort(sorted.begin(), sorted.end());
-    if (!part.Triangles.insert(sorted).second)
+    if (!part.Triangles.insert(sorted).second) {
         for (std::uint32_t& corner : corners) {
             const std::size_t vertex = corner;
             corner = narrow<std::uint32_t>(part.Positions.size());
@@ -91,6 +91,7 @@ void Primitives::AddTriangle(Part& part, std::array<std::uint32_t, 3> corners)
             repeat(part.Lights);
             repeat(part.Joints);
         }
+    }
     part.Indices.insert(part.Indices.end(), corners.begin(), corners.end());
 }
 

@@ -49,7 +49,7 @@ private:
         bool HasNormals;
         bool HasLights;
 
-        auto operator<=>(const Kind&) const = default;
+        auto operator<=>(const Kind&) const = default; // NOLINT(modernize-use-nullptr)
     };
     struct Part
     {

@@ -23,7 +23,7 @@ std::size_t CountFrames(const ObjectSet& set, std::size_t moveable, std::size_t 
 
 std::size_t CountParts(const Model& model)
 {
-    std::size_t parts = 0;
+    std::size_t parts = 1;
     for (const MeshGeometry& mesh : model.Meshes)
         parts += 1 + mesh.Positions.size() + mesh.Faces.size();
     return parts;

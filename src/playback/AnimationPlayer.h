@@ -33,7 +33,7 @@ private:
 
     std::unique_ptr<Player> player_ = MakePlayer();
     std::vector<Sound> sounds_;
-    std::minstd_rand random_;
+    std::minstd_rand random_{std::random_device()()};
 };
 
 } // namespace morlik

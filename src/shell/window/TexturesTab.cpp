@@ -71,7 +71,7 @@ public:
         if (texture.Tile < 0 || texture.Tile >= count_)
             return {};
         const QPoint corner = CornerOf(texture.Tile) + QPoint(texture.X, texture.Y);
-        return QRectF(corner, QSize(texture.Width + 1, texture.Height + 1));
+        return {corner, QSize(texture.Width + 1, texture.Height + 1)};
     }
 
 private:
@@ -83,7 +83,7 @@ private:
         for (int y = 0; y < kTileSide; ++y)
             pixels_.ConvertRow(std::int64_t{tile} * kTileSide + y,
                                reinterpret_cast<std::byte*>(image->scanLine(y)));
-        const QImage copy = *image;
+        QImage copy = *image;
         images_.insert(tile, image); // takes it
         return copy;
     }
