@@ -29,15 +29,15 @@ DecodedWave Decode(std::span<const std::byte> file)
         throw ReadFailure("a WAV file of " + std::to_string(file.size()) +
                           " bytes is not played, at most " + std::to_string(kMostPlayedBytes));
     const WaveInfo info = ReadWaveInfo(file); // leaves no more than what the library does well
-    SDL_AudioSpec spec{};
+    SDL_AudioSpec layout{};
     Uint8* loaded = nullptr;
     Uint32 size = 0;
     SDL_RWops* source = SDL_RWFromConstMem(file.data(), narrow<int>(file.size()));
-    if (SDL_LoadWAV_RW(source, 1, &spec, &loaded, &size) == nullptr)
+    if (SDL_LoadWAV_RW(source, 1, &layout, &loaded, &size) == nullptr)
         throw ReadFailure(std::string("sound of a WAV file: ") + SDL_GetError());
     const std::unique_ptr<Uint8, decltype(&SDL_FreeWAV)> owner(loaded, SDL_FreeWAV);
-    DecodedWave wave{spec.freq, info.Channels, {}};
-    if (spec.format == AUDIO_U8) {
+    DecodedWave wave{layout.freq, info.Channels, {}};
+    if (layout.format == AUDIO_U8) {
         wave.Values.resize(size);
         std::transform(loaded, loaded + size, wave.Values.begin(), FromUnsigned);
     } else {
