@@ -265,7 +265,7 @@ TEST_F(PictureCommands, AnimateAllFramesInOneFrame)
     Expect(0, "animate %2 %out.png" + options);
     const auto frames = ReadAnimatedPNG(File("out.png"));
     const auto bytes = Read("out.png");
-    const Animation& record = ReadSet(File("drawn.was")).Animations[1];
+    const Animation record = ReadSet(File("drawn.was")).Animations[1];
     ASSERT_GT(record.FrameRate, 1);
     ASSERT_EQ(std::ssize(frames), record.FrameEnd - record.FrameStart + 1);
     Picture all = frames[0];
