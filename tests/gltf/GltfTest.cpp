@@ -29,7 +29,7 @@ public:
     void CopyRow(std::int64_t /*row*/, std::byte* out) const override
     {
         std::fill(out, out + kRowBytes, std::byte{});
-        std::memcpy(out, row_.data(), row_.size() * 3);
+        std::ranges::copy(std::as_bytes(std::span(row_)), out); // may be none
     }
 
 private:
