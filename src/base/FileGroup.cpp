@@ -23,7 +23,7 @@ constexpr const char* kHeldName = "held";
 fs::path DraftFolderOf(const fs::path& name)
 {
     std::uint64_t number = 14695981039346656037U; // FNV-1a
-    const auto file = name.filename();
+    const auto file = FoldedName(name.filename());
     for (const auto letter : file.native())
         number = (number ^ static_cast<std::uint64_t>(letter)) * 1099511628211U;
     const auto high = static_cast<std::uint32_t>(number >> 32U);
@@ -37,6 +37,28 @@ fs::path DraftFolderOf(const fs::path& name)
     throw FileFailure("write", path,
                       busy ? "Another program is writing this set"
                            : fault.default_error_condition().message());
+}
+
+/// A link to a folder is none here: in the hidden folder it is not of this program, and leads to
+/// files of somebody else.
+bool IsFolder(const fs::path& path)
+{
+    std::error_code missing;
+    return fs::symlink_status(path, missing).type() == fs::file_type::directory;
+}
+
+bool IsThere(const fs::path& path)
+{
+    std::error_code missing;
+    return fs::exists(fs::symlink_status(path, missing));
+}
+
+/// A folder that is to be in a place may be there, or a link to one.
+void CheckFolderPlace(const std::string& path)
+{
+    std::error_code missing;
+    if (IsThere(ToPath(path)) && !fs::is_directory(ToPath(path), missing))
+        throw FileFailure("make the folder", path, "Not a directory");
 }
 
 /// Everything in a folder, but for the held file.
@@ -55,17 +77,19 @@ std::vector<fs::directory_entry> EntriesOf(const fs::path& folder)
 /// have left the old file under the name of the new one, and must not be done twice.
 using Numbers = std::set<std::uint64_t>;
 
-/// The numbers of the files in `draft`, and of those in its folders that `place` has too.
+/// The numbers of the files in `draft`, and of those in its folders that `place` has too. This is
+/// the last look at the places: `FileFailure` for one that can't be taken any more.
 Numbers NumbersOf(const fs::path& draft, const fs::path& place)
 {
     Numbers numbers;
-    std::error_code missing;
     for (const fs::directory_entry& entry : EntriesOf(draft)) {
         const fs::path to = place / entry.path().filename();
-        if (!entry.is_directory(missing))
+        if (!IsFolder(entry.path())) {
+            CheckPlace(FromPath(to));
             numbers.insert(FileNumber(entry.path()));
-        else if (fs::exists(to, missing))
+        } else if (CheckFolderPlace(FromPath(to)); IsThere(to)) {
             numbers.merge(NumbersOf(entry.path(), to));
+        }
     }
     return numbers;
 }
@@ -91,29 +115,50 @@ std::optional<Numbers> NumbersIn(const std::string& note)
     return numbers;
 }
 
-/// Lets all files of `draft` take their places in `place`; a folder that isn't there yet goes as a
-/// whole. Gives the first fault.
-std::error_code MoveInto(const fs::path& draft, const fs::path& place, const Numbers& numbers)
+/// A place that could not be taken.
+struct Refusal
 {
-    std::error_code first;
+    fs::path Place;
+    std::error_code Why;
+};
+
+/// Lets the files of `draft` take their places in `place`; a folder that isn't there yet goes as a
+/// whole. With `numbers` only files of these do, all others are removed: old ones, and what
+/// somebody else has put there. Gives the first refusal.
+std::optional<Refusal> MoveInto(const fs::path& draft, const fs::path& place,
+                                const Numbers* numbers)
+{
+    std::optional<Refusal> first;
     for (const fs::directory_entry& entry : EntriesOf(draft)) {
         const fs::path to = place / entry.path().filename();
-        std::error_code missing;
-        const bool isFolder = entry.is_directory(missing);
-        const bool isThere = fs::exists(fs::symlink_status(to, missing));
-        std::error_code fault;
-        if (isFolder && isThere)
-            fault = MoveInto(entry.path(), to, numbers);
-        else if (isThere && !numbers.contains(FileNumber(entry.path())))
-            fs::remove(entry.path(), fault); // the old one
-        else
-            fault = TakePlace(entry.path(), to);
-        if (fault && !first)
-            first = fault;
+        const bool isFolder = IsFolder(entry.path());
+        std::optional<Refusal> refusal;
+        if (isFolder && IsThere(to)) {
+            refusal = MoveInto(entry.path(), to, numbers);
+        } else {
+            std::error_code fault;
+            if (!isFolder && numbers != nullptr && !numbers->contains(FileNumber(entry.path())))
+                fs::remove(entry.path(), fault);
+            else
+                fault = TakePlace(entry.path(), to);
+            if (fault)
+                refusal = {to, fault};
+        }
+        if (!first)
+            first = refusal;
+        std::error_code ignored;
         if (isFolder)
-            fs::remove(entry.path(), missing); // empty, or gone
+            fs::remove(entry.path(), ignored); // empty, or gone
     }
     return first;
+}
+
+/// The same, and throws a refusal. Until a later one succeeds the files are half old, half new.
+void TakeAllPlaces(const fs::path& draft, const fs::path& place, const Numbers* numbers)
+{
+    if (const auto refusal = MoveInto(draft, place, numbers))
+        throw FileFailure("write", FromPath(refusal->Place),
+                          refusal->Why.default_error_condition().message());
 }
 
 void ClearDraft(const fs::path& draft)
@@ -124,6 +169,7 @@ void ClearDraft(const fs::path& draft)
 }
 
 /// Holds the group and brings it to rest: what a dead writer left behind is finished or removed.
+/// `FileFailure` if a place refuses that.
 std::unique_ptr<HeldFile> HoldAtRest(const fs::path& draft, const fs::path& place,
                                      std::error_code& fault)
 {
@@ -131,9 +177,8 @@ std::unique_ptr<HeldFile> HoldAtRest(const fs::path& draft, const fs::path& plac
     if (held == nullptr)
         return nullptr;
     if (const auto numbers = NumbersIn(held->Note()))
-        fault = MoveInto(draft, place, *numbers);
-    if (!fault)
-        ClearDraft(draft);
+        TakeAllPlaces(draft, place, &*numbers);
+    ClearDraft(draft);
     return held;
 }
 
@@ -160,9 +205,9 @@ FileGroup::FileGroup(const std::string& name)
 {
     std::error_code fault;
     for (int attempt = 0; attempt < 100; ++attempt) {
-        fs::create_directory(draftFolder_, fault);
-        if (fault)
-            Fail(name_, fault);
+        fault = MakeHiddenFolder(draftFolder_);
+        if (fault) // something else in its place is told by its own name
+            Fail(fault == std::errc::not_a_directory ? FromPath(draftFolder_) : name_, fault);
         held_ = HoldAtRest(draftFolder_, ToPath(name_).parent_path(), fault);
         // The holder before may have removed the folder in between.
         if (fault != std::errc::no_such_file_or_directory)
@@ -181,6 +226,8 @@ FileGroup::FileGroup(const std::string& name)
 
 FileGroup::~FileGroup()
 {
+    if (isHalfDone_)
+        return; // whoever comes next tries again
     ClearDraft(draftFolder_);
     held_->Remove();
     held_.reset();
@@ -197,11 +244,9 @@ std::string FileGroup::DraftOf(const std::string& path)
 
 void FileGroup::AddFolder(const std::string& path)
 {
+    CheckFolderPlace(path);
+    folders_.push_back({path + "/", IsThere(ToPath(path))});
     std::error_code fault;
-    const auto status = fs::status(ToPath(path), fault);
-    if (fs::exists(status) && !fs::is_directory(status))
-        throw FileFailure("make the folder", path, "Not a directory");
-    folders_.push_back({path + "/", fs::exists(status)});
     fs::create_directory(ToPath(draft_ + path.substr(place_.size())), fault);
     if (fault)
         Fail(path, fault);
@@ -231,16 +276,17 @@ void FileGroup::TakePlaces()
     const Numbers numbers = NumbersOf(draftFolder_, place);
     if (const auto fault = held_->SetNote(NoteOf(numbers)))
         Fail(name_, fault);
-    if (const auto fault = MoveInto(draftFolder_, place, numbers))
-        Fail(name_, fault);
+    isHalfDone_ = true;
+    TakeAllPlaces(draftFolder_, place, nullptr);
+    isHalfDone_ = false;
 }
 
 void FinishGroup(const std::string& name)
 {
     const auto draft = DraftFolderOf(ToPath(name));
-    std::error_code fault;
-    if (!fs::exists(draft, fault))
+    if (!IsFolder(draft))
         return;
+    std::error_code fault;
     auto held = HoldAtRest(draft, ToPath(name).parent_path(), fault);
     if (fault == std::errc::no_such_file_or_directory)
         return; // its writer was through with it in between

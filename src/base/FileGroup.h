@@ -28,7 +28,8 @@ public:
     explicit FileGroup(const std::string& name);
     FileGroup(const FileGroup&) = delete;
     FileGroup& operator=(const FileGroup&) = delete;
-    /// Without `TakePlaces` nothing is left of the group.
+    /// Without `TakePlaces` nothing is left of the group; behind one that failed in the middle the
+    /// rest of it waits for the next one, as if the process had died.
     ~FileGroup();
 
     /// Where the file that is to appear at `path` is written meanwhile. The path lies in the
@@ -41,8 +42,8 @@ public:
     /// Writes a whole file of the group. One that holds these very bytes already stays as it is.
     void Write(const std::string& path, std::span<const std::byte> bytes);
 
-    /// Puts all files, which are closed, in their places. Those that stood in a folder and aren't
-    /// of the group stay.
+    /// Puts all files, which are closed, in their places, after a last look at these. Those that
+    /// stood in a folder and aren't of the group stay.
     void TakePlaces();
 
 private:
@@ -60,6 +61,7 @@ private:
     std::string draft_;                 ///< the same, with its end
     std::vector<Folder> folders_;
     std::unique_ptr<HeldFile> held_;
+    bool isHalfDone_ = false; ///< some places are taken, others not
 };
 
 /// Finishes what a writer of the group that died has left behind, or clears it up. To be called

@@ -3,8 +3,6 @@
 #include "base/Text.h"
 #include "system/FileCalls.h"
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <random>
@@ -24,14 +22,6 @@ constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
 std::string LastReason()
 {
     return errno != 0 ? std::generic_category().message(errno) : "unknown reason";
-}
-
-/// Places that are no files and are meant to be written.
-bool IsStream(std::string_view path)
-{
-    constexpr std::array<std::string_view, 3> kStreams{"/dev/stdout", "/dev/stderr", "/dev/null"};
-    return path.starts_with("/dev/fd/") ||
-           std::find(kStreams.begin(), kStreams.end(), path) != kStreams.end();
 }
 
 /// A name in the folder of `place` that nothing else has.
@@ -122,7 +112,10 @@ void CheckPlace(const std::string& path)
     const bool isPlain = status.type() == fs::file_type::regular;
     if (isPlain || status.type() == fs::file_type::not_found) {
         if (const auto fault = isPlain ? MayWrite(ToPath(path)) : std::error_code())
-            throw FileFailure("write", path, fault.default_error_condition().message());
+            throw FileFailure("write", path,
+                              fault == std::errc::text_file_busy
+                                  ? "Another program has it open"
+                                  : fault.default_error_condition().message());
     } else if (status.type() != fs::file_type::symlink && status.type() != fs::file_type::none) {
         throw FileFailure("write", path, "It is a device or a pipe, no file");
     }

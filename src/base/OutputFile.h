@@ -52,8 +52,8 @@ void CheckPlace(const std::string& path);
 
 /// A file that takes its place only when it is whole, written beside it until then. Without
 /// `TakePlace`, and where that fails, what stood there stays, and nothing else does.
-/// Standard output and the like (`/dev/stdout`, `/dev/stderr`, `/dev/null`, `/dev/fd/...`) are
-/// written at once.
+/// Standard output and the like (`/dev/stdout`, `/dev/stderr`, `/dev/null`, `/dev/fd/...`; `NUL`
+/// and `CON` on Windows) are written at once.
 class NewFile
 {
 public:

@@ -12,11 +12,14 @@ void TextLines::Open(const std::string& path, const std::string& shownAs)
 {
     Abandon();
     // File systems that guard against lost files write an emptied one to the disk at once when it
-    // is closed, and a fresh one in its own time.
+    // is closed, and a fresh one in its own time. A link would lead to a file of somebody else.
+    using std::filesystem::file_type;
     std::error_code fault;
-    if (std::filesystem::symlink_status(ToPath(path), fault).type() ==
-        std::filesystem::file_type::regular)
+    const auto type = std::filesystem::symlink_status(ToPath(path), fault).type();
+    if (type == file_type::regular || type == file_type::symlink)
         std::filesystem::remove(ToPath(path), fault);
+    else
+        CheckPlace(path); // a pipe would wait for its reader
     file_ = &plain_.emplace(path, shownAs);
 }
 

@@ -45,17 +45,28 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* description, i
     return command;
 }
 
+/// An empty value is mostly a variable of a script that isn't set, and would pass for none.
+std::string FaultOfValue(const std::string& text)
+{
+    return text.empty() ? "has an empty value" : "";
+}
+
+/// A word that the command can't do without, or several.
+template <class Value>
+void AddOperand(CLI::App& command, const char* name, Value& value, const char* description)
+{
+    command.add_option(name, value, description)->required()->check(FaultOfValue)->type_name("");
+}
+
 /// An option that takes one value. The parser's own words for one that is given twice are of no
-/// use, and an empty value, mostly a variable of a script that isn't set, would pass for none.
+/// use.
 template <class Value>
 CLI::Option& AddOption(CLI::App& command, const char* name, Value& value,
                        const std::string& description)
 {
     CLI::Option& option = *command.add_option(name, value, description);
     option.check([times = std::make_shared<int>(0)](const std::string& text) -> std::string {
-        if (text.empty())
-            return "has an empty value";
-        return ++*times > 1 ? "is given more than once" : "";
+        return ++*times > 1 ? "is given more than once" : FaultOfValue(text);
     });
     return option;
 }
@@ -79,9 +90,7 @@ void AddConvert(CLI::App& app, int& status, const Streams& streams)
     CLI::App& convert = AddCommand(app, "convert", "convert levels to object sets", status,
                                    [options, &streams] { return Convert(*options, streams); });
     options->Kind = "levels";
-    convert.add_option("LEVEL", options->Files, "level files, with -r also folders of them")
-        ->required()
-        ->type_name("");
+    AddOperand(convert, "LEVEL", options->Files, "level files, with -r also folders of them");
     AddOption(convert, "-o", options->Output, "name of the set, for a single level")
         .type_name("OUT.was");
     AddOption(convert, "-d", options->Folder, "folder for the sets, each named after its level")
@@ -116,9 +125,8 @@ void AddInfo(CLI::App& app, int& status, const Streams& streams)
     const auto options = std::make_shared<ManyOptions>();
     CLI::App& info = AddCommand(app, "info", "tell what is in levels, main.sfx and projects",
                                 status, [options, &streams] { return Info(*options, streams); });
-    info.add_option("FILE", options->Files, "LEVEL, main.sfx or PROJECT.prj, with -r also folders")
-        ->required()
-        ->type_name("");
+    AddOperand(info, "FILE", options->Files,
+               "LEVEL, main.sfx or PROJECT.prj, with -r also folders");
     AddMany(info, *options);
 }
 
@@ -144,8 +152,8 @@ void AddExport(CLI::App& app, int& status, const Streams& streams, const Operand
         AddCommand(app, name.Name, name.Description, status, [options, run, &streams] {
             return run(options->File, options->Target, streams);
         });
-    command.add_option(file.Name, options->File, file.Description)->required()->type_name("");
-    command.add_option(target.Name, options->Target, target.Description)->required()->type_name("");
+    AddOperand(command, file.Name, options->File, file.Description);
+    AddOperand(command, target.Name, options->Target, target.Description);
 }
 
 void AddCheck(CLI::App& app, int& status, const Streams& streams)
@@ -159,9 +167,7 @@ void AddCheck(CLI::App& app, int& status, const Streams& streams)
     CLI::App& check =
         AddCommand(app, "check", "read object sets back and verify them", status,
                    [options, &streams] { return Check(*options, options->Game, streams); });
-    check.add_option("SET", options->Files, "SET.was, with -r also folders")
-        ->required()
-        ->type_name("");
+    AddOperand(check, "SET", options->Files, "SET.was, with -r also folders");
     AddOption(check, "--game", options->Game, "game of the sets, 1 to 5, if their lists name none")
         .check(CLI::Range(1, 5))
         ->type_name("N");
@@ -190,7 +196,7 @@ void AddFind(CLI::App& app, int& status, const Streams& streams)
 /// What `picture` and `animate` have in common.
 void AddLook(CLI::App& command, PictureOptions& options)
 {
-    command.add_option("FILE", options.File, "LEVEL or SET.was")->required()->type_name("");
+    AddOperand(command, "FILE", options.File, "LEVEL or SET.was");
     AddOption(command, "--object", options.Object, "the object, by its id or name")
         .required()
         ->type_name("NAME|ID");
@@ -221,7 +227,7 @@ void AddPicture(CLI::App& app, int& status, const Streams& streams)
     CLI::App& picture = AddCommand(app, "picture", "draw an object as a PNG file", status,
                                    [options, &streams] { return SavePicture(*options, streams); });
     AddLook(picture, *options);
-    picture.add_option("OUT", options->Output, "OUT.png")->required()->type_name("");
+    AddOperand(picture, "OUT", options->Output, "OUT.png");
     picture.add_flag("--static", options->IsStatic, "it is a static mesh, not a moveable");
     AddOption(picture, "--frame", options->Frame, "number of the frame, from 0, 30 to a second")
         .type_name("F");
@@ -235,7 +241,7 @@ void AddAnimate(CLI::App& app, int& status, const Streams& streams)
         AddCommand(app, "animate", "draw an animation as an animated PNG or WebP file", status,
                    [options, &streams] { return SaveAnimation(*options, streams); });
     AddLook(animate, *options);
-    animate.add_option("OUT", options->Output, "OUT.png or OUT.webp")->required()->type_name("");
+    AddOperand(animate, "OUT", options->Output, "OUT.png or OUT.webp");
 }
 
 void AddContact(CLI::App& app, int& status, const Streams& streams)
@@ -244,8 +250,8 @@ void AddContact(CLI::App& app, int& status, const Streams& streams)
     CLI::App& contact =
         AddCommand(app, "contact", "draw all objects, with their names, as one PNG file", status,
                    [options, &streams] { return SaveContactSheet(*options, streams); });
-    contact.add_option("FILE", options->File, "LEVEL or SET.was")->required()->type_name("");
-    contact.add_option("OUT", options->Output, "OUT.png")->required()->type_name("");
+    AddOperand(contact, "FILE", options->File, "LEVEL or SET.was");
+    AddOperand(contact, "OUT", options->Output, "OUT.png");
     AddOption(contact, "--columns", options->Columns, "pictures in a row; else 8")
         .check(CLI::Range(1, 256))
         ->type_name("N");
@@ -262,7 +268,7 @@ void AddGltf(CLI::App& app, int& status, const Streams& streams)
     const auto command = std::make_shared<GltfCommand>();
     CLI::App& gltf = AddCommand(app, "gltf", "write objects with their animations as glTF", status,
                                 [command, &streams] { return SaveGltfFiles(*command, streams); });
-    gltf.add_option("FILE", command->File, "LEVEL or SET.was")->required()->type_name("");
+    AddOperand(gltf, "FILE", command->File, "LEVEL or SET.was");
     AddOption(gltf, "-d", command->Folder, "folder for the files, one for each object")
         .type_name("FOLDER");
     AddOption(gltf, "-o", command->Output, "all objects in one file, each as a scene")

@@ -7,7 +7,6 @@
 #include "cli/OpenSet.h"
 #include "cli/QuietHost.h"
 #include "picture/PNG.h"
-#include "shell/SetFiles.h"
 
 namespace morlik::cli
 {
@@ -68,9 +67,10 @@ int SaveGltfFiles(GltfCommand command, const Streams& streams)
         std::vector<GltfObject> chosen;
         try {
             chosen = ChosenObjects(opened, command);
-            const bool isSet = EndsWithNoCase(command.File, ".was");
-            GuardInputs(isSet ? FilesOfSet(command.File) : std::vector{command.File},
-                        GltfFiles(chosen, path, isFolder, command.Look));
+            auto inputs = InputsOf(command.File);
+            const auto lists = FilesOfLists({command.Objects, command.Without});
+            inputs.insert(inputs.end(), lists.begin(), lists.end());
+            GuardInputs(inputs, GltfFiles(chosen, path, isFolder, command.Look));
         } catch (const std::runtime_error& fault) { // of a list, or of an output
             wrongUse = fault.what();
             return false;

@@ -13,6 +13,7 @@ namespace morlik::cli
 namespace
 {
 
+constexpr char kFileMark = '@'; ///< what follows names a file with a list
 constexpr std::size_t kMostListBytes = std::size_t{1} << 20U;
 
 /// Sets the marks of the objects that an item means. Gives whether there are any.
@@ -70,6 +71,15 @@ std::string TextOf(std::int32_t id, const std::string& name)
 
 } // namespace
 
+std::vector<std::string> FilesOfLists(const std::vector<std::string>& lists)
+{
+    std::vector<std::string> files;
+    for (const std::string& list : lists)
+        if (list.starts_with(kFileMark))
+            files.push_back(list.substr(1));
+    return files;
+}
+
 ObjectItems ReadItems(const std::string& list)
 {
     ObjectItems items;
@@ -79,7 +89,7 @@ ObjectItems ReadItems(const std::string& list)
         if (!item.empty())
             items.push_back(std::move(item));
     };
-    const bool isFile = list.starts_with('@');
+    const bool isFile = list.starts_with(kFileMark);
     std::string text = list;
     if (isFile) {
         try {

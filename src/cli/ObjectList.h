@@ -17,6 +17,9 @@ namespace morlik::cli
 using ObjectItems = std::vector<std::string>;
 ObjectItems ReadItems(const std::string& list);
 
+/// The files with items that such lists name.
+std::vector<std::string> FilesOfLists(const std::vector<std::string>& lists);
+
 /// The objects of a level that `objects` names, or all if it is empty, without those that `without`
 /// names. Numbers are the IDs of the level; a name is one of the editor's game or of the level's,
 /// in letters of either case. An item of `objects` that means no object of the level is a

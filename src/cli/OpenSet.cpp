@@ -7,7 +7,9 @@
 #include "convert/ConvertLevel.h"
 #include "picture/MovingFile.h"
 #include "picture/PNG.h"
+#include "platform/Platform.h"
 #include "set/ReadSet.h"
+#include "shell/DataFiles.h"
 #include "shell/ObjectID_Mod.h"
 #include "shell/SetFiles.h"
 
@@ -74,6 +76,14 @@ OpenedSet WithNames(ObjectSet set, const ObjectNames& names)
 
 } // namespace
 
+std::vector<std::string> InputsOf(const std::string& file)
+{
+    auto inputs = EndsWithNoCase(file, ".was") ? FilesOfSet(file) : std::vector{file};
+    const auto data = DataFiles(ProgramFolder());
+    inputs.insert(inputs.end(), data.begin(), data.end());
+    return inputs;
+}
+
 int CheckPictureFiles(const std::string& file, const std::string& output, const Streams& streams,
                       bool moves)
 {
@@ -85,8 +95,7 @@ int CheckPictureFiles(const std::string& file, const std::string& output, const 
             streams.Errors << "This build of the program can't write " << (isWebP ? "WebP" : "PNG")
                            << " files\n";
         else {
-            const bool isSet = EndsWithNoCase(file, ".was");
-            GuardInputs(isSet ? FilesOfSet(file) : std::vector{file}, {{output}});
+            GuardInputs(InputsOf(file), {{output}});
             return kGood;
         }
     } catch (const FileFailure& failure) {

@@ -12,6 +12,9 @@
 namespace morlik::cli
 {
 
+/// The files that a command reads which opens `file`, a level or the list of a set.
+std::vector<std::string> InputsOf(const std::string& file);
+
 /// What keeps a picture of `file` from being written as `output`, as the exit status, after a
 /// complaint: an ending other than .png, or .webp for one that moves, a build that can't write such
 /// files, or an output that would replace what is read.

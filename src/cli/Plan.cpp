@@ -5,6 +5,7 @@
 #include "base/Text.h"
 #include "cli/FindFiles.h"
 #include "cli/MainSFX.h"
+#include "cli/ObjectList.h"
 #include "platform/Platform.h"
 #include "shell/DataFiles.h"
 #include "shell/SetFiles.h"
@@ -44,9 +45,8 @@ std::vector<std::string> InputsOf(const ConvertOptions& options, const std::vect
         if (!job.MainSFX.empty())
             inputs.push_back(job.MainSFX);
     }
-    for (const std::string& list : {options.Objects, options.Without})
-        if (list.starts_with('@'))
-            inputs.push_back(list.substr(1));
+    const auto lists = FilesOfLists({options.Objects, options.Without});
+    inputs.insert(inputs.end(), lists.begin(), lists.end());
     return inputs;
 }
 
@@ -85,6 +85,8 @@ std::string FaultOf(const ConvertOptions& options, const std::vector<Job>& jobs)
         return "Say where the set goes, with one of -o OUT.was and -d FOLDER";
     if (!options.Output.empty() && !EndsWithNoCase(options.Output, kExtension))
         return "The name of the set must end in .was";
+    if (ToLower(FileTitle(options.Output)) == kExtension)
+        return "The set needs a name before its .was";
     if (jobs.size() > 1 && !options.Output.empty())
         return "Several levels need a folder, -d FOLDER";
     if (jobs.size() > 1 && !options.Log.empty())

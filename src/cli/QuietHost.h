@@ -67,7 +67,10 @@ int RunQuietly(const Streams& streams, Work work)
 {
     QuietHost host;
     Session session(host);
-    const bool good = host.Try([&] { return work(session); });
+    const bool good = host.Try([&] {
+        const MessageScope messages(session.Report);
+        return work(session);
+    });
     for (const std::string& message : host.Messages)
         streams.Errors << PrintableLines(message) << '\n';
     if (!good && InterruptScope::IsRequested()) {

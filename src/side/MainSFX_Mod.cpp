@@ -91,7 +91,7 @@ bool ReadMainSFX(const std::string& fileName, MainSFXState& state, Reporter& rep
         return false;
     }
     if (!BeginsAsWave(file->Bytes())) {
-        report.Message(fileName + " is not a main.sfx");
+        report.Message(Printable(fileName) + " is not a main.sfx");
         return false;
     }
     ReadSamples(file->Bytes(), state, report);

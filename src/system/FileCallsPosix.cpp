@@ -1,6 +1,7 @@
 #include "system/FileCalls.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -97,10 +98,33 @@ std::error_code MayWrite(const std::filesystem::path& path)
     return access(path.c_str(), W_OK) == 0 || errno == ENOENT ? std::error_code() : LastError();
 }
 
+std::error_code MakeHiddenFolder(const std::filesystem::path& folder)
+{
+    struct stat status = {};
+    if (mkdir(folder.c_str(), 0777) == 0)
+        return {};
+    if (errno != EEXIST || lstat(folder.c_str(), &status) != 0)
+        return LastError();
+    return S_ISDIR(status.st_mode) ? std::error_code()
+                                   : make_error_code(std::errc::not_a_directory);
+}
+
+std::filesystem::path FoldedName(const std::filesystem::path& name)
+{
+    return name;
+}
+
+bool IsStream(std::string_view path)
+{
+    constexpr std::array<std::string_view, 3> kStreams{"/dev/stdout", "/dev/stderr", "/dev/null"};
+    return path.starts_with("/dev/fd/") ||
+           std::find(kStreams.begin(), kStreams.end(), path) != kStreams.end();
+}
+
 std::unique_ptr<HeldFile> HeldFile::Hold(const std::filesystem::path& path, std::error_code& error)
 {
     for (;;) {
-        const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
         error = descriptor < 0 ? LastError() : std::error_code();
         if (error)
             return nullptr;

@@ -68,9 +68,19 @@ private:
 
 std::error_code TakePlace(const std::filesystem::path& fresh, const std::filesystem::path& place)
 {
-    return MoveFileExW(fresh.c_str(), place.c_str(), MOVEFILE_REPLACE_EXISTING) != 0
-               ? std::error_code()
-               : LastError();
+    // Programs that look at every new file, against viruses or for a search, have it open for a
+    // moment.
+    constexpr DWORD kMilliseconds = 25;
+    for (int attempt = 1;; ++attempt) {
+        if (MoveFileExW(fresh.c_str(), place.c_str(), MOVEFILE_REPLACE_EXISTING) != 0)
+            return {};
+        const auto fault = LastError();
+        const bool mayPass =
+            fault.value() == ERROR_SHARING_VIOLATION || fault.value() == ERROR_ACCESS_DENIED;
+        if (!mayPass || attempt == 10)
+            return fault;
+        Sleep(kMilliseconds);
+    }
 }
 
 std::uint64_t FileNumber(const std::filesystem::path& /*path*/)
@@ -83,7 +93,57 @@ std::error_code MayWrite(const std::filesystem::path& path)
     const DWORD attributes = GetFileAttributesW(path.c_str());
     const bool readOnly =
         attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    return readOnly ? make_error_code(std::errc::permission_denied) : std::error_code();
+    if (readOnly)
+        return make_error_code(std::errc::permission_denied);
+    // To replace a file means to delete it, which a program that has it open may not share.
+    const HANDLE handle =
+        CreateFileW(path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (handle != INVALID_HANDLE_VALUE) {
+        CloseHandle(handle);
+        return {};
+    }
+    switch (GetLastError()) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+        return {};
+    case ERROR_SHARING_VIOLATION:
+        return make_error_code(std::errc::text_file_busy);
+    default:
+        return LastError();
+    }
+}
+
+std::error_code MakeHiddenFolder(const std::filesystem::path& folder)
+{
+    if (CreateDirectoryW(folder.c_str(), nullptr) != 0) {
+        SetFileAttributesW(folder.c_str(), FILE_ATTRIBUTE_HIDDEN);
+        return {};
+    }
+    const auto fault = LastError();
+    if (fault.value() != ERROR_ALREADY_EXISTS)
+        return fault;
+    const DWORD attributes = GetFileAttributesW(folder.c_str());
+    const bool isFolder = attributes != INVALID_FILE_ATTRIBUTES &&
+                          (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+                          (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
+    return isFolder ? std::error_code() : make_error_code(std::errc::not_a_directory);
+}
+
+std::filesystem::path FoldedName(const std::filesystem::path& name)
+{
+    const std::wstring& text = name.native();
+    std::wstring folded(text.size(), L'\0');
+    const int size = LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_UPPERCASE, text.data(),
+                                   static_cast<int>(text.size()), folded.data(),
+                                   static_cast<int>(folded.size()), nullptr, nullptr, 0);
+    return size == static_cast<int>(text.size()) ? std::filesystem::path(folded) : name;
+}
+
+bool IsStream(std::string_view path)
+{
+    const std::string name(path);
+    return lstrcmpiA(name.c_str(), "NUL") == 0 || lstrcmpiA(name.c_str(), "CON") == 0;
 }
 
 std::unique_ptr<HeldFile> HeldFile::Hold(const std::filesystem::path& path, std::error_code& error)

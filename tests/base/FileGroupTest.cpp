@@ -134,6 +134,50 @@ TEST_F(FileGroupTest, OfADeadWriterIsClearedUpOrFinished)
     EXPECT_EQ(Hidden(), "");
 }
 
+TEST_F(FileGroupTest, FinishesNoneThatSomebodyElseMade)
+{
+#ifndef _WIN32
+    // Such a folder may come with somebody's set, and lead to any files of the user.
+    Die([this](FileGroup& group) { Write(group); });
+    const auto hidden = Hidden();
+    std::filesystem::remove_all(hidden);
+    const TempFolder home;
+    home.Write("mine", Was);
+    const FileMap mine = FilesBelow(home.Path());
+    const auto comeNext = [this] {
+        FinishGroup(Folder.File("set.was"));
+        FileGroup(Folder.File("set.was"));
+    };
+    std::filesystem::create_symlink(home.Path(), hidden);
+    EXPECT_THROW(comeNext(), FileFailure);
+    std::filesystem::remove(hidden);
+    std::filesystem::create_directory(hidden);
+    std::filesystem::create_symlink(home.File("mine"), hidden / "held");
+    EXPECT_THROW(comeNext(), FileFailure);
+    std::filesystem::remove(hidden / "held");
+    // Finished, but neither with what a link leads to nor with what the note doesn't count.
+    Folder.Write(FromPath(hidden.filename() / "held"), BytesOf("."));
+    std::filesystem::create_symlink(home.Path(), hidden / "waves");
+    Folder.Write(FromPath(hidden.filename() / "set.wad"), Is);
+    comeNext();
+    EXPECT_EQ(Files(), Old);
+    EXPECT_EQ(FilesBelow(home.Path()), mine);
+#endif
+}
+
+TEST_F(FileGroupTest, LooksAtThePlacesAgainBeforeItTakesThem)
+{
+    {
+        FileGroup group(Folder.File("set.was"));
+        Write(group);
+        std::filesystem::create_directory(Folder.File("set.wad"));
+        EXPECT_THROW(group.TakePlaces(), FileFailure); // before it has touched the others
+    }
+    std::filesystem::remove(Folder.File("set.wad"));
+    EXPECT_EQ(Files(), Old);
+    EXPECT_EQ(Hidden(), "");
+}
+
 TEST_F(FileGroupTest, RefusesPlacesThatNoFileCanTake)
 {
     std::filesystem::create_directory(Folder.File("set.wad"));
