@@ -134,7 +134,11 @@ private:
     std::int32_t Count(const char* section)
     {
         reader_.Section(section);
-        return reader_.Read<std::int32_t>();
+        const auto count = reader_.Read<std::int32_t>();
+        if (count < 0) // a set keeps the count that its level has for an empty table
+            reader_.Fail("a count of " + std::to_string(count) +
+                         ", as damaged levels have it; the set is to be made of a good one");
+        return count;
     }
 
     ByteReader reader_;
