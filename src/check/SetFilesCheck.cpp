@@ -98,13 +98,17 @@ Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string
     return out.Take();
 }
 
-/// The folder of the WAV files. That of games 2 and 3 is there if the set was saved with a
-/// `main.sfx`, that of game 4 only then, that of game 5 from a set that was here before.
+/// The folder of the WAV files. Those of games 2 and 3 are there if the set was saved with a
+/// `main.sfx`, those of game 4 only then, those of game 5 from a set that was here before. So may
+/// the folder be.
 void CheckSoundFolder(SetCheck& check, const std::string& folder,
                       const std::vector<std::string>& lines, VersionCode game)
 {
     const bool isThere = Exists(folder);
-    if (IsOlderGame(game) && (isThere || game == kTR1))
+    const bool hasWaves = isThere && std::ranges::any_of(lines, [&](const std::string& name) {
+                              return Exists(folder + "/" + name);
+                          });
+    if (IsOlderGame(game) && (hasWaves || game == kTR1))
         check.Add("wav", CheckWaves(folder, lines, game));
     else if (IsOlderGame(game) && !lines.empty())
         check.Report.Notes.push_back("There are no WAV files: the set was saved without main.sfx");

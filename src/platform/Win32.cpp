@@ -16,8 +16,6 @@ namespace morlik
 namespace
 {
 
-/// More than any path has.
-constexpr std::size_t kLongestText = 32768;
 /// Holds any message whole.
 constexpr std::size_t kStreamBuffer = 8192;
 
@@ -25,9 +23,16 @@ constexpr std::size_t kStreamBuffer = 8192;
 
 std::filesystem::path ExecutablePath()
 {
-    std::wstring path(kLongestText, L'\0');
-    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-    return path;
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD size =
+            GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (size < path.size()) { // else it is cut off
+            path.resize(size);
+            return path;
+        }
+        path.resize(2 * path.size());
+    }
 }
 
 std::string Environment(const char* name)
