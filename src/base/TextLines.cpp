@@ -18,8 +18,6 @@ void TextLines::Open(const std::string& path, const std::string& shownAs)
     const auto type = std::filesystem::symlink_status(ToPath(path), fault).type();
     if (type == file_type::regular || type == file_type::symlink)
         std::filesystem::remove(ToPath(path), fault);
-    else
-        CheckPlace(path); // a pipe would wait for its reader
     file_ = &plain_.emplace(path, shownAs);
 }
 

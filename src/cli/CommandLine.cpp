@@ -51,11 +51,17 @@ std::string FaultOfValue(const std::string& text)
     return text.empty() ? "has an empty value" : "";
 }
 
-/// A word that the command can't do without, or several.
-template <class Value>
-void AddOperand(CLI::App& command, const char* name, Value& value, const char* description)
+/// A word that the command can't do without.
+void AddOperand(CLI::App& command, const char* name, std::string& value, const char* description)
 {
     command.add_option(name, value, description)->required()->check(FaultOfValue)->type_name("");
+}
+
+/// Names of files, one at least. An empty one among them is a file that can't be opened.
+void AddFiles(CLI::App& command, const char* name, std::vector<std::string>& files,
+              const char* description)
+{
+    command.add_option(name, files, description)->required()->type_name("");
 }
 
 /// An option that takes one value. The parser's own words for one that is given twice are of no
@@ -90,7 +96,7 @@ void AddConvert(CLI::App& app, int& status, const Streams& streams)
     CLI::App& convert = AddCommand(app, "convert", "convert levels to object sets", status,
                                    [options, &streams] { return Convert(*options, streams); });
     options->Kind = "levels";
-    AddOperand(convert, "LEVEL", options->Files, "level files, with -r also folders of them");
+    AddFiles(convert, "LEVEL", options->Files, "level files, with -r also folders of them");
     AddOption(convert, "-o", options->Output, "name of the set, for a single level")
         .type_name("OUT.was");
     AddOption(convert, "-d", options->Folder, "folder for the sets, each named after its level")
@@ -125,8 +131,7 @@ void AddInfo(CLI::App& app, int& status, const Streams& streams)
     const auto options = std::make_shared<ManyOptions>();
     CLI::App& info = AddCommand(app, "info", "tell what is in levels, main.sfx and projects",
                                 status, [options, &streams] { return Info(*options, streams); });
-    AddOperand(info, "FILE", options->Files,
-               "LEVEL, main.sfx or PROJECT.prj, with -r also folders");
+    AddFiles(info, "FILE", options->Files, "LEVEL, main.sfx or PROJECT.prj, with -r also folders");
     AddMany(info, *options);
 }
 
@@ -167,7 +172,7 @@ void AddCheck(CLI::App& app, int& status, const Streams& streams)
     CLI::App& check =
         AddCommand(app, "check", "read object sets back and verify them", status,
                    [options, &streams] { return Check(*options, options->Game, streams); });
-    AddOperand(check, "SET", options->Files, "SET.was, with -r also folders");
+    AddFiles(check, "SET", options->Files, "SET.was, with -r also folders");
     AddOption(check, "--game", options->Game, "game of the sets, 1 to 5, if their lists name none")
         .check(CLI::Range(1, 5))
         ->type_name("N");

@@ -2,6 +2,7 @@
 
 #include "base/FileIdentity.h"
 #include "base/Folders.h"
+#include "base/OutputFile.h"
 #include "base/Text.h"
 
 namespace morlik
@@ -32,6 +33,9 @@ void OpenLog(Reporter& report, const std::string& input)
     const auto openIn = [&](const std::filesystem::path& folder) {
         const auto path = FromPath(folder / kLogName);
         GuardInputs({{input}}, {{path}});
+        std::error_code missing;
+        if (!std::filesystem::is_regular_file(ToPath(path), missing))
+            CheckPlace(path); // a pipe would wait for its reader
         OpenLogFile(path, report);
     };
     const Host& host = report.TheHost();

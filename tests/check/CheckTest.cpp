@@ -137,6 +137,11 @@ TEST(Check, FindsEachFaultOfASet)
     WriteWholeFile(fifth.Base + "-Sounds/old.wav", {});
     EXPECT_EQ(CheckSet(fifth.Base, kTR5).Problems, Complaints());
     EXPECT_EQ(CheckSet(fifth.Base, kTR5).Notes.size(), 1U);
+    const Set second(kTR2); // as without a main.sfx
+    std::filesystem::remove_all(ToPath(second.Base + "-Sounds"));
+    std::filesystem::rename(ToPath(fifth.Base + "-Sounds"), ToPath(second.Base + "-Sounds"));
+    EXPECT_EQ(CheckSet(second.Base, kTR2).Problems, Complaints());
+    EXPECT_EQ(CheckSet(second.Base, kTR2).Notes.size(), 2U);
 
     Set set = good;
     for (Animation& animation : set.Wad.Animations)

@@ -174,7 +174,6 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
         {"check %a.wad", ""},
         {"convert %0 -o ''", "-o: has an empty value"},
         {"convert %0 -d ''", "-d: has an empty value"},
-        {"convert '' -d %a", "LEVEL: has an empty value"},
         {"sounds %0 ''", "FOLDER: has an empty value"},
         {"convert %0 -o %.WAS", "The set needs a name before its .was"},
         {"convert %0 -o %a.was --log ''", "--log: has an empty value"},

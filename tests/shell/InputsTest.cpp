@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace morlik::test
 {
 
@@ -103,6 +107,18 @@ TEST(Log, DoesNotReplaceTheLevel)
     OpenLog(run.Program.Report, run.Folder.File("level.phd"));
     EXPECT_EQ(ReadFile(run.Folder.File("level.phd")), level);
     EXPECT_EQ(LinesOfFile(run.Folder.File("state/MORLIK.log")).size(), 3U);
+#ifndef _WIN32
+    // Nor what a link leads to; a pipe would wait for its reader.
+    const std::string log = run.Folder.File("program/MORLIK.log");
+    fs::remove(log);
+    fs::create_symlink(run.Folder.File("level.phd"), log);
+    OpenLog(run.Program.Report, "");
+    EXPECT_EQ(ReadFile(run.Folder.File("level.phd")), level);
+    fs::remove(log);
+    ASSERT_EQ(mkfifo(log.c_str(), 0600), 0);
+    OpenLog(run.Program.Report, "");
+    EXPECT_TRUE(fs::is_fifo(log));
+#endif
 }
 
 } // namespace
