@@ -1,3 +1,5 @@
+#include "base/FileIdentity.h"
+#include "base/Folders.h"
 #include "base/Text.h"
 #include "base/TextLines.h"
 #include "tests/support/Conversion.h"
@@ -43,6 +45,13 @@ TEST(TextLines, EndsLinesInCrLfAndContinuesThemForAFlagOf0)
     const auto bytes = ReadFile(folder.File("old"));
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size()),
               "one and two\r\n\r\nthree");
+    file.OpenNew(folder.File("new"));
+    file.Line("a line that nobody wants");
+    file.Abandon();
+    file.Open(folder.File("old"));
+    file.Close();
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+        EXPECT_EQ(entry.path(), ToPath(folder.File("old")));
 }
 
 TEST(OutputFile, KeepsTheOrderOfSmallAndLargePieces)
@@ -119,18 +128,6 @@ TEST(Files, TellTheFileAndTheReasonOfAFailure)
               "Can't open " + folder.File("three") + ": 3 bytes are more than any such file has");
 }
 
-TEST(Files, HaveNamesOfAllLetters)
-{
-    const TempFolder folder;
-    const std::string name = "zamek-\u0142\u00f3d\u017a \u00fc \u57ce.phd";
-    folder.Write(name, std::vector<std::byte>(3));
-    EXPECT_EQ(ReadFile(folder.File(name)).size(), 3U);
-    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
-        EXPECT_EQ(FromPath(entry.path().filename()), name);
-    EXPECT_EQ(FailureOf([&] { FileBytes::Load("missing " + name); }),
-              "Can't open missing " + name + ": No such file or directory");
-}
-
 TEST(Files, TellOfAFullDisk)
 {
     const std::string full = "/dev/full";
@@ -144,6 +141,67 @@ TEST(Files, TellOfAFullDisk)
     file.Line("another line");
     EXPECT_EQ(FailureOf([&] { file.Close(); }), message);
     EXPECT_EQ(FailureOf([&] { file.Close(); }), "");
+    const TempFolder folder;
+    file.Open(full);
+    file.Line("a line");
+    file.Flush();
+    file.Open(folder.File("good")); // the fault of the other file is none of this one
+    file.Line("a line");
+    file.Close();
+    EXPECT_EQ(LinesOfFile(folder.File("good")), Strings{"a line"});
+}
+
+namespace fs = std::filesystem;
+
+TEST(Inputs, AreKnownUnderEveryName)
+{
+    const TempFolder folder;
+    const auto input = folder.File("level.phd");
+    WriteWholeFile(input, std::as_bytes(std::span("level")));
+    WriteWholeFile(folder.File("twin"), std::as_bytes(std::span("level"))); // as long, and no more
+    fs::create_directory(folder.Path() / "sub");
+    fs::create_hard_link(input, folder.File("hard.wad"));
+    Strings same{input, folder.File("./sub/../level.phd"), folder.File("hard.wad")};
+#ifndef _WIN32
+    fs::create_symlink("level.phd", folder.File("soft.wad"));
+    fs::create_symlink("../soft.wad", folder.File("sub/soft.sam"));
+    fs::create_directory_symlink(".", folder.File("here"));
+    fs::create_symlink("nowhere", folder.File("dangling"));
+    same.insert(same.end(), {folder.File("soft.wad"), folder.File("sub/soft.sam"),
+                             folder.File("here/hard.wad")});
+#endif
+    const Strings others{folder.File("twin"), folder.File("none"), folder.File("sub"),
+                         folder.File("dangling"), ""};
+    const Strings inputs{folder.File("gone"), folder.File("sub"), "", input};
+    EXPECT_EQ(FailureOf([&] { GuardInputs(inputs, others); }), "");
+    for (const std::string& output : same) {
+        Strings outputs = others;
+        outputs.push_back(output);
+        EXPECT_EQ(FailureOf([&] { GuardInputs(inputs, outputs); }),
+                  "Can't write " + output + ": it " +
+                      (output == input ? "" : "is " + input + ", which ") +
+                      "is read and would be replaced");
+    }
+}
+
+TEST(Folders, ThatCannotBeMadeTellWhy)
+{
+    const TempFolder folder;
+    const auto file = folder.File("file");
+    WriteWholeFile(file, {});
+    for (const char* good : {"", "a", "a/b/c", "a/b/c/"})
+        EXPECT_EQ(FailureOf([&] { MakeFolder(folder.Path() / good); }), "") << good;
+    EXPECT_EQ(FailureOf([] { MakeFolder({}); }), "");
+    EXPECT_TRUE(fs::is_directory(folder.File("a/b/c")));
+    const std::string tells = "Can't make the folder ";
+    EXPECT_EQ(FailureOf([&] { MakeFolder(file); }), tells + file + ": Not a directory");
+#ifndef _WIN32
+    // The system makes no folder in the place of a link; that there is none would fool the user.
+    fs::create_symlink("nowhere", folder.File("link"));
+    const auto told = FailureOf([&] { MakeFolder(folder.File("link")); });
+    EXPECT_TRUE(told.starts_with(tells + folder.File("link") + ": ")) << told;
+    EXPECT_EQ(told.find("No such file"), std::string::npos) << told;
+#endif
 }
 
 } // namespace
