@@ -1,5 +1,6 @@
 #include "base/Narrow.h"
 #include "base/Text.h"
+#include "tests/support/Failures.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -17,12 +18,7 @@ constexpr std::array<std::byte, 10> kTen{};
 TEST(ByteReader, RefusesEveryStepThatLeavesTheBytes)
 {
     using Limits = std::numeric_limits<std::int64_t>;
-    struct Step
-    {
-        const char* Name;
-        void (*Take)(ByteReader&);
-    };
-    const std::vector<Step> steps{
+    const std::vector<std::pair<const char*, void (*)(ByteReader&)>> steps{
         {"a value across the end", [](ByteReader& r) { r.Skip(4), r.Read<std::int32_t>(); }},
         {"a size that would wrap", [](ByteReader& r) { r.Take(static_cast<std::size_t>(-1)); }},
         {"one record too many", [](ByteReader& r) { r.Table<std::int32_t>(2); }},
@@ -33,10 +29,10 @@ TEST(ByteReader, RefusesEveryStepThatLeavesTheBytes)
         {"the least count", [](ByteReader& r) { r.TakeTable(Limits::min(), 1); }},
         {"a jump behind the end", [](ByteReader& r) { r.Seek(11); }},
     };
-    for (const Step& step : steps) {
+    for (const auto& [name, take] : steps) {
         ByteReader reader(kTen);
         reader.Skip(3);
-        EXPECT_THROW(step.Take(reader), ReadFailure) << step.Name;
+        EXPECT_THROW(take(reader), ReadFailure) << name;
     }
 }
 
@@ -51,12 +47,8 @@ TEST(ByteReader, ReachesTheLastByteAndTellsWhereItFailed)
     reader.Seek(2);
     EXPECT_EQ(reader.Table<std::int64_t>(1).size(), 1U);
     reader.Seek(2);
-    try {
-        reader.Table<std::int32_t>(3);
-        FAIL();
-    } catch (const ReadFailure& failure) {
-        EXPECT_STREQ(failure.what(), "frames, offset 2: 3 records of 4 bytes wanted, 8 bytes left");
-    }
+    EXPECT_EQ(MessageOf<ReadFailure>([&] { reader.Table<std::int32_t>(3); }),
+              "frames, offset 2: 3 records of 4 bytes wanted, 8 bytes left");
 }
 
 TEST(Narrow, KeepsWhatFitsAndFailsOnTheRest)
@@ -69,12 +61,7 @@ TEST(Narrow, KeepsWhatFitsAndFailsOnTheRest)
 
 TEST(Printable, EscapesControlCharactersAndKeepsLetters)
 {
-    struct Row
-    {
-        std::string Text;
-        std::string Shown;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<std::string, std::string>> rows{
         {"plain C:\\new", "plain C:\\new"},
         {"two\nlines: saved as good.was", "two\\nlines: saved as good.was"},
         {std::string("\0\t\r\x1b[2J\x7f", 8), "\\x00\\x09\\x0D\\x1B[2J\\x7F"},

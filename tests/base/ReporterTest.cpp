@@ -68,7 +68,7 @@ TEST(MessageScope, EndsWithTheMessageThatEndsTheProgram)
     const auto boxes = host.Messages();
     ASSERT_EQ(boxes.size(), 22U);
     EXPECT_EQ(boxes[19], "MORLIK: Error in the FOE19\\n13");
-    EXPECT_NE(boxes[20].find("There are 10 more"), std::string::npos);
+    EXPECT_PRED2(Has, boxes[20], "There are 10 more");
     EXPECT_EQ(boxes[21], "MORLIK: Error in the ");
     for (int i = 0; i < 30; ++i)
         report.Message("outside " + std::to_string(i)); // each is an answer to the user

@@ -95,11 +95,9 @@ TEST(ConvertFrames, BringsFramesToTheFormOfTheEditor)
         for (const auto& [word, size] : row.Animations)
             level.Animations.push_back(
                 {.FrameOffset = 2 * word, .FrameSize = static_cast<std::uint8_t>(size)});
-        const TempFolder folder;
-        ScriptedHost host;
-        Reporter report(host);
-        report.Log.Open(folder.File("log"));
-        ConvertFrames(level, names, report);
+        Conversion run;
+        run.OpenLog();
+        ConvertFrames(level, names, run.Program.Report);
         EXPECT_EQ(level.Frames, row.After) << row.Name;
         for (std::size_t i = 0; i < row.Sizes.size(); ++i)
             EXPECT_EQ(level.Animations[i].FrameSize, row.Sizes[i]) << row.Name;
@@ -112,8 +110,8 @@ TEST(ConvertFrames, BringsFramesToTheFormOfTheEditor)
             messages.push_back("MORLIK: Error converting animations from the " + name);
             log.push_back("ERROR! Error when converting " + name + ", animation 0");
         }
-        EXPECT_EQ(host.Messages(), messages) << row.Name;
-        EXPECT_EQ(LinesOfFile(folder.File("log")), log) << row.Name;
+        EXPECT_EQ(run.Host.Messages(), messages) << row.Name;
+        EXPECT_EQ(run.LogLines(), log) << row.Name;
     }
 }
 

@@ -26,15 +26,11 @@ std::vector<std::vector<std::byte>> FilesOfSave(Conversion& run)
     return files;
 }
 
-Strings WavesIn(const Conversion& run)
+/// The WAV files beside a set, by their names.
+FileMap WavesOf(const std::string& base)
 {
-    Strings names;
-    std::error_code none;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(ToPath(run.Output("-Sounds")), none))
-        names.push_back(FromPath(entry.path().filename()));
-    std::ranges::sort(names);
-    return names;
+    const auto folder = ToPath(base + "-Sounds");
+    return std::filesystem::exists(folder) ? FilesBelow(folder) : FileMap();
 }
 
 TEST(Extended, GivesTheSetOfItsTwinInTheFormOfTheGame)
@@ -121,14 +117,12 @@ TEST(Extended, TakesSamplesThatStandInAMainSFXFromThere)
         run.Folder.Write("main.sfx", mainSFX);
         run.Host.OpenAnswers = {cancelled ? "" : run.Folder.File("main.sfx")};
         EXPECT_TRUE(run.Save());
-        const auto waves = WavesIn(run);
-        if (cancelled) {
-            EXPECT_EQ(waves, Strings());
+        const auto waves = WavesOf(run.Base());
+        EXPECT_EQ(waves.size(), cancelled ? 0 : sounds.size() - 1 - 3);
+        if (cancelled)
             continue;
-        }
-        EXPECT_EQ(waves.size(), sounds.size() - 1 - 3) << testing::PrintToString(waves);
-        EXPECT_EQ(ReadFile(run.Output("-Sounds/TR4 Sound 65-0.wav")), sounds[4]);
-        EXPECT_EQ(ReadFile(run.Output("-Sounds/TR4 Sound 0-1.wav")), sounds[10]);
+        EXPECT_EQ(waves.at("TR4 Sound 65-0.wav"), sounds[4]);
+        EXPECT_EQ(waves.at("TR4 Sound 0-1.wav"), sounds[10]);
         EXPECT_EQ(check::CheckSet(run.Base(), kTR4).Notes, check::Complaints());
         // Of a choice, the sounds of its objects alone come along.
         ObjectChoice choice = ChooseAll(run.Program.Level);
@@ -138,14 +132,11 @@ TEST(Extended, TakesSamplesThatStandInAMainSFXFromThere)
         run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
         const auto chosen = run.Folder.File("chosen");
         EXPECT_TRUE(SaveLevel(run.Program, chosen + ".was"));
-        Strings heard;
-        for (const auto& entry : std::filesystem::directory_iterator(ToPath(chosen + "-Sounds")))
-            heard.push_back(FromPath(entry.path().filename()));
+        const auto heard = WavesOf(chosen);
         EXPECT_FALSE(heard.empty());
         EXPECT_LT(heard.size(), waves.size());
-        for (const std::string& name : heard)
-            EXPECT_EQ(ReadFile(chosen + "-Sounds/" + name),
-                      ReadFile(run.Output("-Sounds/" + name)));
+        for (const auto& [name, wave] : heard)
+            EXPECT_EQ(wave, waves.at(name));
         // What is behind the end of the level's samples, or a few bytes, is no place of one.
         const auto& sfx = run.Program.MainSFX;
         EXPECT_TRUE(sfx.WaveAt(0, end));

@@ -2,6 +2,8 @@
 
 #include "base/Narrow.h"
 #include "set/ObjectSet.h"
+#include "tests/support/Failures.h"
+#include "tests/support/Printing.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>
@@ -45,14 +47,9 @@ inline WadMesh MadeMesh()
 template <class Work>
 void ExpectFailure(const std::string& failure, Work work)
 {
-    std::string text;
-    try {
-        work();
-    } catch (const ReadFailure& found) {
-        text = found.what();
-    }
-    EXPECT_TRUE(text.empty() == failure.empty() && text.find(failure) != std::string::npos)
-        << "wanted: " << failure << "\ngot: " << text;
+    const auto text = MessageOf<ReadFailure>(work);
+    EXPECT_EQ(text.empty(), failure.empty()) << text;
+    EXPECT_PRED2(Has, text, failure);
 }
 
 } // namespace morlik::test

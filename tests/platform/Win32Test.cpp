@@ -50,8 +50,7 @@ TEST(Win32, KnowsTheUsersFolderAndTheDate)
     EXPECT_TRUE(StateFolder().is_absolute());
     EXPECT_TRUE(std::filesystem::is_directory(StateFolder().parent_path()));
     const std::time_t now = std::time(nullptr);
-    EXPECT_NE(ShortDate().find(std::to_string(std::localtime(&now)->tm_mday)), std::string::npos)
-        << ShortDate();
+    EXPECT_PRED2(Has, ShortDate(), std::to_string(std::localtime(&now)->tm_mday));
 }
 
 } // namespace

@@ -29,18 +29,6 @@ SetTiles OneTile()
     return {kTileBytes, std::make_shared<Rows>()};
 }
 
-/// What the failure of a read tells; empty where it doesn't fail.
-template <class Read>
-std::string ReadFaultOf(Read read)
-{
-    try {
-        read();
-    } catch (const ReadFailure& failure) {
-        return failure.what();
-    }
-    return {};
-}
-
 /// Words of 16 bits in the order of a file.
 std::vector<int> WordsOf(const std::vector<std::byte>& bytes)
 {
@@ -260,7 +248,7 @@ TEST(Lists, EndEveryLineInCrLf)
     EXPECT_EQ(lines("\r\na\r\n"), (Strings{"", "a"}));
     for (const char* text : {"a", "a\n", "\n", "a\r", "a\rb\r\n", "a\r\nb", "\r\r\n"})
         EXPECT_THROW(lines(text), ReadFailure) << text;
-    EXPECT_EQ(ReadFaultOf([&] { lines("a\r\nb\n"); }),
+    EXPECT_EQ(MessageOf<ReadFailure>([&] { lines("a\r\nb\n"); }),
               "text, offset 5: line 2 doesn't end in CR LF");
     std::string most;
     for (int i = 0; i < 1 << 16; ++i)
@@ -289,7 +277,7 @@ TEST(MeshRecords, AreWalkedToTheirEndOrRefused)
     EXPECT_EQ(mesh.Faces[0].TextureNumber(), 14U);
     EXPECT_EQ(Triangle().Faces[1].TextureNumber(), 5U);
     EXPECT_EQ(WadMeshOf(set, 1), mesh);
-    EXPECT_EQ(ReadFaultOf([&] { WadMeshOf(set, 2); }),
+    EXPECT_EQ(MessageOf<ReadFailure>([&] { WadMeshOf(set, 2); }),
               "mesh pointer, offset 0: there is no mesh 2");
     set.MeshData.back() = std::byte{1};
     EXPECT_THROW(walk(), ReadFailure);
@@ -322,11 +310,11 @@ TEST(ObjectSets, ThatAreCutShortAreRefusedWhereTheyAreRead)
     EXPECT_NO_THROW(run.Set());
     const auto list = ReadFile(run.Output(".was"));
     WriteWholeFile(run.Output(".was"), std::vector<std::byte>(list.size() + 2));
-    EXPECT_EQ(ReadFaultOf([&] { run.Set(); }), "list: no line tells the game");
+    EXPECT_EQ(MessageOf<ReadFailure>([&] { run.Set(); }), "list: no line tells the game");
     auto twice = list;
     twice.insert(twice.end(), list.end() - 2, list.end());
     WriteWholeFile(run.Output(".was"), twice);
-    EXPECT_EQ(ReadFaultOf([&] { run.Set(); }), "list: line 2 has no source path");
+    EXPECT_EQ(MessageOf<ReadFailure>([&] { run.Set(); }), "list: line 2 has no source path");
 }
 
 } // namespace

@@ -58,12 +58,11 @@ Strings LinesOf(const std::string& game, const std::string& unnamed)
     return lines;
 }
 
-/// Names of the files in the sound folder.
-std::size_t CountWaves(const Conversion& run)
+/// The number of WAV files in the folder of a run and below.
+std::ptrdiff_t CountWaves(const Conversion& run)
 {
-    std::error_code missing;
-    const std::filesystem::directory_iterator files(run.Output("-Sounds"), missing);
-    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    return std::ranges::count_if(FilesBelow(run.Folder.Path()),
+                                 [](const auto& file) { return file.first.ends_with(".wav"); });
 }
 
 TEST(Sounds, OfTombRaiderICountTheSlotsThatItLeavesEmpty)
@@ -77,7 +76,7 @@ TEST(Sounds, OfTombRaiderICountTheSlotsThatItLeavesEmpty)
     EXPECT_EQ(ReadFile(run.Output("-Sounds/TR1 Sound 369-0.wav")), level.Samples[3]);
     EXPECT_EQ(ReadFile(run.Output("-Sounds/TR1 Sound 9-2.wav")), level.Samples[3]);
     EXPECT_EQ(ReadFile(run.Output("-Sounds/TR1 Sound 12-0.wav")), level.Samples[4]);
-    EXPECT_EQ(CountWaves(run), 10U); // one and three, one of two, five of 31
+    EXPECT_EQ(CountWaves(run), 10); // one and three, one of two, five of 31
     const auto lines = run.LogLines();
     EXPECT_EQ(
         std::count(lines.begin(), lines.end(), "Samples that do not exist and get no WAV file: 27"),
@@ -127,11 +126,11 @@ TEST(Sounds, OfTombRaiderIIAndIIIComeFromMainSfx)
             EXPECT_EQ(wave("0-0"), sounds[1]);
             EXPECT_EQ(wave("9-0"), sounds[0]);
             EXPECT_EQ(wave("9-2"), sounds[1]);
-            EXPECT_EQ(CountWaves(run), 1 + 2 + 1 + 4U);
+            EXPECT_EQ(CountWaves(run), 1 + 2 + 1 + 4);
         }
         std::filesystem::remove_all(run.Output("-Sounds"));
         EXPECT_TRUE(run.Save()); // cancelled again: the choice before is none of this save
-        EXPECT_EQ(CountWaves(run), 0U);
+        EXPECT_EQ(CountWaves(run), 0);
         EXPECT_EQ(run.Program.State.LevelVersion, game);
         const std::string asked = "open: TR2&3 Sound Data (main.sfx)|main.sfx in ";
         EXPECT_EQ(std::count(run.Host.Calls.begin(), run.Host.Calls.end(), asked), 5);
@@ -154,7 +153,7 @@ TEST(Sounds, ThatNoSetCanHoldEndTheProgram)
         run.Folder.Write("main.sfx", file.Bytes);
         run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
         EXPECT_EQ(EndOf([&] { run.Save(); }), "The sounds are damaged - can't continue!");
-        EXPECT_EQ(CountWaves(run), 0U);
+        EXPECT_EQ(CountWaves(run), 0);
     }
 }
 
@@ -244,7 +243,7 @@ TEST(DefaultFiles, AreCopiedForTombRaiderIVAndVAndMissedOneByOne)
             missed.push_back("MORLIK: Can't find morlik." + kind);
         }
         EXPECT_TRUE(run.Save());
-        EXPECT_EQ(CountWaves(run), 0U);
+        EXPECT_EQ(CountWaves(run), 0);
         for (const std::string kind : {"sam", "sfx", "swd"}) {
             const auto file = run.Folder.File("morlik." + kind);
             EXPECT_EQ(ReadFile(run.Output("." + kind)), ReadFile(file));
@@ -298,13 +297,6 @@ std::vector<SoundDetail> Details(std::size_t count)
     return std::vector<SoundDetail>(count, {.Sample = 0, .Raw = {}, .Characteristics = 0xff});
 }
 
-/// The number of WAV files in the folder of a run.
-std::ptrdiff_t CountSaved(const Conversion& run)
-{
-    return std::ranges::count_if(FilesBelow(run.Folder.Path()),
-                                 [](const auto& file) { return file.first.ends_with(".wav"); });
-}
-
 TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
 {
     // A small level may want a gigabyte of WAV files, or millions of names of a few files.
@@ -337,7 +329,7 @@ TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
         const bool complete = WriteLevelSounds(run.Base(), level, run.Program.Report);
         EXPECT_LT(HeapPeak(), std::size_t{64} << 20U);
         EXPECT_EQ(complete, row.Detail.empty());
-        EXPECT_EQ(CountSaved(run), complete ? 31 : 0);
+        EXPECT_EQ(CountWaves(run), complete ? 31 : 0);
         if (complete)
             continue;
         EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK: The sounds are damaged - can't continue!"});
@@ -351,7 +343,7 @@ TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
         EXPECT_FALSE(WriteMainSFXSounds(run.Base(), mainSFX, run.Program.Report));
     }
     EXPECT_EQ(run.Host.Messages().size(), 2U);
-    EXPECT_EQ(CountSaved(run), 0);
+    EXPECT_EQ(CountWaves(run), 0);
 }
 
 TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)
@@ -371,7 +363,7 @@ TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)
         run.Host.TurnsToStop = turns;
         Reporter& report = run.Program.Report;
         EXPECT_EQ(WriteMainSFXSounds(run.Folder.File("m"), mainSFX, report), turns == 100);
-        EXPECT_EQ(CountSaved(run), turns == 100 ? std::ssize(sounds) : turns - 1);
+        EXPECT_EQ(CountWaves(run), turns == 100 ? std::ssize(sounds) : turns - 1);
         run.Host.Turns = 0;
         EXPECT_EQ(WriteLevelSounds(run.Folder.File("l"), level, report), turns == 100);
         if (turns == 100)
