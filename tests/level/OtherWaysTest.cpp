@@ -109,6 +109,14 @@ TEST(OtherWays, DontHideWhatTheReadingByTheNameReports)
     EXPECT_EQ(messages(level, false).back(), "MORLIK error: ReadTR -> Error reading level");
     level.OtherPalettePlace = false;
     EXPECT_EQ(messages(level, true).size(), 21U);
+
+    // A message that ends the program is told as well.
+    level = MakeRichLevel(kTR1);
+    const auto faulty = std::to_string(level.ObjectTextures.size());
+    level.ObjectTextures.push_back(
+        {.Corners = {{{0xff, 10, 1, 5}, {1, 20, 1, 77}, {}, {1, 88, 0, 9}}}});
+    EXPECT_EQ(messages(level, false),
+              Strings{"MORLIK: ConvertTextInfo -> Error reading texture" + faulty});
 }
 
 } // namespace
