@@ -225,6 +225,11 @@ TEST(Check, KnowsTheLastGoodValue)
         {"dispatches outside", [](auto& s) { s.StateChanges[0].NumAnimDispatches = 2; }},
         {"to animation 1 of another", [](auto& s) { s.AnimDispatches[0].NextAnimation = 1; }},
         {"Dispatch 0 leads from", [](auto& s) { s.AnimDispatches[0].NextAnimation = -1; }},
+        {"to animation 2 of another", // by the last animation of all
+         [](auto& s) {
+             s.Animations.resize(2, s.Animations[0]);
+             s.Animations[0].NumStateChanges = 0, s.AnimDispatches[0].NextAnimation = 2;
+         }},
         {"holds from frame 4 to 3", [](auto& s) { s.AnimDispatches[0].Low = 4; }},
         {"holds from frame -1", [](auto& s) { s.AnimDispatches[0].Low = -1; }},
         {"", [](auto& s) { s.AnimDispatches[0].Low = 0; }},
