@@ -94,7 +94,9 @@ TEST(Check, FindsEachFaultOfASet)
         {"Face 0 of the mesh at 0 has texture",
          [](auto& s) { PutMeshWord(s, FirstFace(s) + 10, 2999); }},
         {"Face 0 of the mesh at 0 turns a colour square",
-         [](auto& s) { PutMeshWord(s, FirstFace(s) + 10, Word(-int(s.Wad.ColourBase()))); }},
+         [](auto& s) {
+             PutMeshWord(s, FirstFace(s) + 10, Word(-static_cast<int>(s.Wad.ColourBase())));
+         }},
         {"Moveable 1 has the ID of another",
          [](auto& s) { s.Wad.Moveables[1].ObjectID = s.Wad.Moveables[0].ObjectID; }},
         {"Moveable 1 has its first animation", [](auto& s) { s.Wad.Moveables[1].Animation = 0; }},

@@ -526,14 +526,6 @@ TEST_F(CliTest, PrintsTwentyMessagesOfAKindAndLogsThemAll)
 TEST_F(CliTest, TellsOfShortMemory)
 {
     Expect(0, "convert %0 -o %a.was");
-    auto level = samples::MakeTinyLevel(kTR1);
-    level.MeshTable.resize(60000); // more than fits once more, to tell of its textures
-    Write("many.phd", level);
-    std::filesystem::create_directory(ToPath(File("many.wad"))); // the save fails before
-    {
-        const ShortMemory memory(std::size_t{512} << 10U);
-        Expect(1, "convert %many.phd -o %many.was", "MORLIK error: There is not enough memory\n");
-    }
     const ShortMemory memory(std::size_t{16} << 10U);
     for (const char* line : {"info %0", "sheet %0 %a.tga", "sounds %0 %waves", "info %MAIN.Sfx",
                              "check %a.was", "convert %0 %1 %4 -d %sets --jobs 3"})

@@ -1,6 +1,7 @@
 // Commands that take many files and folders, up to each line that they print.
 
 #include "cli/Columns.h"
+#include "cli/ManyFiles.h"
 #include "cli/ProgressBar.h"
 #include "set/ReadSet.h"
 #include "tests/cli/RunCli.h"
@@ -162,6 +163,21 @@ TEST(ProgressBar, FitsTheLineAndNamesWhatItDoes)
     const Strings name{"a.tr4"};
     cli::ProgressBar({out, errors, false}, name).Set(0, 50);
     EXPECT_EQ(drawn(), "");
+}
+
+TEST(WorkOnFiles, TellsWhatAWorkThrowsAndGoesOn)
+{
+    std::ostringstream out;
+    std::ostringstream errors;
+    const int status = cli::WorkOnFiles({"a", "b"}, {}, {out, errors, false},
+                                        [](std::size_t file, const cli::OnProg&) {
+                                            if (file == 0)
+                                                throw std::bad_alloc();
+                                            return cli::FileOutcome{.Text = "good\n"};
+                                        });
+    EXPECT_EQ(status, cli::kFailed);
+    EXPECT_EQ(out.str(), "good\n");
+    EXPECT_PRED2(Has, errors.str(), "a:\n  MORLIK error: There is not enough memory\n");
 }
 
 } // namespace

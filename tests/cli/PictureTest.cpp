@@ -81,6 +81,14 @@ TEST(ContactSheets, HoldPicturesAndWholeLabels)
     EXPECT_EQ(std::count(sheet->Pixels.begin(), sheet->Pixels.end(), 2U),
               std::count(lines.Pixels.begin(), lines.Pixels.end(), 2U));
     EXPECT_FALSE(MakeContactSheet(Strings(2000), {.Columns = 1}, {}));
+    for (const int columns : {248, 249}) { // as wide as a picture may be, and one too many
+        const SheetLook wide{.Columns = columns, .Side = 25};
+        const auto made =
+            MakeContactSheet(Strings(static_cast<std::size_t>(columns)), wide, [](std::size_t) {
+                return Picture{.Width = 25, .Height = 25, .Pixels = std::vector<Colour>(625)};
+            });
+        EXPECT_EQ(made ? made->Width : 0, columns == 248 ? kMostPictureSide : 0);
+    }
 }
 
 #ifdef MORLIK_PNG

@@ -106,17 +106,15 @@ private:
         const auto stream = samples::Compress(part);
         const auto sizes = frame_.Count("Level block inflated").Offset;
         const auto tail = frame_.Section("Samples").Offset;
-        std::vector<std::byte> file(frame_.Bytes.begin(), frame_.Bytes.begin() + Index(sizes));
-        const std::array<std::size_t, 2> words{part.size(), stream.size()};
-        for (const std::size_t word : words)
-            for (unsigned shift = 0; shift < 32; shift += 8)
-                file.push_back(static_cast<std::byte>(word >> shift));
-        file.insert(file.end(), stream.begin(), stream.end());
-        file.insert(file.end(), frame_.Bytes.begin() + Index(tail), frame_.Bytes.end());
-        return file;
+        const std::span frame(frame_.Bytes);
+        ByteWriter out;
+        out.PutBytes(frame.first(sizes));
+        out.Put(narrow<std::int32_t>(part.size()));
+        out.Put(narrow<std::int32_t>(stream.size()));
+        out.PutBytes(stream);
+        out.PutBytes(frame.subspan(tail));
+        return out.Bytes();
     }
-
-    static std::ptrdiff_t Index(std::size_t offset) { return static_cast<std::ptrdiff_t>(offset); }
 
     std::string name_;
     bool wrapped_;

@@ -6,6 +6,7 @@
 #include "convert/ConvertLevel.h"
 #include "tests/model/MadeSet.h"
 #include "tests/support/Conversion.h"
+#include "tests/support/HeapPeak.h"
 
 #include <gtest/gtest.h>
 #include <numeric>
@@ -360,6 +361,32 @@ TEST_F(RenderTest, WireframeHasEdgesAndHidesWhatLiesBehind)
         EXPECT_NE(picture.Pixels[picture.At(at, kRim)], kDark);
         EXPECT_NE(picture.Pixels[picture.At(kRim, at)], kDark);
     }
+}
+
+TEST_F(RenderTest, MovesThePictureToTheRightAndDown)
+{
+    AddFace(kSquare, 2);
+    camera_.PanX = 0.25; // of the height
+    camera_.PanY = -0.125;
+    const Picture picture = Draw();
+    for (const auto& [x, y, colour] : {std::tuple{kRim + 4, kRim - 2, kBright},
+                                       {kRim + kBox + 3, kRim + kBox - 3, kBright},
+                                       {kRim + 3, kRim, Colour{0}},
+                                       {kRim + 4, kRim + kBox - 2, Colour{0}}})
+        EXPECT_EQ(picture.Pixels[picture.At(x, y)], colour) << x << ' ' << y;
+}
+
+TEST(TexturePixels, KeepsNoMoreTilesThanAPictureMayNeed)
+{
+    TexturePixels textures(SetTiles(std::int64_t{400} * kTileBytes, std::make_shared<TestRows>()));
+    std::vector<std::int32_t> numbers(200);
+    ResetHeapPeak();
+    for (const std::int32_t first : {0, 200, 100}) {
+        std::iota(numbers.begin(), numbers.end(), first);
+        textures.Need(numbers);
+        EXPECT_EQ(textures.Tile(first + 199)[0], MixedPixel(0, 0));
+    }
+    EXPECT_LT(HeapPeak(), TexturePixels::kMostTiles * (std::size_t{257} << 10U));
 }
 
 TEST_F(RenderTest, GivesUpOnFacesWithoutEnd)

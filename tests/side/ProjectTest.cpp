@@ -84,17 +84,6 @@ TEST_F(ProjectTest, ReadsTheFormOfLaterEditors)
     }
 }
 
-TEST_F(ProjectTest, ReadsARealProject)
-{
-    const std::string path = std::string(MORLIK_LEVEL_FOLDER) + "/../projects/real1.prj";
-    if (!std::filesystem::exists(path))
-        GTEST_SKIP() << "no real project here";
-    const PRJData project = ReadPRJ(path, LevelIsLoaded, Report);
-    EXPECT_TRUE(Host.Calls.empty());
-    EXPECT_EQ(project.NumRoomSlots, 100);
-    EXPECT_TRUE(project.Rooms.at(0).Name.starts_with("Room0"));
-}
-
 TEST_F(ProjectTest, UnknownObjectsGetAMessageAndTheReadGoesOn)
 {
     auto content = samples::MakeProject();

@@ -12,23 +12,11 @@ namespace morlik::test
 
 const char* LevelName(VersionCode game)
 {
-    switch (game) {
-    case kTR1:
-        return "level.phd";
-    case kTR1Gold:
-        return "level.tub";
-    case kTR4:
-        return "level.tr4";
-    case kTR5:
-        return "level.trc";
-    case kTR2:
-    case kTR3:
-    case kNoLevel:
-    case kMainSFXVersion:
-    case kTR5Demo:
-        break;
-    }
-    return "level.tr2";
+    return game == kTR1       ? "level.phd"
+           : game == kTR1Gold ? "level.tub"
+           : game == kTR4     ? "level.tr4"
+           : game == kTR5     ? "level.trc"
+                              : "level.tr2";
 }
 
 samples::LevelFile PartOf(const samples::LevelContent& level)
