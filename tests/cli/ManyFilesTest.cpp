@@ -1,7 +1,8 @@
 // Commands that take many files and folders, up to each line that they print.
 
-#include "cli/Columns.h"
 #include "cli/ManyFiles.h"
+
+#include "cli/Columns.h"
 #include "cli/ProgressBar.h"
 #include "set/ReadSet.h"
 #include "tests/cli/RunCli.h"
