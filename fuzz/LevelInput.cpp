@@ -1,6 +1,7 @@
 #include "fuzz/LevelInput.h"
 
 #include "base/OutputFile.h"
+#include "convert/ConvertLevel.h"
 #include "samples/LevelWriter.h"
 
 #include <array>
@@ -116,6 +117,17 @@ std::string Run::Write(const std::string& name, std::span<const std::uint8_t> by
 {
     WriteWholeFile(File(name), std::as_bytes(bytes));
     return File(name);
+}
+
+void Run::TryOnSet(std::span<const std::uint8_t> input,
+                   const std::function<void(const ObjectSet&)>& work)
+{
+    Try([&] {
+        LoadLevel(Program, WriteLevel(input));
+        const auto set = ConvertLevel(Program.Level, Program.Names, "LEVEL", {}, Program.Report);
+        if (set)
+            work(*set);
+    });
 }
 
 } // namespace morlik::fuzz

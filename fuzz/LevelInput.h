@@ -3,9 +3,11 @@
 #include "level/LevelData.h"
 #include "platform/ConsoleHost.h"
 #include "samples/LevelContent.h"
+#include "set/ObjectSet.h"
 #include "shell/Session.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <sstream>
 #include <string>
@@ -52,6 +54,10 @@ public:
             return;
         }
     }
+
+    /// Gives the object set of an input's level to a work, if there is one.
+    void TryOnSet(std::span<const std::uint8_t> input,
+                  const std::function<void(const ObjectSet&)>& work);
 
 private:
     std::string folder_;

@@ -1,6 +1,5 @@
 // Reads levels of all games and draws an animation of one of their objects, small, into a file.
 
-#include "convert/ConvertLevel.h"
 #include "fuzz/LevelInput.h"
 #include "picture/Animation.h"
 #include "picture/MovingFile.h"
@@ -11,21 +10,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     using namespace morlik;
     fuzz::Run run;
-    Session& program = run.Program;
-    const auto level = run.WriteLevel({data, size});
-    run.Try([&] {
-        LoadLevel(program, level);
-        const auto set = ConvertLevel(program.Level, program.Names, "LEVEL", {}, program.Report);
-        if (!set || set->Moveables.empty())
+    run.TryOnSet({data, size}, [&](const ObjectSet& set) {
+        if (set.Moveables.empty())
             return;
         const std::size_t chosen = std::accumulate(data, data + size, std::size_t{0});
         try {
-            const std::size_t moveable = chosen % set->Moveables.size();
-            const AnimatedScene animated(*set, moveable, chosen / set->Moveables.size() % 3);
+            const std::size_t moveable = chosen % set.Moveables.size();
+            const AnimatedScene animated(set, moveable, chosen / set.Moveables.size() % 3);
             const auto file = chosen % 2 == 0
                                   ? NewAnimatedWebP(run.File("out.webp"), animated.NumFrames())
                                   : NewAnimatedPNG(run.File("out.png"), animated.NumFrames());
-            TexturePixels textures(set->Tiles);
+            TexturePixels textures(set.Tiles);
             DrawAnimation(animated, ObliqueCamera(), {.Width = 24, .Height = 24}, textures,
                           [&](const Picture& picture) { file->Add(picture); });
             file->TakePlace();

@@ -1,6 +1,5 @@
 // Reads levels of all games and draws their objects, small.
 
-#include "convert/ConvertLevel.h"
 #include "fuzz/LevelInput.h"
 #include "picture/Render.h"
 
@@ -32,20 +31,13 @@ void Draw(std::size_t count, TexturePixels& textures, MakeScene makeScene)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     morlik::fuzz::Run run;
-    morlik::Session& program = run.Program;
-    const auto level = run.WriteLevel({data, size});
-    run.Try([&] {
-        morlik::LoadLevel(program, level);
-        const auto set =
-            morlik::ConvertLevel(program.Level, program.Names, "LEVEL", {}, program.Report);
-        if (!set)
-            return;
-        morlik::TexturePixels textures(set->Tiles);
+    run.TryOnSet({data, size}, [size](const morlik::ObjectSet& set) {
+        morlik::TexturePixels textures(set.Tiles);
         const morlik::FrameChoice frame{.Animation = 0, .Number = size % 3};
-        morlik::fuzz::Draw(set->Moveables.size(), textures,
-                           [&](std::size_t i) { return morlik::SceneOfMoveable(*set, i, frame); });
-        morlik::fuzz::Draw(set->StaticMeshes.size(), textures,
-                           [&](std::size_t i) { return morlik::SceneOfStaticMesh(*set, i); });
+        morlik::fuzz::Draw(set.Moveables.size(), textures,
+                           [&](std::size_t i) { return morlik::SceneOfMoveable(set, i, frame); });
+        morlik::fuzz::Draw(set.StaticMeshes.size(), textures,
+                           [&](std::size_t i) { return morlik::SceneOfStaticMesh(set, i); });
     });
     return 0;
 }

@@ -1,6 +1,5 @@
 // Reads levels of all games and makes glTF files of their objects, all in one and each by itself.
 
-#include "convert/ConvertLevel.h"
 #include "fuzz/LevelInput.h"
 #include "gltf/MakeGltf.h"
 
@@ -41,14 +40,8 @@ void Export(const ObjectSet& set, const GltfOptions& options)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     morlik::fuzz::Run run;
-    morlik::Session& program = run.Program;
-    const auto level = run.WriteLevel({data, size});
-    run.Try([&] {
-        morlik::LoadLevel(program, level);
-        const auto set =
-            morlik::ConvertLevel(program.Level, program.Names, "LEVEL", {}, program.Report);
-        if (set)
-            morlik::fuzz::Export(*set, {.HasSkin = size % 2 == 1});
+    run.TryOnSet({data, size}, [size](const morlik::ObjectSet& set) {
+        morlik::fuzz::Export(set, {.HasSkin = size % 2 == 1});
     });
     return 0;
 }

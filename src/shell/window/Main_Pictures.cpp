@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QScreen>
 #include <QSignalBlocker>
+#include <algorithm>
 
 namespace morlik
 {
@@ -61,7 +62,6 @@ void Main_Frm::RestoreLayout()
     resize(size);
     controls_.Columns->restoreState(store_.value(kColumnsKey).toByteArray());
     controls_.Lists->restoreState(store_.value(kListsKey).toByteArray());
-    controls_.Pictures->setVisible(hasPane);
 }
 
 void Main_Frm::KeepLayout()
