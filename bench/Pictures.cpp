@@ -56,12 +56,14 @@ void DrawAll(const ObjectSet& set)
 class GltfExport
 {
 public:
-    explicit GltfExport(const cli::OpenedSet& opened) : set_(opened.Set)
+    explicit GltfExport(const cli::OpenedSet& opened) : set_(opened.Whole())
     {
         for (const cli::NamedObject& object : opened.Moveables)
             objects_.push_back({.Place = object.Place, .Name = object.Names[0]});
         for (const cli::NamedObject& object : opened.StaticMeshes)
-            objects_.push_back({.IsStatic = true, .Place = object.Place, .Name = object.Names[0]});
+            if (object.Place < set_.StaticMeshes.size()) // that a set takes
+                objects_.push_back(
+                    {.IsStatic = true, .Place = object.Place, .Name = object.Names[0]});
     }
 
     std::size_t Count() const { return objects_.size(); }
@@ -133,7 +135,8 @@ void MeasurePictures(const std::vector<std::string>& levels, int runs)
     for (const std::string& level : levels) {
         cli::QuietHost host;
         Session session(host);
-        const ObjectSet set = cli::OpenSet(session, level).Set;
+        const cli::OpenedSet opened = cli::OpenSet(session, level);
+        const ObjectSet& set = opened.Whole();
         TexturePixels textures(set.Tiles);
         const auto large = [&](Filter filter) {
             Draw(SceneOfMoveable(set, 0), {.Width = 800, .Height = 600, .Filter = filter},

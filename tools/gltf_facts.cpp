@@ -72,16 +72,19 @@ Json PoseFacts(const ObjectSet& set, std::size_t count)
     return poses;
 }
 
-Json Facts(const ObjectSet& set, const morlik::cli::OpenedSet& opened, std::size_t frames)
+Json Facts(const morlik::cli::OpenedSet& opened, std::size_t frames)
 {
     Json objects = Json::array();
     for (const auto* const kind : {&opened.Moveables, &opened.StaticMeshes})
-        for (const auto& object : *kind)
-            objects.push_back(ObjectFacts(set, {.IsStatic = kind == &opened.StaticMeshes,
-                                                .Place = object.Place,
-                                                .ID = object.ObjectID,
-                                                .Name = object.Names[0]}));
-    return {{"objects", std::move(objects)}, {"poses", PoseFacts(set, frames)}};
+        for (const auto& object : *kind) {
+            const bool isStatic = kind == &opened.StaticMeshes;
+            const auto shown = opened.Objects->Find({isStatic, object.Place});
+            objects.push_back(ObjectFacts(shown.In->Set, {.IsStatic = isStatic,
+                                                          .Place = shown.Place,
+                                                          .ID = object.ObjectID,
+                                                          .Name = object.Names[0]}));
+        }
+    return {{"objects", std::move(objects)}, {"poses", PoseFacts(opened.Whole(), frames)}};
 }
 
 } // namespace
@@ -93,7 +96,7 @@ int main(int count, char** words)
     const std::size_t frames = count > 2 ? std::strtoul(words[2], nullptr, 10) : 20;
     return morlik::cli::RunQuietly({std::cout, std::cerr}, [&](morlik::Session& session) {
         const auto opened = morlik::cli::OpenSet(session, words[1]);
-        morlik::cli::PrintJson(Facts(opened.Set, opened, frames), std::cout);
+        morlik::cli::PrintJson(Facts(opened, frames), std::cout);
         return true;
     });
 }

@@ -25,17 +25,18 @@ int SaveAnimation(const PictureOptions& options, const Streams& streams)
         const auto object = FindObject(opened.Moveables, options.Object, session.Report);
         if (!object)
             return false;
-        const AnimatedScene animated(opened.Set, *object, options.Animation);
+        const ShownObject shown = opened.Objects->Find({.IsStatic = false, .Index = *object});
+        const AnimatedScene animated(shown.In->Set, shown.Place, options.Animation);
         MakeFolder(ToPath(options.Output).parent_path());
         const auto file = EndsWithNoCase(options.Output, ".webp")
                               ? NewAnimatedWebP(options.Output, animated.NumFrames())
                               : NewAnimatedPNG(options.Output, animated.NumFrames());
-        TexturePixels textures(opened.Set.Tiles);
-        DrawAnimation(animated, CameraOf(options), *look, textures, [&](const Picture& picture) {
+        const auto take = [&](const Picture& picture) {
             if (session.Report.TheHost().StopRequested())
                 throw Interrupted();
             file->Add(picture);
-        });
+        };
+        DrawAnimation(animated, CameraOf(options), *look, shown.In->Textures, take);
         file->TakePlace();
         return true;
     });

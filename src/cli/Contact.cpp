@@ -27,28 +27,23 @@ class SheetMaker
 {
 public:
     SheetMaker(const OpenedSet& opened, const ContactOptions& options, Reporter& report)
-        : opened_(opened),
-          report_(report),
-          textures_(opened.Set.Tiles),
-          spriteTextures_(opened.Set.Sprites ? opened.Set.Sprites->Tiles : SetTiles())
+        : opened_(opened), report_(report)
     {
         look_.Columns = options.Columns;
         look_.Side = options.Side;
         const bool all = !options.Moveables && !options.StaticMeshes && !options.Sprites;
         if (all || options.Moveables)
             Add("", opened.Moveables, [this](std::size_t place) {
-                return DrawScene(SceneOfMoveable(opened_.Set, place));
+                const ShownObject shown = opened_.Objects->Find({false, place});
+                return DrawScene(SceneOfMoveable(shown.In->Set, shown.Place), *shown.In);
             });
         if (all || options.StaticMeshes)
             Add("static ", opened.StaticMeshes, [this](std::size_t place) {
-                return DrawScene(SceneOfStaticMesh(opened_.Set, place));
+                const ShownObject shown = opened_.Objects->Find({true, place});
+                return DrawScene(SceneOfStaticMesh(shown.In->Set, shown.Place), *shown.In);
             });
         if (all || options.Sprites)
-            Add("sprites ", opened.Sprites, [this](std::size_t place) {
-                const SpriteTables& sprites = *opened_.Set.Sprites;
-                return DrawSprites(sprites, sprites.SpriteSequences[place], look_.Side,
-                                   look_.Background, spriteTextures_);
-            });
+            AddSprites();
     }
     SheetMaker(const SheetMaker&) = delete;
     SheetMaker& operator=(const SheetMaker&) = delete;
@@ -86,13 +81,25 @@ private:
                                 [draw, place = object.Place] { return draw(place); }});
     }
 
-    Picture DrawScene(const Scene& scene)
+    void AddSprites()
+    {
+        if (opened_.Sprites.empty())
+            return;
+        const SpriteTables& sprites = *opened_.Whole().Sprites;
+        spriteTextures_.emplace(sprites.Tiles);
+        Add("sprites ", opened_.Sprites, [this, &sprites](std::size_t place) {
+            return DrawSprites(sprites, sprites.SpriteSequences[place], look_.Side,
+                               look_.Background, *spriteTextures_);
+        });
+    }
+
+    Picture DrawScene(const Scene& scene, ShownSet& in)
     {
         Camera camera = ObliqueCamera();
         FrameTo(camera, scene.Vertices, 1);
         return Render(scene, camera,
                       {.Width = look_.Side, .Height = look_.Side, .Background = look_.Background},
-                      textures_);
+                      in.Textures);
     }
 
     /// A damaged object leaves its place empty.
@@ -110,8 +117,7 @@ private:
     const OpenedSet& opened_;
     Reporter& report_;
     SheetLook look_;
-    TexturePixels textures_;
-    TexturePixels spriteTextures_;
+    std::optional<TexturePixels> spriteTextures_;
     std::vector<SheetObject> objects_;
     bool isWhole_ = true;
 };

@@ -151,7 +151,7 @@ void AddNamed(Contents& contents, const std::shared_ptr<SetTextures>& textures,
 Contents ContentsOf(const OpenedSet& opened)
 {
     Contents contents;
-    const ObjectSet& set = opened.Set;
+    const ObjectSet& set = opened.Whole();
     contents.Meshes.emplace(set);
     const auto textures = std::make_shared<SetTextures>(set);
     const auto numAnimations = static_cast<std::int32_t>(set.Animations.size());

@@ -7,6 +7,7 @@
 #include "cli/OpenSet.h"
 #include "cli/QuietHost.h"
 #include "picture/PNG.h"
+#include "shell/SaveObjects.h"
 
 namespace morlik::cli
 {
@@ -75,7 +76,7 @@ int SaveGltfFiles(GltfCommand command, const Streams& streams)
             wrongUse = fault.what();
             return false;
         }
-        return SaveGltf(opened.Set, chosen, path, isFolder, command.Look, session.Report);
+        return SaveObjects(*opened.Objects, chosen, path, isFolder, command.Look, session.Report);
     });
     if (wrongUse.empty())
         return status;

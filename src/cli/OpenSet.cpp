@@ -4,7 +4,6 @@
 #include "base/Files.h"
 #include "base/Text.h"
 #include "cli/NearNames.h"
-#include "convert/ConvertLevel.h"
 #include "picture/MovingFile.h"
 #include "picture/PNG.h"
 #include "platform/Platform.h"
@@ -21,6 +20,14 @@ namespace morlik::cli
 namespace
 {
 
+/// A name of the level's own game stands before one of the editor's.
+NamedObject Named(std::size_t place, std::int32_t id, std::string gameName, std::string editorName)
+{
+    if (gameName.empty())
+        std::swap(gameName, editorName);
+    return {place, id, {std::move(gameName), std::move(editorName)}};
+}
+
 /// The objects of a table by what the list of the set says, from its line `firstLine` on.
 template <class Object>
 std::vector<NamedObject> ListedObjects(const ObjectSet& set, const std::vector<Object>& objects,
@@ -30,27 +37,23 @@ std::vector<NamedObject> ListedObjects(const ObjectSet& set, const std::vector<O
     for (std::size_t i = 0; i < objects.size(); ++i) {
         const std::size_t line = firstLine + i;
         const ListedObject names = line < set.Listed.size() ? set.Listed[line] : ListedObject{};
-        const bool hasGameName = !names.GameName.empty();
-        named.push_back({i,
-                         objects[i].ObjectID,
-                         {hasGameName ? names.GameName : names.EditorName,
-                          hasGameName ? names.EditorName : names.GameName}});
+        named.push_back(Named(i, objects[i].ObjectID, names.GameName, names.EditorName));
     }
     return named;
 }
 
-/// Gives the objects the ids and names that they have in their level.
+/// The objects with the ids and names that they have in their level.
 void NameByLevel(OpenedSet& opened, const LevelData& level, const ObjectNames& names)
 {
-    for (NamedObject& object : opened.Moveables) {
-        object.ObjectID = level.Moveables[object.Place].ObjectID;
-        object.Names = {names.Moveable(level.Version, object.ObjectID),
-                        names.Moveable(kTR4, object.ObjectID)};
+    for (const Moveable& moveable : level.Moveables) {
+        const std::int32_t id = moveable.ObjectID;
+        opened.Moveables.push_back(Named(opened.Moveables.size(), id,
+                                         names.Moveable(level.Version, id),
+                                         names.Moveable(kTR4, id)));
     }
-    for (NamedObject& object : opened.StaticMeshes) {
-        object.ObjectID = level.StaticMeshes[object.Place].ObjectID;
-        object.Names = {names.Static(object.ObjectID)};
-    }
+    for (const StaticMesh& mesh : level.StaticMeshes)
+        opened.StaticMeshes.push_back(
+            {opened.StaticMeshes.size(), mesh.ObjectID, {names.Static(mesh.ObjectID)}});
 }
 
 /// Sprites have the ids of moveables, and no line in the list.
@@ -64,13 +67,14 @@ std::vector<NamedObject> NamedSprites(const ObjectSet& set, const ObjectNames& n
     return named;
 }
 
-OpenedSet WithNames(ObjectSet set, const ObjectNames& names)
+OpenedSet OpenList(const std::string& file, const ObjectNames& names)
 {
-    OpenedSet opened{.Set = std::move(set), .Moveables = {}, .StaticMeshes = {}, .Sprites = {}};
-    opened.Moveables = ListedObjects(opened.Set, opened.Set.Moveables, 0);
-    opened.StaticMeshes =
-        ListedObjects(opened.Set, opened.Set.StaticMeshes, opened.Set.Moveables.size());
-    opened.Sprites = NamedSprites(opened.Set, names);
+    OpenedSet opened;
+    opened.Objects = std::make_unique<ShownObjects>(ReadSet(file));
+    const ObjectSet& set = opened.Whole();
+    opened.Moveables = ListedObjects(set, set.Moveables, 0);
+    opened.StaticMeshes = ListedObjects(set, set.StaticMeshes, set.Moveables.size());
+    opened.Sprites = NamedSprites(set, names);
     return opened;
 }
 
@@ -104,20 +108,32 @@ int CheckPictureFiles(const std::string& file, const std::string& output, const 
     return kWrongUse;
 }
 
+const ObjectSet& OpenedSet::Whole() const
+{
+    const ObjectSet* set = Objects->Whole();
+    if (set == nullptr)
+        throw ReadFailure(Objects->Messages().back());
+    return *set;
+}
+
 OpenedSet OpenSet(Session& session, const std::string& file)
 {
     LoadObjectIDs("", session.Names, session.Report);
     if (EndsWithNoCase(file, ".was"))
-        return WithNames(ReadSet(file), session.Names);
-    session.LevelTitle = FileTitle(file);
+        return OpenList(file, session.Names);
     LoadLevel(session, file);
-    auto set = ConvertLevel(session.Level, session.Names, session.LevelTitle,
-                            {.ExportSprites = true}, session.Report);
-    if (!set)
+    OpenedSet opened;
+    opened.Objects = std::make_unique<ShownObjects>(session.Level, session.Names);
+    ShownObjects& objects = *opened.Objects;
+    const bool isWhole = objects.Whole() != nullptr;
+    if (isWhole || !objects.HasTooManyTextures())
+        for (const std::string& message : objects.Messages())
+            session.Report.Message(message);
+    if (!isWhole && !objects.HasTooManyTextures())
         throw ProgramEnd("the level does not convert"); // its message is there
-    OpenedSet opened = WithNames(std::move(*set), session.Names);
-    if (opened.Set.Game == kTR5)
-        NameByLevel(opened, session.Level, session.Names);
+    NameByLevel(opened, session.Level, session.Names);
+    if (isWhole)
+        opened.Sprites = NamedSprites(*objects.Whole(), session.Names);
     return opened;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/Commands.h"
-#include "set/ObjectSet.h"
 #include "shell/Session.h"
+#include "shell/ShownObjects.h"
 
 #include <cstddef>
 #include <optional>
@@ -30,19 +30,24 @@ struct NamedObject
     std::vector<std::string> Names;
 };
 
-/// An object set and what its objects are called.
+/// The objects of a level or a set, and what they are called. The tables have all objects of a
+/// level, of which a set may not take all.
 struct OpenedSet
 {
-    ObjectSet Set;
+    std::unique_ptr<ShownObjects> Objects;
     std::vector<NamedObject> Moveables;
     std::vector<NamedObject> StaticMeshes;
     std::vector<NamedObject> Sprites; ///< the sequences; none where the set has no sprites
+
+    /// All that stands in one set; `ReadFailure` for a level of too many textures for that.
+    const ObjectSet& Whole() const;
 };
 
-/// The object set of a level, which is converted for that with its sprites and written nowhere, or
-/// one that is read back, by the name of its list, SET.was. Objects of a level have the ids that
-/// they have there: Tomb Raider V levels and their sets differ in them. A failure that ends the
-/// program, a `ReadFailure` or a `FileFailure` where there is no set.
+/// The objects of a level, which is converted for that with its sprites and written nowhere, or of
+/// a set that is read back, by the name of its list, SET.was. Objects of a level have the ids that
+/// they have there: Tomb Raider V levels and their sets differ in them. `session` keeps the level
+/// as long as the objects are looked at. A failure that ends the program, a `ReadFailure` or a
+/// `FileFailure` where there is none, or where the level is damaged.
 OpenedSet OpenSet(Session& session, const std::string& file);
 
 /// The object that is told by its id or by one of its names, in any case of letters. Where there is

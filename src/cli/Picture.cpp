@@ -21,13 +21,12 @@ Scene SceneOf(const ObjectSet& set, std::size_t object, const PictureOptions& op
     return SceneOfMoveable(set, object, {.Animation = options.Animation, .Number = options.Frame});
 }
 
-Picture Draw(const ObjectSet& set, const Scene& scene, const PictureOptions& options,
-             const RenderOptions& look)
+Picture Draw(const ShownObject& object, const PictureOptions& options, const RenderOptions& look)
 {
+    const Scene scene = SceneOf(object.In->Set, object.Place, options);
     Camera camera = CameraOf(options);
     FrameTo(camera, scene.Vertices, static_cast<double>(look.Width) / look.Height);
-    TexturePixels textures(set.Tiles);
-    return Render(scene, camera, look, textures);
+    return Render(scene, camera, look, object.In->Textures);
 }
 
 } // namespace
@@ -46,9 +45,9 @@ int SavePicture(const PictureOptions& options, const Streams& streams)
         const auto object = FindObject(objects, options.Object, session.Report);
         if (!object)
             return false;
+        const ShownObject shown = opened.Objects->Find({options.IsStatic, *object});
         MakeFolder(ToPath(options.Output).parent_path());
-        WritePNG(options.Output,
-                 Draw(opened.Set, SceneOf(opened.Set, *object, options), options, *look));
+        WritePNG(options.Output, Draw(shown, options, *look));
         return true;
     });
 }

@@ -9,9 +9,6 @@ namespace morlik
 namespace
 {
 
-/// The editor takes no more static meshes than this.
-constexpr std::size_t kMostStaticMeshes = 60;
-
 /// Objects of Tomb Raider V are known to the editor by their place in the tables of the level.
 template <class Object>
 void NumberByPlace(std::vector<Object>& objects, const std::vector<std::int32_t>* places)

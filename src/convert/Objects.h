@@ -10,6 +10,9 @@
 namespace morlik
 {
 
+/// The editor takes no more static meshes than this.
+constexpr std::size_t kMostStaticMeshes = 60;
+
 /// Where the objects of a set stand in the tables of their level.
 struct ObjectPlaces
 {

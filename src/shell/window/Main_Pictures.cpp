@@ -219,13 +219,13 @@ void Main_Frm::DrawThumbnail(int row)
     try {
         const ObjectPlace place{!IsMoveableMode(), static_cast<std::size_t>(row)};
         const ShownObject object = shown_->Find(place);
-        const Scene scene = place.IsStatic ? SceneOfStaticMesh(object.Set, object.Place)
-                                           : SceneOfMoveable(object.Set, object.Place);
+        const Scene scene = place.IsStatic ? SceneOfStaticMesh(object.In->Set, object.Place)
+                                           : SceneOfMoveable(object.In->Set, object.Place);
         Camera camera = ObliqueCamera();
         FrameTo(camera, scene.Vertices, 1);
         const auto side = static_cast<std::int32_t>(ThumbnailSide() * devicePixelRatioF());
         QPixmap picture = QPixmap::fromImage(
-            ToImage(Render(scene, camera, {.Width = side, .Height = side}, object.Textures)));
+            ToImage(Render(scene, camera, {.Width = side, .Height = side}, object.In->Textures)));
         picture.setDevicePixelRatio(devicePixelRatioF());
         const QSignalBlocker quiet(controls_.ObjList);
         controls_.ObjList->item(row)->setIcon(QIcon(picture));

@@ -132,9 +132,9 @@ void ObjectTab::ShowText(const QString& text)
 void ObjectTab::Show(const ShownObject& object, bool isStatic)
 {
     try {
-        model_ = isStatic ? ModelOfStaticMesh(object.Set, object.Place)
-                          : ModelOfMoveable(object.Set, object.Place);
-        range_ = isStatic ? AnimationRange() : AnimationsOf(object.Set, object.Place);
+        model_ = isStatic ? ModelOfStaticMesh(object.In->Set, object.Place)
+                          : ModelOfMoveable(object.In->Set, object.Place);
+        range_ = isStatic ? AnimationRange() : AnimationsOf(object.In->Set, object.Place);
         object_.emplace(object);
         isStatic_ = isStatic;
         FillAnimations();
@@ -153,7 +153,7 @@ void ObjectTab::FillAnimations()
     animations_->clear();
     const std::size_t count = object_ ? range_.Count : 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const Animation& record = object_->Set.Animations[range_.First + i];
+        const Animation& record = object_->In->Set.Animations[range_.First + i];
         animations_->addItem(QString("%1: state %2").arg(i).arg(record.State));
     }
     if (count > 0)
@@ -172,7 +172,7 @@ void ObjectTab::ShowAnimation(int number)
     try {
         if (number >= 0)
             frames =
-                NumFramesOf(AnimationOf(object_->Set, range_, static_cast<std::size_t>(number)));
+                NumFramesOf(AnimationOf(object_->In->Set, range_, static_cast<std::size_t>(number)));
     } catch (const ReadFailure&) {
         // the frame tells it
     }
@@ -191,7 +191,7 @@ std::vector<Transform> ObjectTab::PlacesIn(int frame) const
     if (isStatic_)
         return std::vector<Transform>(1);
     const int animation = std::max(animations_->currentRow(), 0);
-    return TransformsAt(object_->Set, object_->Place, model_.Joints,
+    return TransformsAt(object_->In->Set, object_->Place, model_.Joints,
                         {static_cast<std::size_t>(animation), static_cast<std::size_t>(frame)});
 }
 
@@ -200,7 +200,7 @@ void ObjectTab::ShowFrame(int number)
     if (!object_)
         return;
     try {
-        view_->Show(SceneOf(object_->Set, model_, PlacesIn(number)), object_->Textures);
+        view_->Show(SceneOf(object_->In->Set, model_, PlacesIn(number)), object_->In->Textures);
     } catch (const ReadFailure& damage) {
         view_->ShowText(QString("This animation is damaged: ") + damage.what());
     }
@@ -258,7 +258,7 @@ void ObjectTab::TakeSounds()
     if (!object_ || !soundsOf_ || number < 0)
         return;
     const auto animation = static_cast<std::size_t>(number);
-    firstFrame_ = object_->Set.Animations[range_.First + animation].FrameStart;
+    firstFrame_ = object_->In->Set.Animations[range_.First + animation].FrameStart;
     sounds_.Take(soundsOf_(animation));
     PlaySounds(frame_->value() - 1, frame_->value());
 }
@@ -285,7 +285,7 @@ void ObjectTab::TellFacts()
     }
     std::size_t frames = 0;
     for (std::size_t i = 0; i < range_.Count; ++i) {
-        const Animation& record = object_->Set.Animations[range_.First + i];
+        const Animation& record = object_->In->Set.Animations[range_.First + i];
         frames += static_cast<std::size_t>(std::max(record.FrameEnd - record.FrameStart + 1, 0));
     }
     facts_->setText(Counted(model_.Meshes.size(), "mesh", "meshes") + ", " +
