@@ -74,7 +74,7 @@ void Show(morlik::Main_Frm& window, const QStringList& wishes)
     Settle(); // the pane fills once the window is there
     controls.ObjList->setCurrentRow(wishes.value(1, "2").toInt());
     controls.SndLst->setCurrentRow(3);
-    controls.Foot->setText("Saved mill.was");
+    controls.Foot->Tell("Saved mill.was");
     Settle();
 }
 

@@ -15,9 +15,12 @@ inline constexpr const char* kErrorTitle = "MORLIK error";
 /// A file dialog, as it is set up and as it comes back.
 struct FileDialog
 {
-    std::string Filter;   ///< descriptions and patterns in turn, separated by "|"
-    std::string Folder;   ///< where it starts; empty where the system chooses
-    std::string FileName; ///< full path of the chosen file; a cancel leaves it as it was
+    std::string Filter{};   ///< descriptions and patterns in turn, separated by "|"
+    std::string Folder{};   ///< where it starts; empty where the system chooses
+    std::string FileName{}; ///< full path of the chosen file; a cancel leaves it as it was
+    std::string Fallback{}; ///< where it starts while there is no `Folder`
+    std::string Proposed{}; ///< the name, without a folder, that a dialog of a save begins with
+    std::string Ending{};   ///< such as "was", for a name that is typed without one
 };
 
 /// The end of a work that the user asked to stop.
@@ -54,6 +57,8 @@ public:
     virtual void ShowOpen(FileDialog& dialog) = 0;
     /// Asks for the name of a file to write.
     virtual void ShowSave(FileDialog& dialog) = 0;
+    /// Asks for a folder to write into, which comes back as the file name.
+    virtual void ShowFolder(FileDialog& dialog) = 0;
 
     /// Stage text at the foot of the window, "Ready." at rest.
     virtual void SetEvent(const std::string& text) = 0;

@@ -26,6 +26,7 @@ public:
     }
     void ShowOpen(FileDialog& /*dialog*/) override {}
     void ShowSave(FileDialog& /*dialog*/) override {}
+    void ShowFolder(FileDialog& /*dialog*/) override {}
 
     void SetEvent(const std::string& /*text*/) override {}
     void SetProg(float /*percent*/) override {}

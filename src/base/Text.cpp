@@ -147,6 +147,25 @@ std::string FromLatin1(std::string_view text)
     return utf8;
 }
 
+std::string ToLatin1(std::string_view name)
+{
+    std::string text;
+    for (std::string_view rest = name; !rest.empty();) {
+        const std::size_t length = Utf8Length(rest);
+        if (length == 0)
+            return std::string(name);
+        const auto lead = static_cast<unsigned char>(rest[0]);
+        if (length == 1)
+            text += rest[0];
+        else if (lead <= 0xc3U) // the letters from 0x80 to 0xff
+            text += static_cast<char>((lead << 6U) | (static_cast<unsigned char>(rest[1]) & 0x3fU));
+        else
+            text += '?';
+        rest.remove_prefix(length);
+    }
+    return text;
+}
+
 bool HasLineBreak(std::string_view text)
 {
     return text.find_first_of("\r\n") != std::string_view::npos;

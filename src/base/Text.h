@@ -43,6 +43,10 @@ std::string PrintableLines(std::string_view text);
 /// blanks at its end.
 std::string FromLatin1(std::string_view text);
 
+/// The name of a file as a text of the formats: UTF-8 as Western letters, with "?" for others;
+/// bytes that are no UTF-8 stay.
+std::string ToLatin1(std::string_view name);
+
 /// Whether a text holds what ends a line in some list.
 bool HasLineBreak(std::string_view text);
 

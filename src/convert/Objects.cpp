@@ -28,7 +28,7 @@ void ConvertObjects(ObjectSet& set, const ObjectNames& names, const std::string&
         NumberByPlace(set.Moveables, places != nullptr ? &places->Moveables : nullptr);
         NumberByPlace(set.StaticMeshes, places != nullptr ? &places->StaticMeshes : nullptr);
     }
-    set.SourceTitle = ToUpper(levelTitle);
+    set.SourceTitle = ToUpper(ToLatin1(levelTitle)); // as the names in the list
     for (const Moveable& moveable : set.Moveables)
         set.Listed.push_back(
             {names.Moveable(kTR4, moveable.ObjectID), names.Moveable(set.Game, moveable.ObjectID)});

@@ -160,4 +160,13 @@ void SkipItemsTR45(ByteReader& reader)
     SkipTable(reader, "AI objects", 24);
 }
 
+std::string InflateLibraries()
+{
+    std::string names = std::string("zlib ") + zlibVersion();
+#ifdef MORLIK_LIBDEFLATE
+    names += std::string(", libdeflate ") + LIBDEFLATE_VERSION_STRING;
+#endif
+    return names;
+}
+
 } // namespace morlik

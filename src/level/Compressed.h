@@ -34,6 +34,9 @@ void ReadTileBlocks(LevelReading& reading);
 /// Sprites, cameras, flyby cameras, sound sources, boxes, animated textures.
 void SkipScenery(ByteReader& reader);
 
+/// The libraries that inflate blocks, and their versions.
+std::string InflateLibraries();
+
 /// How the fields of an object texture stand in the file: 22 bytes, unused ones, width and height,
 /// unused ones.
 struct TextureRecordLayout

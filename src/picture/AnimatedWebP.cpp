@@ -126,6 +126,14 @@ bool HasWebP()
     return true;
 }
 
+std::string WebPLibrary()
+{
+    // A byte each for the numbers of the version.
+    const auto version = static_cast<unsigned>(WebPGetEncoderVersion());
+    return "libwebp " + std::to_string(version >> 16U) + '.' +
+           std::to_string((version >> 8U) & 0xffU) + '.' + std::to_string(version & 0xffU);
+}
+
 std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t count)
 {
     return std::make_unique<AnimatedWebP>(path, count);
@@ -136,6 +144,11 @@ std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t
 bool HasWebP()
 {
     return false;
+}
+
+std::string WebPLibrary()
+{
+    return {};
 }
 
 std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t /*count*/)

@@ -42,6 +42,8 @@ std::unique_ptr<MovingFile> NewAnimatedPNG(const std::string& path, std::size_t 
 
 /// Whether this build can write WebP files.
 bool HasWebP();
+/// The library that does it, and its version; empty without.
+std::string WebPLibrary();
 
 /// An animated WebP file of `count` pictures, without loss. Its times are whole milliseconds. The
 /// pictures are kept, compressed, until it takes its place. `FileFailure` in a build without WebP.

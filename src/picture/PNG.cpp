@@ -42,6 +42,11 @@ bool HasPNG()
     return true;
 }
 
+std::string PNGLibrary()
+{
+    return std::string("libpng ") + png_get_libpng_ver(nullptr);
+}
+
 bool SavePNG(const std::string& fileName, const LevelData& level, Reporter& report)
 {
     if (!SheetFits(level, report))
@@ -88,6 +93,11 @@ constexpr const char* kNoPNG = "This build of the program can't write PNG files"
 bool HasPNG()
 {
     return false;
+}
+
+std::string PNGLibrary()
+{
+    return {};
 }
 
 bool SavePNG(const std::string& /*fileName*/, const LevelData& /*level*/, Reporter& report)

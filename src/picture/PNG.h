@@ -13,6 +13,8 @@ namespace morlik
 
 /// Whether this build can write PNG files.
 bool HasPNG();
+/// The library that does it, and its version; empty without.
+std::string PNGLibrary();
 
 /// Writes the texture sheet of a level as a PNG file, upright, 3 bytes a pixel. Gives whether the
 /// file is complete; if not, the user has got the message. `FileFailure` where it can't be written.
@@ -20,6 +22,7 @@ bool SavePNG(const std::string& fileName, const LevelData& level, Reporter& repo
 
 /// A picture as the bytes of a PNG file with alpha; none where this build can't write such files.
 std::vector<std::byte> EncodePNG(const Picture& picture);
+
 /// A part of a picture, in pixels.
 struct PictureArea
 {

@@ -208,4 +208,12 @@ std::unique_ptr<Player> MakePlayer()
     return std::make_unique<SdlPlayer>();
 }
 
+std::string PlayerLibrary()
+{
+    SDL_version version{};
+    SDL_GetVersion(&version);
+    return "SDL " + std::to_string(version.major) + '.' + std::to_string(version.minor) + '.' +
+           std::to_string(version.patch);
+}
+
 } // namespace morlik

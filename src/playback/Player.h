@@ -35,4 +35,7 @@ public:
 /// each time anew.
 std::unique_ptr<Player> MakePlayer();
 
+/// The library that plays, and its version.
+std::string PlayerLibrary();
+
 } // namespace morlik

@@ -36,6 +36,7 @@ std::vector<std::string> InputsOf(const Session& session)
 
 bool SaveLevel(Session& session, const std::string& fileName)
 {
+    session.LastSave = {};
     try {
         if (EndsWithNoCase(fileName, ".was")) {
             GuardInputs(InputsOf(session), FilesOfSet(fileName));
@@ -52,7 +53,7 @@ bool SaveGuardedLevel(Session& session, const std::string& fileName)
 {
     return SaveWAD(fileName, session.Level,
                    {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle,
-                    session.Report, session.Objects});
+                    session.Report, session.Objects, session.LastSave});
 }
 
 } // namespace morlik

@@ -6,6 +6,7 @@
 #include "level/ObjectNames.h"
 #include "level/TrMainState.h"
 #include "shell/Settings_Mod.h"
+#include "shell/WAD_Main.h"
 #include "side/MainSFX_Mod.h"
 #include "side/PRJ_Mod.h"
 
@@ -32,8 +33,9 @@ struct Session
     MainSFXState MainSFX;
     PRJData ProjectData;
     std::string ProjectFile; ///< the file that it was read from
-    FileDialog FMLoad;     ///< the open dialog, which keeps its file name from one use to the next
-    FileDialog FMSave;     ///< the save dialog
+    FileDialog FMLoad; ///< the open dialog, which keeps its file name from one use to the next
+    FileDialog FMSave; ///< the save dialog
+    SaveResult LastSave;
     std::string TitleText; ///< what window captions begin with; empty in batch mode
 };
 

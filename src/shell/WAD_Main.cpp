@@ -90,6 +90,7 @@ public:
         scope_.End();
         report_.Info.Close();
         group_->TakePlaces();
+        context_.Result.IsWritten = true;
         return complete;
     }
 
@@ -182,6 +183,7 @@ private:
         dialog.FileName.clear();
         report_.TheHost().ShowOpen(dialog);
         dialog.Filter = kOpenFilter;
+        context_.Result.LacksMainSFX = dialog.FileName.empty();
         if (dialog.FileName.empty())
             return Answer::Cancelled;
         GuardInputs({{dialog.FileName}}, FilesOfSet(fileName_));
@@ -224,6 +226,8 @@ private:
     {
         group_->AddFolder(names_.SoundFolder());
         LimitSounds([this] { WriteWaves(*group_, names_.SoundFolder(), set_.Samples); });
+        context_.Result.NumSamples = set_.Samples.size();
+        context_.Result.MissingSamples = set_.MissingSamples;
         if (set_.MissingSamples != 0)
             report_.LogLine("Samples that do not exist and get no WAV file: " +
                             std::to_string(set_.MissingSamples));
@@ -268,6 +272,7 @@ private:
 
 bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveContext& context)
 {
+    context.Result = {};
     if (!EndsWithNoCase(fileName, kExtension)) {
         context.Report.Message("You must save it as a was file");
         return false;

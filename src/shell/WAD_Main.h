@@ -6,11 +6,21 @@
 #include "level/ObjectNames.h"
 #include "side/MainSFX_Mod.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
 namespace morlik
 {
+
+/// What became of a save.
+struct SaveResult
+{
+    bool IsWritten = false;         ///< the files have taken their places
+    bool LacksMainSFX = false;      ///< none was chosen, so there are no WAV files
+    std::size_t NumSamples = 0;     ///< that the set has, where they were written
+    std::size_t MissingSamples = 0; ///< of these, how many do not exist
+};
 
 /// What a save works with beside the level.
 struct SaveContext
@@ -21,6 +31,7 @@ struct SaveContext
     const std::string& LevelTitle; ///< file name of the level, for the list
     Reporter& Report;
     const std::optional<ObjectChoice>& Objects; ///< which to take; else all
+    SaveResult& Result;
 };
 
 /// Saves the object set of a level: WAD, SAM, SFX and SWD file, WAS list, sounds and Info file.

@@ -78,6 +78,7 @@ public:
     }
     void ShowOpen(FileDialog& dialog) override { Answer("open: ", dialog, OpenAnswers); }
     void ShowSave(FileDialog& dialog) override { Answer("save: ", dialog, SaveAnswers); }
+    void ShowFolder(FileDialog& dialog) override { Answer("folder: ", dialog, SaveAnswers); }
     void SetEvent(const std::string& text) override { Calls.push_back("event: " + text); }
     void SetProg(float percent) override
     {

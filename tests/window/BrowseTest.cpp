@@ -50,6 +50,29 @@ TEST(WindowBrowse, SwitchesTheModeByToolbarAndMenu)
     expectMode(false, "another level");
 }
 
+TEST(WindowBrowse, BeginsInTheListAndFindsByTheFilter)
+{
+    WindowRun run(kTR5);
+    auto* list = run.Find<QListWidget>("ObjList");
+    auto* filter = run.Find<QLineEdit>("ObjFilter");
+    const int all = list->count();
+    EXPECT_TRUE(list->hasFocus());
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_TRUE(list->item(0)->isSelected());
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_TRUE(list->item(1)->isSelected());
+    QKeyEvent euro(QEvent::KeyPress, 0, {}, QString(QChar(0x20ac))); // no Western letter
+    QApplication::sendEvent(run.Find<QLineEdit>("ObjName"), &euro);
+    EXPECT_EQ(run.Find<QLineEdit>("ObjName")->text(), list->item(1)->text());
+    QTest::keyClick(run.Window.get(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(filter->hasFocus());
+    EXPECT_EQ(run.Label("ObjCount"), QString("%1 moveables").arg(all));
+    filter->setText(list->item(2)->text());
+    EXPECT_EQ(run.Label("ObjCount"), QString("1 of %1 moveables").arg(all));
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_TRUE(list->item(2)->isSelected());
+}
+
 TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
 {
     WindowRun run(kTR4);

@@ -45,7 +45,7 @@ TEST(WindowChoose, SavesTheTickedObjects)
     EXPECT_EQ(run.Label("Chosen"), countOf(0) + "0 of at most 2,047 textures, 0 tiles");
     run.Trigger("TB_Save_WAS");
     EXPECT_EQ(run.Host.Beeps, 1);
-    EXPECT_EQ(run.Label("Foot"), "No object is chosen: tick those that the set is to have.");
+    EXPECT_EQ(run.Label("Foot"), "No object is chosen: tick those that the set is to have");
     EXPECT_TRUE(run.Host.Dialogs.empty());
 
     run.Trigger("Mnu_Edit_Move");
@@ -77,6 +77,37 @@ TEST(WindowChoose, SavesTheTickedObjects)
     EXPECT_TRUE(isTicked(0));
     TriggerOfMenu(run, "Keep All Sounds");
     EXPECT_TRUE(run.Program.Objects->AllSounds);
+}
+
+TEST(WindowGltf, SavesTheSelectedObjectOrTheTickedOnes)
+{
+    WindowRun run(kTR4);
+    auto* list = run.Find<QListWidget>("ObjList");
+    const auto sizeOf = [&](const std::string& name) {
+        return ReadFile(run.Folder.File(name)).size();
+    };
+    run.Trigger("Mnu_File_SaveGltf");
+    EXPECT_EQ(run.Host.Beeps, 1);
+    list->setCurrentRow(1);
+    run.Save("Mnu_File_SaveGltf", "one.glb");
+    const std::string proposed = run.Host.Dialogs.back().Proposed;
+    EXPECT_EQ(proposed, std::to_string(run.Program.Level.Moveables[1].ObjectID) + "-" +
+                            list->item(1)->text().toStdString() + ".glb");
+    EXPECT_GT(sizeOf("one.glb"), 0U);
+    EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("one.glb"));
+
+    run.Trigger("Mnu_Edit_Choose");
+    list->item(0)->setCheckState(Qt::Unchecked);
+    run.Save("TB_Save_Gltf", "all");
+    EXPECT_EQ(sizeOf("all/" + proposed), sizeOf("one.glb"));
+    const auto chosen = run.Program.Objects->Count();
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(run.Folder.File("all")), {}),
+              static_cast<std::ptrdiff_t>(chosen));
+    run.Host.AnswersYes = false;
+    run.Save("TB_Save_Gltf", "all");
+    EXPECT_EQ(run.Host.Questions.size(), 1U);
+    EXPECT_EQ(run.Label("Foot"), "Nothing was saved");
+    EXPECT_TRUE(run.Host.Messages.empty());
 }
 
 /// The foot tells it while the message stands before the window.

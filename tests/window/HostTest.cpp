@@ -36,12 +36,12 @@ TEST(QtHostDialogs, StartInTheStoredFolderAndGiveTheNameOfTheSystem)
     const auto two = run.Folder.File("two");
     for (const auto& folder : {one, two})
         std::filesystem::create_directory(folder);
-    // What other programs store may count the terminator. No folder, and none that is there, leave
-    // the choice to the toolkit, which goes where it was last.
+    // What other programs store may count the terminator.
     const std::vector<std::pair<std::string, std::string>> rows{
-        {one + '\0', one}, {two + '\0' + "none", two}, {one, one}, {"C:\\none", one}, {"", one}};
+        {one + '\0', one}, {two + '\0' + "none", two}, {one, one}, {"C:\\none", two}, {"", two}};
     for (const auto& [stored, start] : rows) {
-        FileDialog open{.Filter = "a|*.a;*.b|c|*.c", .Folder = stored, .FileName = "last"};
+        FileDialog open{
+            .Filter = "a|*.a;*.b|c|*.c", .Folder = stored, .FileName = "last", .Fallback = two};
         LookAt<QFileDialog>(
             [&] { run.Host.QtHost::ShowOpen(open); },
             [&](QFileDialog& dialog) {
@@ -50,10 +50,14 @@ TEST(QtHostDialogs, StartInTheStoredFolderAndGiveTheNameOfTheSystem)
             });
         EXPECT_EQ(open.FileName, "last"); // a cancel
     }
-    FileDialog save{.Filter = "WAS files (*.was)|*.was", .Folder = two + '\0', .FileName = ""};
+    FileDialog save{.Filter = "WAS files (*.was)|*.was",
+                    .Folder = two + '\0',
+                    .Proposed = "a b.was",
+                    .Ending = "was"};
     LookAt<QFileDialog>([&] { run.Host.QtHost::ShowSave(save); },
                         [&](QFileDialog& dialog) {
-                            dialog.selectFile(QString::fromUtf8("\xc3\xa4.was"));
+                            EXPECT_TRUE(dialog.selectedFiles().value(0).endsWith("/a b.was"));
+                            dialog.selectFile(QString::fromUtf8("\xc3\xa4"));
                             static_cast<QDialog&>(dialog).accept();
                         });
     EXPECT_EQ(save.FileName, two + "/\xc3\xa4.was");

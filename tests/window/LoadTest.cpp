@@ -74,6 +74,7 @@ TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
     samples::MakeExtended(outside, 1024, true);
     run.Open(run.Write(outside, "outside.tr4"));
     EXPECT_FALSE(run.IsOn("SndFrame"));
+    EXPECT_TRUE(run.Find<QPushButton>("SndOpen")->isVisible());
     EXPECT_TRUE(run.List("SndLst").empty());
     EXPECT_EQ(run.Host.Messages, Strings());
     run.Host.OpenAnswers = {
@@ -96,6 +97,8 @@ TEST(WindowLoad, AddsTheSamplesOfEachMainSfx)
         EXPECT_EQ(list.back(), "TR3 Sound " + std::to_string(list.size() - 1) + " - " +
                                    std::to_string(sounds.back().size()) + " bytes");
     }
+    QTest::keyClick(run.Window.get(), Qt::Key_F5); // reads the files again, and adds none
+    EXPECT_EQ(run.List("SndLst").size(), 2 * sounds.size());
     for (const char* frame : {"Frame1", "Frame2", "Frame4", "SndFrame"})
         EXPECT_FALSE(run.IsOn(frame)) << frame;
     // The mode stays, whichever way it is asked for.
@@ -117,10 +120,12 @@ TEST(WindowLoad, ListsTheRoomsOfAProject)
     EXPECT_EQ(run.List("RoomList"), (Strings{"Room 0", "Empty room", "Room 2", "Room 3"}));
     EXPECT_EQ(run.Find<QListWidget>("RoomList")->item(2)->toolTip().toStdString(), "M\xc3\xbchle");
     EXPECT_EQ(run.Label("NumRooms"), " 4 Rooms");
+    EXPECT_EQ(run.Label("Foot"), "Opened city.PRJ: 4 Rooms");
     EXPECT_EQ(run.List("ObjList"), objects);
     run.Trigger("Mnu_File_SaveWAD");
     run.Trigger("Mnu_File_SaveTGA");
     EXPECT_EQ(run.Host.Beeps, 2);
+    EXPECT_EQ(run.Label("Foot"), "There is no level to save: open one first");
     EXPECT_EQ(run.Host.Dialogs.size(), 1U); // the one that opened the project
 }
 
@@ -164,23 +169,41 @@ TEST(WindowLoad, TakesADropAsACopyAndNoForeignFile)
     EXPECT_TRUE(run.Window->isVisible());
 }
 
-TEST(WindowLoad, EndsInGoodOrderOnADamagedLevelAndOnShortMemory)
+TEST(WindowLoad, EndsInGoodOrderOnShortMemory)
 {
-    auto damaged = samples::MakeRichLevel(kTR1);
-    damaged.Animations.clear();
-    for (const bool isShort : {false, true}) {
-        WindowRun run(kTR1);
-        const auto path = isShort ? run.Write(kTR4, "b.tr4") : run.Write(damaged, "b.phd");
-        {
-            const ShortMemory memory(std::size_t{isShort ? 16U : 65536U} << 10U);
-            run.Open(path);
-        }
-        EXPECT_EQ(run.Host.Messages,
-                  Strings{isShort ? "MORLIK error: There is not enough memory"
-                                  : "MORLIK error: ReadTR -> Error reading level"});
-        EXPECT_FALSE(run.Window->isVisible());
-        EXPECT_EQ(run.Window->ExitCode(), 1);
+    WindowRun run(kTR1);
+    const auto path = run.Write(kTR4, "b.tr4");
+    {
+        const ShortMemory memory(std::size_t{16} << 10U);
+        run.Open(path);
     }
+    EXPECT_EQ(run.Host.Messages, Strings{"MORLIK error: There is not enough memory"});
+    EXPECT_FALSE(run.Window->isVisible());
+    EXPECT_EQ(run.Window->ExitCode(), 1);
+}
+
+TEST(WindowLoad, KeepsTheLevelOnScreenWhereAnotherIsDamaged)
+{
+    auto damaged = samples::MakeRichLevel(kTR4);
+    damaged.Animations.clear();
+    WindowRun run(kTR1);
+    const auto caption = run.Title();
+    const auto path = run.Write(damaged, "z.tr4");
+    for (const auto& load :
+         std::vector<std::function<void()>>{[&] { QTest::keyClick(run.Window.get(), Qt::Key_F7); },
+                                            [&] { run.Drop(path); }, [&] { run.Open(path); }}) {
+        run.Host.Messages.clear();
+        load();
+        EXPECT_EQ(run.Host.Messages, Strings{"MORLIK error: ReadTR -> Error reading level"});
+        EXPECT_TRUE(run.Window->isVisible());
+        EXPECT_EQ(run.Program.State.LevelVersion, kTR1);
+        EXPECT_EQ(run.Program.LevelTitle, LevelName(kTR1));
+        run.Trigger("Mnu_Edit_Move"); // shows the caption anew
+        EXPECT_EQ(run.Title(), caption);
+    }
+    EXPECT_EQ(run.Find<QMenu>("Mnu_Go_Recent")->actions().size(), 1);
+    run.Save("TB_Save", "set.was");
+    EXPECT_TRUE(run.Label("Foot").startsWith("Saved "));
 }
 
 TEST(WindowLoad, TakesFilesByKeyDropAndMenuUnderAnyName)

@@ -52,6 +52,8 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     EXPECT_EQ(LinesOfFile(run.Folder.File("out Info.txt")).size(), 6U);
     EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
     EXPECT_EQ(run.Label("Event"), "Ready.");
+    EXPECT_EQ(run.Host.Dialogs.at(0).Proposed, "a.was");
+    EXPECT_EQ(run.Host.Dialogs.at(0).Ending, "was");
     for (const char* on : {"Frame1", "TB", "Frame4"})
         EXPECT_TRUE(run.IsOn(on)) << on;
     EXPECT_FALSE(run.IsOn("SndFrame")); // as before: the game has no samples of its own
@@ -60,8 +62,29 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
 
     run.Save("TB_Save_WAS", "none/out.was");
     EXPECT_EQ(run.Host.Messages.size(), 1U);
-    EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
+    EXPECT_EQ(run.Label("Foot"), "Nothing was saved");
     EXPECT_TRUE(run.Window->isVisible());
+}
+
+TEST(WindowSave, SaysWhatTheSetLacksAndGoesOnWithTheLevel)
+{
+    WindowRun run;
+    const auto level = run.Write(kTR3, "a.tr2");
+    ASSERT_TRUE(run.Start(level));
+    run.Save("TB_Save", "out.was"); // and no main.sfx
+    EXPECT_PRED2(Has, run.Find<QLabel>("Foot")->toolTip().toStdString(),
+                 "out.was without WAV files: no main.sfx was chosen");
+    run.Trigger("Mnu_File_LoadTR"); // which is cancelled
+    EXPECT_TRUE(run.Window->isVisible());
+    EXPECT_EQ(run.Title(), "MORLIK 1.7 - [" + level + "] - Moveables");
+
+    auto few = samples::SampleSounds();
+    few.resize(2);
+    run.Host.OpenAnswers = {run.Write(samples::WriteMainSfx(few).Bytes, "main.sfx")};
+    run.Save("TB_Save", "other.was");
+    EXPECT_PRED2(Has, run.Find<QLabel>("Foot")->toolTip().toStdString(),
+                 " sounds, which main.sfx or the level lacks");
+    EXPECT_EQ(run.Host.Dialogs.at(3).Fallback, run.Folder.File(""));
 }
 
 /// Everything that a user can throw at a window at once.
@@ -131,11 +154,11 @@ TEST(WindowSave, AsksOnceAboutAllThatIsThere)
         const char* Foot;
     };
     for (const Row& row :
-         {Row{"TB_Save", "my.was", "my.wad", false, "my.wad", "Nothing was saved."},
+         {Row{"TB_Save", "my.was", "my.wad", false, "my.wad", "Nothing was saved"},
           {"TB_Save", "my.WAS", nullptr, true, "my.wad", "Saved FOLDER/my.was"},
           {"TB_Save", "other.was", nullptr, true, nullptr, "Saved FOLDER/other.was"},
-          {"SndSaveAll", "all.wav", nullptr, true, nullptr, "Saved FOLDER/all.wav"},
-          {"SndSaveAll", "all.wav", "all 17-1.wav", false, "all 17-1.wav", "Nothing was saved."}}) {
+          {"SndSaveAll", "all.wav", nullptr, true, nullptr, "Saved 11 sounds into FOLDER/"},
+          {"SndSaveAll", "all.wav", "all 17-1.wav", false, "all 17-1.wav", "Nothing was saved"}}) {
         if (row.There != nullptr)
             run.Write(std::span<const std::byte>(), row.There);
         run.Host.Questions.clear();
@@ -232,11 +255,11 @@ TEST(WindowSave, OfAllSoundsHasAButtonThatStopsIt)
     run.Save("SndSaveAll", "all");
     EXPECT_EQ(turns, 3);
     EXPECT_EQ(run.Host.Messages, Strings{});
-    EXPECT_EQ(run.Label("Foot"), "Not all was saved.");
+    EXPECT_EQ(run.Label("Foot"), "Not all was saved");
     EXPECT_FALSE(stop->isVisible());
     run.Host.OnTurn = nullptr;
     run.Save("SndSaveAll", "again"); // the next one begins anew
-    EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("again"));
+    EXPECT_TRUE(run.Label("Foot").startsWith("Saved 11 sounds into "));
 }
 
 } // namespace

@@ -55,6 +55,7 @@ public:
         Dialogs.push_back(dialog);
         TakeAnswer(dialog, SaveAnswers);
     }
+    void ShowFolder(FileDialog& dialog) override { ShowSave(dialog); }
     void Beep() override { ++Beeps; }
     void OpenWebAddress(const std::string& address) override { WebAddresses.push_back(address); }
     void GiveTurn() override

@@ -1,6 +1,8 @@
 #include "shell/window/About_Frm.h"
 
 #include "shell/Addresses.h"
+#include "shell/window/Libraries.h"
+#include "shell/window/ToolIcons.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -15,6 +17,9 @@ About_Frm::About_Frm(Host& host, std::function<void()> onClose)
 {
     setObjectName("About_Frm");
     setWindowTitle("MORLIK 1.7");
+    setWindowIcon(ProgramIcon());
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowCloseButtonHint); // nothing that would make it larger
     QPalette black(palette());
     black.setColor(QPalette::Window, Qt::black);
     setPalette(black);
@@ -36,6 +41,8 @@ About_Frm::About_Frm(Host& host, std::function<void()> onClose)
     address_ = AddLabel("Label4", QString("-  ") + kWebAddress + "  -", 13.5, true, "cyan");
     address_->setCursor(Qt::PointingHandCursor);
     address_->installEventFilter(this);
+    AddLabel("Licence", "Free software under the MIT licence, made with", 8.25, true, "red");
+    AddLabel("Libraries", LibraryVersions(), 8.25, false, "lime")->setWordWrap(true);
 }
 
 QLabel* About_Frm::AddLabel(const char* name, const QString& text, double points, bool bold,

@@ -2,9 +2,9 @@
 
 #include "shell/window/ToolIcons.h"
 
-#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QRegularExpressionValidator>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -79,6 +79,16 @@ QAction* MakeCheckButton(QToolBar* bar, const char* name, ToolPicture picture, c
     return action;
 }
 
+/// Such as "60 moveables", or "3 of 60 moveables" where a filter hides some.
+void TellCount(QLabel& label, const NotedList& list, const QString& kind)
+{
+    const int all = list.count();
+    const int shown = list.NumShown();
+    const QString kinds = all == 1 ? kind : kind + (kind.endsWith('h') ? "es" : "s");
+    label.setText((shown == all ? QString() : QString("%1 of ").arg(shown)) +
+                  QString("%1 %2").arg(all).arg(kinds));
+}
+
 } // namespace
 
 MainControls::MainControls(QMainWindow& window)
@@ -100,6 +110,8 @@ void MainControls::MakeMenu(QMainWindow& window)
     file->addSeparator()->setObjectName("Mnu_File_Line1");
     Mnu_File_SaveWAD = MakeAction(file, "Mnu_File_SaveWAD", "&Save WAD", true, QKeySequence::Save);
     Mnu_File_SaveTGA = MakeAction(file, "Mnu_File_SaveTGA", "Save T&GA");
+    Mnu_File_SaveGltf =
+        MakeAction(file, "Mnu_File_SaveGltf", "Save glT&F…", true, QKeySequence("Ctrl+G"));
     Mnu_File_SavePRJ = MakeAction(file, "Mnu_File_SavePRJ", "Save P&RJ", false);
     Mnu_File_SaveTR = MakeAction(file, "Mnu_File_SaveTR", "Save &TR", false);
     file->addSeparator()->setObjectName("Mnu_File_Line2");
@@ -113,6 +125,7 @@ void MainControls::MakeMenu(QMainWindow& window)
         mode->setCheckable(true);
     Mnu_Edit_Move->setChecked(true);
     edit->addSeparator()->setObjectName("Mnu_Edit_Line1");
+    Mnu_Edit_Find = MakeAction(edit, "Mnu_Edit_Find", "&Filter", true, QKeySequence::Find);
     Mnu_Edit_Choose =
         MakeAction(edit, "Mnu_Edit_Choose", "&Choose Objects", true, QKeySequence("Ctrl+B"));
     Mnu_Edit_Choose->setCheckable(true);
@@ -168,6 +181,7 @@ void MainControls::MakeToolbar(QMainWindow& window)
     auto* save = new QMenu(TB);
     TB_Save_WAS = MakeAction(save, "TB_Save_WAS", "Save WAS");
     TB_Save_TGA = MakeAction(save, "TB_Save_TGA", "Save TGA");
+    TB_Save_Gltf = MakeAction(save, "TB_Save_Gltf", "Save glTF…");
     TB_Save_PRJ = MakeAction(save, "TB_Save_PRJ", "Save PRJ", false);
     TB_Save_TR = MakeAction(save, "TB_Save_TR", "Save TR", false);
     TB_Save = MakeMenuButton(TB, "TB_Save", ToolPicture::Save, "Save", save);
@@ -215,8 +229,9 @@ QWidget* MainControls::MakeOptionsFrame()
 QWidget* MainControls::MakeObjectsFrame()
 {
     Frame1 = Make<QGroupBox>("Frame1", "Objects");
+    ObjCount = Make<QLabel>("ObjCount");
     ObjFilter = MakeFilter("ObjFilter");
-    ObjList = Make<QListWidget>("ObjList");
+    ObjList = Make<NotedList>("ObjList");
     ObjList->setContextMenuPolicy(Qt::CustomContextMenu);
     Chosen = Make<QLabel>("Chosen");
     Chosen->setTextFormat(Qt::PlainText);
@@ -227,12 +242,16 @@ QWidget* MainControls::MakeObjectsFrame()
     ObjName->setEnabled(false);
     ObjName->setAcceptDrops(false);
     ObjName->setToolTip("Change the name of this object");
+    // Names in the lists of sets are of Western letters.
+    ObjName->setValidator(
+        new QRegularExpressionValidator(QRegularExpression("[\\x{0}-\\x{ff}]*"), ObjName));
     SaveID = Make<QPushButton>("SaveID", "Write &IDs");
     SaveID->setToolTip("Write the object names.");
     auto* row = new QHBoxLayout;
     row->addWidget(ObjectID, 1);
     row->addWidget(SaveID);
     auto* column = new QVBoxLayout(Frame1);
+    column->addWidget(ObjCount);
     column->addWidget(ObjFilter);
     column->addWidget(ObjList, 1);
     column->addWidget(Chosen);
@@ -244,8 +263,9 @@ QWidget* MainControls::MakeObjectsFrame()
 QWidget* MainControls::MakeSoundsFrame()
 {
     SndFrame = Make<QGroupBox>("SndFrame", "Sounds");
+    SndCount = Make<QLabel>("SndCount");
     SndFilter = MakeFilter("SndFilter");
-    SndLst = Make<QListWidget>("SndLst");
+    SndLst = Make<NotedList>("SndLst");
     SndLst->setToolTip("Space or a double-click plays a sound, Escape stops it");
     SndView = Make<SoundView>("SndView");
     SndSave = Make<QPushButton>("SndSave", "Sa&ve");
@@ -254,6 +274,7 @@ QWidget* MainControls::MakeSoundsFrame()
     row->addWidget(SndSave);
     row->addWidget(SndSaveAll);
     auto* column = new QVBoxLayout(SndFrame);
+    column->addWidget(SndCount);
     column->addWidget(SndFilter);
     column->addWidget(SndLst, 1);
     column->addWidget(SndView);
@@ -283,11 +304,7 @@ void MainControls::MakeFoot()
     Stop = Make<QPushButton>("Stop", "Stop");
     Stop->setCheckable(true);
     Stop->hide();
-    Foot = Make<QLabel>("Foot");
-    Foot->setTextFormat(Qt::PlainText);
-    Foot->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    Foot->setFocusPolicy(Qt::NoFocus);
-    Foot->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    Foot = Make<FootLabel>("Foot");
 }
 
 void MainControls::LayOut(QMainWindow& window)
@@ -311,6 +328,9 @@ void MainControls::LayOut(QMainWindow& window)
     left->addWidget(MakeObjectsFrame(), 1);
     right->addWidget(MakeOptionsFrame());
     right->addWidget(MakeSoundsFrame(), 1);
+    SndOpen = Make<QPushButton>("SndOpen", "Open &main.sfx…"); // the frame is off then
+    SndOpen->hide();
+    right->addWidget(SndOpen);
     MakeFoot();
     left->addWidget(Event);
     auto* progress = new QHBoxLayout;
@@ -332,21 +352,13 @@ void MainControls::LayOut(QMainWindow& window)
 void MainControls::SetTabOrder() const
 {
     QWidget* last = nullptr;
-    for (QWidget* next : std::initializer_list<QWidget*>{LaraType, Weather, ObjFilter, ObjList,
-                                                         SaveID, ObjName, TR5Kelder, ExpSpr, SkyFix,
-                                                         SndFilter, SndLst, SndSave, SndSaveAll}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{
+             LaraType, Weather, ObjFilter, ObjList, SaveID, ObjName, TR5Kelder, ExpSpr, SkyFix,
+             SndFilter, SndLst, SndSave, SndSaveAll, SndOpen}) {
         if (last != nullptr)
             QWidget::setTabOrder(last, next);
         last = next;
     }
-}
-
-void MainControls::TellFoot(const QString& text, int width) const
-{
-    constexpr int kMargins = 24;
-    const QFontMetrics metrics(Foot->font());
-    Foot->setText(metrics.elidedText(text, Qt::ElideMiddle, width - kMargins));
-    Foot->setToolTip(text.toHtmlEscaped());
 }
 
 void MainControls::PlaceRooms() const
@@ -361,14 +373,16 @@ void MainControls::ShowRooms() const
     Pictures->TakeRooms(*Frame3);
 }
 
-void FilterList(QListWidget& list, const QString& text)
+void MainControls::FilterObjects() const
 {
-    for (int row = 0; row < list.count(); ++row) {
-        const bool hidden = !list.item(row)->text().contains(text, Qt::CaseInsensitive);
-        list.setRowHidden(row, hidden);
-        if (hidden) // what can't be seen is not to be saved or renamed
-            list.item(row)->setSelected(false);
-    }
+    ObjList->Filter(ObjFilter->text());
+    TellCount(*ObjCount, *ObjList, TB_Moveables->isChecked() ? "moveable" : "static mesh");
+}
+
+void MainControls::FilterSounds() const
+{
+    SndLst->Filter(SndFilter->text());
+    TellCount(*SndCount, *SndLst, "sound");
 }
 
 } // namespace morlik

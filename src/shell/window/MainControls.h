@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/window/ListParts.h"
 #include "shell/window/PicturePane.h"
 #include "shell/window/SoundView.h"
 
@@ -38,6 +39,7 @@ struct MainControls
     QAction* TB_Open_PRJ;
     QAction* TB_Save_WAS;
     QAction* TB_Save_TGA;
+    QAction* TB_Save_Gltf;
     QAction* TB_Save_PRJ;
     QAction* TB_Save_TR;
 
@@ -52,19 +54,22 @@ struct MainControls
     QCheckBox* SkyFix;
 
     QGroupBox* Frame1; ///< "Objects"
+    QLabel* ObjCount;  ///< such as "60 moveables"
     QLineEdit* ObjFilter;
-    QListWidget* ObjList;
+    NotedList* ObjList;
     QLabel* Chosen; ///< what a choice of objects takes; shown while one is made
     QLabel* ObjectID;
     QLineEdit* ObjName;
     QPushButton* SaveID;
 
     QGroupBox* SndFrame; ///< "Sounds"
+    QLabel* SndCount;
     QLineEdit* SndFilter;
-    QListWidget* SndLst;
+    NotedList* SndLst;
     SoundView* SndView; ///< the wave of the selected sound
     QPushButton* SndSave;
     QPushButton* SndSaveAll;
+    QPushButton* SndOpen; ///< shown where the sounds of a level are in `main.sfx`: opens one
 
     QSplitter* Lists;   ///< the objects, and the options with the sounds
     QSplitter* Columns; ///< all of the above, and the pictures
@@ -77,18 +82,20 @@ struct MainControls
     QLabel* Event;
     QProgressBar* Prog;
     QPushButton* Stop; ///< shown while something can be stopped; pressed, or Esc: it is to stop
-    QLabel* Foot;      ///< where the last set went, and hints
+    FootLabel* Foot;   ///< where the last set went, and hints
 
     QAction* Mnu_File_LoadTR;
     QAction* Mnu_File_LoadPRJ;
     QAction* Mnu_File_SaveWAD;
     QAction* Mnu_File_SaveTGA;
+    QAction* Mnu_File_SaveGltf;
     QAction* Mnu_File_SavePRJ;
     QAction* Mnu_File_SaveTR;
     QAction* Mnu_File_Quit;
     QAction* Mnu_Edit_Move;
     QAction* Mnu_Edit_Static;
     QAction* Mnu_Edit_Sprite;
+    QAction* Mnu_Edit_Find;   ///< goes to the filter of the list that is in use
     QAction* Mnu_Edit_Choose; ///< checked: the objects have boxes, and a save takes the ticked ones
     QAction* Mnu_View_Pictures;  ///< checked: the pane is there
     QActionGroup* Mnu_View_List; ///< how the object list looks: side of its pictures, 0 for none
@@ -98,8 +105,9 @@ struct MainControls
     QAction* Mnu_Go_Next;
     QAction* Mnu_Help_About;
 
-    /// Shows a line at the foot of a window of that width; all of it is in the tool tip.
-    void TellFoot(const QString& text, int width) const;
+    /// Shows the entries that hold the texts of the filters, and how many there are.
+    void FilterObjects() const;
+    void FilterSounds() const;
     /// Keeps `Frame3` beyond the right edge, where nothing of it can be seen.
     void PlaceRooms() const;
     /// Gives the rooms a tab beside the pictures.
@@ -120,9 +128,5 @@ private:
 
     QWidget* inner_; ///< what is left of the pictures
 };
-
-/// Hides the entries of `list` that do not hold `text`. The others keep their rows, which are
-/// their numbers in the level.
-void FilterList(QListWidget& list, const QString& text);
 
 } // namespace morlik

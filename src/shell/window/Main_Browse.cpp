@@ -39,7 +39,7 @@ void Main_Frm::ShowMode(bool moveables)
 
 void Main_Frm::FillObjects()
 {
-    QListWidget& list = *controls_.ObjList;
+    NotedList& list = *controls_.ObjList;
     const bool moveables = IsMoveableMode();
     list.clear();
     if (moveables) {
@@ -52,7 +52,10 @@ void Main_Frm::FillObjects()
     }
     ShowChoice();
     StartThumbnails();
-    FilterList(list, controls_.ObjFilter->text());
+    list.SetNote(session_.Level.Version == kNoLevel ? "No level is loaded"
+                 : moveables                        ? "The level has no moveables"
+                                                    : "The level has no static meshes");
+    controls_.FilterObjects();
     setWindowTitle(FromText(session_.TitleText + " - [" + session_.FMLoad.FileName +
                             (moveables ? "] - Moveables" : "] - Static Meshes")));
 }

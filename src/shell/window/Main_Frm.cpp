@@ -1,6 +1,6 @@
 // The window itself: its start and end, and which command each control gives. What a load does
 // stands in Main_Load.cpp, the object list in Main_Browse.cpp and Main_Choose.cpp, the saves in
-// Main_Save.cpp, the sounds in Main_Sounds.cpp.
+// Main_Save.cpp and Main_Gltf.cpp, the sounds in Main_Sounds.cpp.
 
 #include "shell/window/Main_Frm.h"
 
@@ -9,15 +9,20 @@
 #include "shell/ObjectID_Mod.h"
 #include "shell/Register_Mod.h"
 #include "shell/window/Text.h"
+#include "shell/window/ToolIcons.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QShortcut>
+#include <QThread>
+#include <QToolTip>
 #include <QUrl>
 #include <QWindow>
 
@@ -37,6 +42,17 @@ bool TakeAsCopy(QDropEvent& event)
     return true;
 }
 
+/// Lets the window take its place on the screen, so that what comes first opens over it.
+void AwaitScreen(const QWidget& window)
+{
+    constexpr int kMilliseconds = 250;
+    const QDeadlineTimer patience(kMilliseconds);
+    while (!window.windowHandle()->isExposed() && !patience.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(2);
+    }
+}
+
 } // namespace
 
 Main_Frm::Main_Frm(Session& session, QSettings& store)
@@ -47,6 +63,7 @@ Main_Frm::Main_Frm(Session& session, QSettings& store)
       controls_(*this)
 {
     setObjectName("Main_Frm");
+    setWindowIcon(ProgramIcon());
     setAcceptDrops(true);
     session_.FMLoad.Filter = kOpenFilter;
     session_.FMSave.Filter = kSaveFilterAtRest;
@@ -83,7 +100,9 @@ void Main_Frm::FormLoad(Registry& registry, const QString& file)
     RegWriteText(registry, kProgramKey, "MorlikFile",
                  FromPath(host_.ProgramFolder()) + "\\MORLIK.exe", report);
     RestoreLayout();
+    move(screen()->availableGeometry().center() - rect().center());
     show();
+    AwaitScreen(*this);
     if (file.isEmpty())
         DoLoadTR();
     else
@@ -129,9 +148,16 @@ void Main_Frm::ConnectCommands()
     On(controls_.Mnu_File_LoadTR, [this] { DoLoadTR(); });
     On(controls_.Mnu_File_SaveWAD, [this] { DoSaveWAS(); });
     On(controls_.Mnu_File_SaveTGA, [this] { DoSaveTGA(); });
+    On(controls_.Mnu_File_SaveGltf, [this] { DoSaveGltf(); });
     On(controls_.Mnu_File_Quit, [this] { End(0); });
     On(controls_.Mnu_Edit_Move, [this] { SwitchMode(true); });
     On(controls_.Mnu_Edit_Static, [this] { SwitchMode(false); });
+    On(controls_.Mnu_Edit_Find, [this] {
+        const bool isSounds = controls_.SndFrame->isAncestorOf(focusWidget());
+        QLineEdit* filter = isSounds ? controls_.SndFilter : controls_.ObjFilter;
+        filter->setFocus();
+        filter->selectAll();
+    });
     On(controls_.Mnu_Go_Reload, [this] { ReloadFile(); });
     On(controls_.Mnu_Go_Previous, [this] { StepInFolder(-1); });
     On(controls_.Mnu_Go_Next, [this] { StepInFolder(1); });
@@ -146,6 +172,7 @@ void Main_Frm::ConnectToolbar()
     On(controls_.TB_Save, [this] { DoSaveWAS(); });
     On(controls_.TB_Save_WAS, [this] { DoSaveWAS(); });
     On(controls_.TB_Save_TGA, [this] { DoSaveTGA(); });
+    On(controls_.TB_Save_Gltf, [this] { DoSaveGltf(); });
     On(controls_.TB_Moveables, [this] { ModeButton_Click(*controls_.TB_Moveables, true); });
     On(controls_.TB_Statics, [this] { ModeButton_Click(*controls_.TB_Statics, false); });
     On(controls_.TB_Sprites, [this] {
@@ -166,10 +193,14 @@ void Main_Frm::ConnectLists()
             [this](const QString& text) { Guard([&] { ObjName_Change(text); }); });
     controls_.ObjName->installEventFilter(this);
     controls_.Columns->widget(0)->installEventFilter(this);
+    connect(controls_.ObjName, &QLineEdit::inputRejected, this, [this] {
+        QToolTip::showText(controls_.ObjName->mapToGlobal(QPoint(0, controls_.ObjName->height())),
+                           "Names in the lists of the editor have no such letter");
+    });
     connect(controls_.ObjFilter, &QLineEdit::textChanged, this,
-            [this](const QString& text) { Guard([&] { FilterList(*controls_.ObjList, text); }); });
+            [this] { Guard([this] { controls_.FilterObjects(); }); });
     connect(controls_.SndFilter, &QLineEdit::textChanged, this,
-            [this](const QString& text) { Guard([&] { FilterList(*controls_.SndLst, text); }); });
+            [this] { Guard([this] { controls_.FilterSounds(); }); });
     connect(controls_.SndLst, &QListWidget::itemSelectionChanged, this,
             [this] { Guard([this] { SndLst_Click(); }); });
     connect(controls_.SndLst, &QListWidget::itemDoubleClicked, this,
@@ -180,6 +211,8 @@ void Main_Frm::ConnectLists()
             [this] { Guard([this] { SndSave_Click(); }); });
     connect(controls_.SndSaveAll, &QPushButton::clicked, this,
             [this] { Guard([this] { SndSaveAll_Click(); }); });
+    connect(controls_.SndOpen, &QPushButton::clicked, this,
+            [this] { Guard([this] { OpenMainSFX(); }); });
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] {
         controls_.Stop->setChecked(true);
         controls_.SndView->Stop();
@@ -190,7 +223,13 @@ void Main_Frm::ConnectLists()
 
 void Main_Frm::TellFoot(const QString& text)
 {
-    controls_.TellFoot(text, width());
+    controls_.Foot->Tell(text);
+}
+
+void Main_Frm::Refuse(const QString& why)
+{
+    host_.Beep();
+    TellFoot(why);
 }
 
 void Main_Frm::ShowAbout()
@@ -203,6 +242,8 @@ void Main_Frm::ShowAbout()
             focus->setFocus();
     });
     setEnabled(false);
+    about_->adjustSize();
+    about_->move(frameGeometry().center() - about_->rect().center());
     about_->show();
     about_->windowHandle()->setTransientParent(windowHandle()); // stays in front
 }

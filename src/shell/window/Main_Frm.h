@@ -2,6 +2,7 @@
 
 #include "base/Registry.h"
 #include "convert/ObjectNeeds.h"
+#include "gltf/SaveGltf.h"
 #include "shell/Session.h"
 #include "shell/ShownObjects.h"
 #include "shell/Sounds.h"
@@ -15,6 +16,9 @@
 
 namespace morlik
 {
+
+/// Under which a line of the sound list holds the name of its sound.
+inline constexpr int kNameRole = Qt::UserRole + 1;
 
 /// The program's window: a list of the level's objects, its properties, options and sounds, and
 /// the commands. It works on the session; the outside is reached through the session's Host.
@@ -56,13 +60,18 @@ private:
     void FormLoad(Registry& registry, const QString& file);
     void DoLoadTR();
     void LoadChosen();
+    void LoadFile(const std::string& path);
     void LoadLevelFile();
     /// Both give whether there is something to show, and tell if not.
     bool LoadMainSFX();
     bool DoLoadPRJ(const std::string& path);
+    bool ReloadMainSFX();
+    void OpenMainSFX();
     void LoadDropped(const QString& path);
     void ShowLevelType();
     void ListLevelSounds();
+    /// What the foot says of a file that was just opened.
+    QString Opened() const;
     void ListSounds(const std::vector<SoundEntry>& entries);
     void ListRooms();
 
@@ -110,24 +119,42 @@ private:
     void CopyPicture();
 
     void DoSaveWAS();
+    void TellSaved(bool isComplete);
     void DoSaveTGA();
+    void DoSaveGltf();
+    void SaveSelectedGltf();
+    void SaveChosenGltf();
+    GltfObject ToSave(const ObjectPlace& place) const;
+    /// Runs the writing of glTF files, with the button that stops it. Gives whether all were
+    /// written.
+    bool SaveGltfFiles(const std::vector<GltfObject>& objects, const std::string& path,
+                       bool isFolder);
     /// The WAV file of the selected sound; empty where it has none, nothing where none is selected.
     std::optional<std::span<const std::byte>> SelectedSound() const;
     void SndLst_Click();
     void PlaySound();
     void SndSave_Click();
     void SndSaveAll_Click();
-    /// Runs the writing of sounds, with the button that stops it, and says at the foot where they
-    /// went. `write` gives whether all were written.
-    void SaveSounds(const std::function<bool()>& write);
+    /// Runs the writing of sounds and says at the foot where they went, which is `done`. `write`
+    /// gives whether all were written.
+    void SaveSounds(const QString& done, const std::function<bool()>& write);
     /// Asks for a file to save; gives whether a name came back.
-    bool AskToSave(const char* filter);
+    bool AskToSave(const char* filter, const std::string& proposed, const char* ending);
+    /// Runs an open dialog, or another one for a file; the next run of the program knows its
+    /// folder.
+    void ShowDialog(const char* key, FileDialog& dialog, void (Host::*ask)(FileDialog&));
+    /// The name of the level's file without its ending, for the names of what is made of it.
+    std::string LevelStem() const;
     /// Whether a save may write these files.
     bool MayReplace(const std::vector<std::string>& files);
     /// Runs long work with the window's commands off.
     void Work(const std::function<void()>& action);
-    /// Says at the foot where a file went; the tool tip holds what is too long for it.
+    /// The same with the button that stops it.
+    void WorkToStop(const std::function<void()>& action);
+    /// Says at the foot where a file went, or why none did.
     void TellFoot(const QString& text);
+    /// A beep, and why it comes.
+    void Refuse(const QString& why);
 
     void ReloadFile();
     /// Loads a file that was known before; one that is gone is told and forgotten.

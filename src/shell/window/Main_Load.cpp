@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "level/TR_Main.h"
+#include "shell/Filters.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
@@ -56,12 +57,12 @@ const char* LevelCaption(VersionCode version)
 void Main_Frm::DoLoadTR()
 {
     session_.FMLoad.Folder = session_.Settings.LevelFolder;
-    host_.ShowOpen(session_.FMLoad);
+    ShowDialog("window/openFolder", session_.FMLoad, &Host::ShowOpen);
     LoadChosen();
 }
 
-/// Nobody has chosen a kind of file in a dialog here, and a level that can't be read ends the
-/// program: what a hand has let go by mistake is told at the foot.
+/// Nobody has chosen a kind of file in a dialog here: what a hand has let go by mistake is told at
+/// the foot.
 void Main_Frm::LoadDropped(const QString& path)
 {
     const auto name = ToPathText(path);
@@ -82,7 +83,8 @@ void Main_Frm::LoadAsChosen(const QString& path)
 }
 
 /// A cancel leaves the last name in the dialog, which loads that file again; without a name, at the
-/// first dialog of a run, the program ends.
+/// first dialog of a run, the program ends. So it does where its first file can't be read; later
+/// what is on screen stays.
 void Main_Frm::LoadChosen()
 {
     const std::string path = session_.FMLoad.FileName;
@@ -90,6 +92,27 @@ void Main_Frm::LoadChosen()
         End(0);
         throw ProgramEnd("no file was chosen");
     }
+    TellFoot("");
+    if (loadedFile_.empty()) {
+        LoadFile(path);
+        return;
+    }
+    const TrMainState state = session_.State;
+    const std::string title = session_.LevelTitle;
+    const bool areFramesOn = controls_.Frame1->isEnabled();
+    try {
+        LoadFile(path);
+    } catch (const ProgramEnd&) { // its message was there
+        session_.State = state;
+        session_.LevelTitle = title;
+        session_.FMLoad.FileName = loadedFile_;
+        for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
+            frame->setEnabled(areFramesOn);
+    }
+}
+
+void Main_Frm::LoadFile(const std::string& path)
+{
     if (IsMainSFX(path)) {
         if (!LoadMainSFX())
             return;
@@ -102,7 +125,7 @@ void Main_Frm::LoadChosen()
             return;
     }
     loadedFile_ = path;
-    TellFoot("");
+    TellFoot(Opened());
     recent_.Add(FromPathText(path));
     FillRecentMenu();
 }
@@ -130,6 +153,17 @@ void Main_Frm::LoadLevelFile()
         }
     }
     ListLevelSounds();
+    controls_.ObjList->setFocus();
+}
+
+QString Main_Frm::Opened() const
+{
+    const QString name = FromText(FileTitle(session_.FMLoad.FileName));
+    if (IsMainSFX(session_.FMLoad.FileName))
+        return QString("Opened %1: %2 sounds").arg(name).arg(controls_.SndLst->count());
+    if (session_.FMLoad.FileName == session_.ProjectFile)
+        return QString("Opened %1:%2").arg(name, controls_.NumRooms->text());
+    return {};
 }
 
 void Main_Frm::ShowLevelType()
@@ -155,6 +189,18 @@ void Main_Frm::ListLevelSounds()
     const bool hasSamples = !HasMainSFX(session_.Level);
     ListSounds(hasSamples ? LevelSounds(session_.Level) : std::vector<SoundEntry>());
     controls_.SndFrame->setEnabled(hasSamples);
+    controls_.SndLst->SetNote(hasSamples ? "The level has no sounds"
+                                         : "No sounds: they are in main.sfx");
+    controls_.SndOpen->setVisible(!hasSamples);
+}
+
+void Main_Frm::OpenMainSFX()
+{
+    FileDialog dialog{.Filter = kMainSFXFilter,
+                      .Folder = session_.LevelFile.substr(0, LastFolderEnd(session_.LevelFile))};
+    ShowDialog("window/openFolder", dialog, &Host::ShowOpen);
+    if (!dialog.FileName.empty())
+        LoadAsChosen(FromPathText(dialog.FileName));
 }
 
 void Main_Frm::ListSounds(const std::vector<SoundEntry>& entries)
@@ -163,8 +209,9 @@ void Main_Frm::ListSounds(const std::vector<SoundEntry>& entries)
     for (const SoundEntry& entry : entries) {
         auto* item = new QListWidgetItem(FromText(entry.Text), controls_.SndLst);
         item->setData(Qt::UserRole, entry.Sample);
+        item->setData(kNameRole, FromText(entry.Name));
     }
-    FilterList(*controls_.SndLst, controls_.SndFilter->text());
+    controls_.FilterSounds();
 }
 
 bool Main_Frm::LoadMainSFX()
@@ -174,6 +221,19 @@ bool Main_Frm::LoadMainSFX()
     session_.State.LevelVersion = kMainSFXVersion;
     for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
         frame->setEnabled(false);
+    controls_.SndOpen->hide();
+    ListSounds(MainSFXSounds(session_.MainSFX));
+    return true;
+}
+
+/// Reads what was opened of them in this run once more, and not behind what is there.
+bool Main_Frm::ReloadMainSFX()
+{
+    MainSFXState again;
+    for (const std::string& name : session_.MainSFX.FileNames)
+        if (!ReadMainSFX(name, again, session_.Report))
+            return false;
+    session_.MainSFX = std::move(again);
     ListSounds(MainSFXSounds(session_.MainSFX));
     return true;
 }
@@ -184,7 +244,7 @@ bool Main_Frm::DoLoadPRJ(const std::string& path)
     if (path.empty()) {
         const QScopedValueRollback<std::string> filter(dialog.Filter, "PRJ files(*.prj)|*.prj");
         dialog.Folder = session_.Settings.LevelFolder;
-        host_.ShowOpen(dialog);
+        ShowDialog("window/openFolder", dialog, &Host::ShowOpen);
         if (dialog.FileName.empty())
             return false;
     }
@@ -216,7 +276,9 @@ void Main_Frm::ListRooms()
 void Main_Frm::ReloadFile()
 {
     if (loadedFile_.empty())
-        host_.Beep();
+        Refuse("Nothing was opened yet");
+    else if (IsMainSFX(loadedFile_) && QFileInfo(FromPathText(loadedFile_)).isFile())
+        TellFoot(ReloadMainSFX() ? "Read again" : "");
     else
         LoadKnown(FromPathText(loadedFile_));
 }
@@ -240,8 +302,10 @@ void Main_Frm::StepInFolder(int step)
     const auto files = loaded.dir().entryInfoList({"*.phd", "*.tub", "*.tr2", "*.tr4", "*.trc"},
                                                   QDir::Files, QDir::Name | QDir::IgnoreCase);
     const auto at = files.indexOf(loaded) + step;
-    if (session_.LevelFile.empty() || !files.contains(loaded) || at < 0 || at >= files.size())
-        host_.Beep();
+    if (session_.LevelFile.empty() || !files.contains(loaded))
+        Refuse("There is no level whose folder could be gone through");
+    else if (at < 0 || at >= files.size())
+        Refuse(QString("This is the %1 level of its folder").arg(at < 0 ? "first" : "last"));
     else
         LoadKnown(files[at].filePath());
 }

@@ -239,10 +239,13 @@ void Main_Frm::SavePicture()
 {
     const QImage image = controls_.Pictures->Image().convertToFormat(QImage::Format_RGBA8888);
     if (image.isNull()) {
-        host_.Beep();
+        Refuse("There is no picture to save");
         return;
     }
-    const bool chosen = AskToSave("PNG files (*.png)|*.png");
+    const auto selected = controls_.ObjList->selectedItems();
+    const bool isObject = controls_.Pictures->IsObjectOnTop() && !selected.isEmpty();
+    const auto name = isObject ? ToPathText(selected[0]->text()) : LevelStem();
+    const bool chosen = AskToSave("PNG files (*.png)|*.png", name + ".png", "png");
     if (!chosen || !MayReplace({session_.FMSave.FileName}))
         return;
     Picture picture{.Width = image.width(), .Height = image.height(), .Pixels = {}};
@@ -255,16 +258,19 @@ void Main_Frm::SavePicture()
         TellFoot("Saved " + FromPathText(session_.FMSave.FileName));
     } catch (const FileFailure& failure) {
         session_.Report.Message(failure.what());
+        TellFoot("Nothing was saved");
     }
 }
 
 void Main_Frm::CopyPicture()
 {
     const QImage image = controls_.Pictures->Image();
-    if (image.isNull())
-        host_.Beep();
-    else
-        QApplication::clipboard()->setImage(image);
+    if (image.isNull()) {
+        Refuse("There is no picture to copy");
+        return;
+    }
+    QApplication::clipboard()->setImage(image);
+    TellFoot("Copied the picture");
 }
 
 } // namespace morlik

@@ -74,12 +74,41 @@ void Main_Frm::Work(const std::function<void()>& action)
         End(kStoppedStatus);
 }
 
-bool Main_Frm::AskToSave(const char* filter)
+void Main_Frm::WorkToStop(const std::function<void()>& action)
+{
+    controls_.Stop->setChecked(false);
+    controls_.Stop->show();
+    const QScopeGuard hide([this] { controls_.Stop->hide(); });
+    Work(action);
+}
+
+std::string Main_Frm::LevelStem() const
+{
+    return FromPath(ToPath(FileTitle(session_.LevelFile)).stem());
+}
+
+void Main_Frm::ShowDialog(const char* key, FileDialog& dialog, void (Host::*ask)(FileDialog&))
+{
+    const std::string before = dialog.FileName;
+    dialog.Fallback = ToPathText(store_.value(key).toString());
+    (host_.*ask)(dialog);
+    if (!dialog.FileName.empty() && dialog.FileName != before)
+        store_.setValue(key,
+                        FromPathText(dialog.FileName.substr(0, LastFolderEnd(dialog.FileName))));
+}
+
+bool Main_Frm::AskToSave(const char* filter, const std::string& proposed, const char* ending)
 {
     FileDialog& dialog = session_.FMSave;
+    TellFoot("");
     dialog.Filter = filter;
     dialog.FileName.clear();
-    host_.ShowSave(dialog);
+    dialog.Proposed = proposed;
+    dialog.Ending = ending;
+    ShowDialog("window/saveFolder", dialog, &Host::ShowSave);
+    dialog.Filter = kSaveFilterAtRest;
+    if (dialog.FileName.empty())
+        TellFoot("Nothing was saved");
     return !dialog.FileName.empty();
 }
 
@@ -92,30 +121,29 @@ bool Main_Frm::MayReplace(const std::vector<std::string>& files)
         GuardInputs(InputsOf(session_), files);
     } catch (const FileFailure& failure) {
         session_.Report.Message(failure.what());
+        TellFoot("Nothing was saved");
         return false;
     }
     const auto question = QuestionToReplace(files, session_.FMSave.FileName);
     if (question.empty() || host_.Ask(question, kAppTitle))
         return true;
-    TellFoot("Nothing was saved.");
+    TellFoot("Nothing was saved");
     return false;
 }
 
 void Main_Frm::DoSaveWAS()
 {
     if (session_.State.LevelIsLoaded == 0) {
-        host_.Beep();
+        Refuse("There is no level to save: open one first");
         return;
     }
     if (session_.Objects && session_.Objects->Count() == 0) {
-        host_.Beep();
-        TellFoot("No object is chosen: tick those that the set is to have.");
+        Refuse("No object is chosen: tick those that the set is to have");
         return;
     }
     FileDialog& dialog = session_.FMSave;
     dialog.Folder = session_.Settings.DestWADFolder;
-    const bool chosen = AskToSave("WAS files (*.was)|*.was");
-    dialog.Filter = kSaveFilterAtRest;
+    const bool chosen = AskToSave("WAS files (*.was)|*.was", LevelStem() + ".was", "was");
     // A name that is none of a set gets its message from the save.
     const bool isSet = EndsWithNoCase(dialog.FileName, ".was");
     if (!chosen || (isSet && !MayReplace(FilesOfSet(dialog.FileName, session_.Level.Version))))
@@ -128,24 +156,41 @@ void Main_Frm::DoSaveWAS()
     Work([&] { complete = SaveLevel(session_, dialog.FileName); });
     if (listsMainSFX)
         ListSounds(MainSFXSounds(session_.MainSFX));
-    TellFoot(complete ? "Saved " + FromPathText(SetNames(dialog.FileName).With("was"))
-                      : QString("Not all was saved."));
+    // The dialog of the next load keeps a file: only the first one of a run may end the program.
+    if (session_.FMLoad.FileName.empty())
+        session_.FMLoad.FileName = session_.LevelFile;
+    TellSaved(complete);
+}
+
+void Main_Frm::TellSaved(bool isComplete)
+{
+    const SaveResult& result = session_.LastSave;
+    QString text = "Saved " + FromPathText(SetNames(session_.FMSave.FileName).With("was"));
+    if (!result.IsWritten)
+        text = "Nothing was saved";
+    else if (!isComplete)
+        text += ", but not all of it";
+    else if (result.LacksMainSFX)
+        text += " without WAV files: no main.sfx was chosen";
+    else if (result.MissingSamples != 0)
+        text += QString(" without %1 of %2 sounds, which main.sfx or the level lacks")
+                    .arg(result.MissingSamples)
+                    .arg(result.NumSamples);
+    TellFoot(text);
 }
 
 void Main_Frm::DoSaveTGA()
 {
     if (session_.State.LevelIsLoaded == 0) {
-        host_.Beep();
+        Refuse("There is no level to save: open one first");
         return;
     }
-    FileDialog& dialog = session_.FMSave;
-    const bool chosen = AskToSave("TGA files(*.tga)|*.tga");
-    dialog.Filter = kSaveFilterAtRest;
-    if (!chosen || !MayReplace({dialog.FileName}))
+    const std::string& path = session_.FMSave.FileName;
+    if (!AskToSave("TGA files(*.tga)|*.tga", LevelStem() + ".tga", "tga") || !MayReplace({path}))
         return;
     bool complete = false;
-    Work([&] { complete = SaveTGA(dialog.FileName, session_.Level, session_.Report); });
-    TellFoot(complete ? "Saved " + FromPathText(dialog.FileName) : QString());
+    Work([&] { complete = SaveTGA(path, session_.Level, session_.Report); });
+    TellFoot(complete ? "Saved " + FromPathText(path) : QString("Nothing was saved"));
 }
 
 } // namespace morlik

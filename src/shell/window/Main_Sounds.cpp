@@ -2,10 +2,9 @@
 
 #include "base/OutputFile.h"
 #include "base/SampleLookup.h"
+#include "base/Text.h"
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
-
-#include <QScopeGuard>
 
 namespace morlik
 {
@@ -39,21 +38,23 @@ void Main_Frm::PlaySound()
     if (SelectedSound())
         TellFoot(controls_.SndView->Play());
     else
-        host_.Beep();
+        Refuse("Select a sound to play it");
 }
 
 void Main_Frm::SndSave_Click()
 {
     const auto bytes = SelectedSound();
     if (!bytes) {
-        host_.Beep();
+        Refuse("Select the sound that is to be saved");
         return;
     }
-    if (!AskToSave(kWavFilter) || !MayReplace({session_.FMSave.FileName}))
+    const auto name = controls_.SndLst->selectedItems()[0]->data(kNameRole).toString();
+    if (!AskToSave(kWavFilter, ToPathText(name + ".wav"), "") ||
+        !MayReplace({session_.FMSave.FileName}))
         return;
     if (bytes->empty())
         session_.Report.LogLine("The sound has no sample: the WAV file is empty");
-    SaveSounds([&] {
+    SaveSounds("Saved " + FromPathText(session_.FMSave.FileName), [&] {
         WriteWholeFile(session_.FMSave.FileName, *bytes);
         return true;
     });
@@ -61,32 +62,33 @@ void Main_Frm::SndSave_Click()
 
 void Main_Frm::SndSaveAll_Click()
 {
-    if (!AskToSave(kWavFilter))
+    const bool ofMainSFX = session_.State.LevelVersion == kMainSFXVersion;
+    if (!AskToSave(kWavFilter, ofMainSFX ? "main.wav" : LevelStem() + ".wav", ""))
         return;
     const std::string& path = session_.FMSave.FileName;
     const auto base = path.substr(0, path.find('.'));
-    const bool ofMainSFX = session_.State.LevelVersion == kMainSFXVersion;
-    if (!MayReplace(PathsOf(ofMainSFX ? MainSFXSoundFiles(base, session_.MainSFX)
-                                      : LevelSoundFiles(base, session_.Level))))
+    const auto files = PathsOf(ofMainSFX ? MainSFXSoundFiles(base, session_.MainSFX)
+                                         : LevelSoundFiles(base, session_.Level));
+    if (!MayReplace(files))
         return;
-    SaveSounds([&] {
-        return ofMainSFX ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
-                         : WriteLevelSounds(base, session_.Level, session_.Report);
-    });
+    const auto folder = FromPathText(path.substr(0, LastFolderEnd(base)));
+    SaveSounds(files.empty() ? QString("Nothing was saved: there are no sounds")
+                             : QString("Saved %1 sounds into %2").arg(files.size()).arg(folder),
+               [&] {
+                   return ofMainSFX ? WriteMainSFXSounds(base, session_.MainSFX, session_.Report)
+                                    : WriteLevelSounds(base, session_.Level, session_.Report);
+               });
 }
 
-void Main_Frm::SaveSounds(const std::function<bool()>& write)
+void Main_Frm::SaveSounds(const QString& done, const std::function<bool()>& write)
 {
     try {
         bool complete = false;
-        controls_.Stop->setChecked(false);
-        controls_.Stop->show();
-        const QScopeGuard hide([this] { controls_.Stop->hide(); });
-        Work([&] { complete = write(); });
-        TellFoot(complete ? "Saved " + FromPathText(session_.FMSave.FileName)
-                          : QString("Not all was saved."));
+        WorkToStop([&] { complete = write(); });
+        TellFoot(complete ? done : QString("Not all was saved"));
     } catch (const FileFailure& failure) {
         session_.Report.Message(failure.what());
+        TellFoot("Not all was saved");
     }
 }
 

@@ -171,8 +171,8 @@ void ObjectTab::ShowAnimation(int number)
     int frames = 1;
     try {
         if (number >= 0)
-            frames =
-                NumFramesOf(AnimationOf(object_->In->Set, range_, static_cast<std::size_t>(number)));
+            frames = NumFramesOf(
+                AnimationOf(object_->In->Set, range_, static_cast<std::size_t>(number)));
     } catch (const ReadFailure&) {
         // the frame tells it
     }

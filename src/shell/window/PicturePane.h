@@ -27,6 +27,7 @@ public:
     /// Gives a list of rooms a tab.
     void TakeRooms(QWidget& rooms);
 
+    bool IsObjectOnTop() const { return tabs_->currentWidget() == Object; }
     /// The picture of the tab on top; null where it shows none.
     QImage Image();
 

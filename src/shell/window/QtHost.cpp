@@ -16,14 +16,18 @@ namespace morlik
 namespace
 {
 
-/// Where a dialog starts: its folder, or where the system chooses if there is no such folder, as
-/// with the first settings on a system without drive letters. Qt would take it for a file's name.
-/// A stored text may end in a terminator, which no name holds.
+/// Where a dialog starts: its folder, or the one it would fall back to, or the user's own. What is
+/// stored may be a folder that isn't there, as with the first settings on a system without drive
+/// letters, and may end in a terminator, which no name holds.
 QString StartFolder(const FileDialog& dialog)
 {
-    const auto stored = dialog.Folder.substr(0, dialog.Folder.find('\0'));
-    const QString folder = QDir::fromNativeSeparators(FromPathText(stored));
-    return QFileInfo(folder).isDir() ? folder : QString();
+    for (const std::string& stored : {dialog.Folder, dialog.Fallback}) {
+        const auto name = stored.substr(0, stored.find('\0'));
+        const QString folder = QDir::fromNativeSeparators(FromPathText(name));
+        if (QFileInfo(folder).isDir())
+            return folder;
+    }
+    return QDir::homePath();
 }
 
 void Take(FileDialog& dialog, const QString& chosen)
@@ -38,6 +42,12 @@ void QtHost::Attach(QMainWindow& window, MainControls& controls)
 {
     window_ = &window;
     controls_ = &controls;
+}
+
+/// What a box or a dialog opens over; without a window that is shown, in the middle of the screen.
+QWidget* QtHost::Parent() const
+{
+    return window_ != nullptr && window_->isVisible() ? window_ : nullptr;
 }
 
 void QtHost::ShowMessage(const std::string& text, const std::string& title)
@@ -57,7 +67,8 @@ void QtHost::ShowBox(const std::string& text, const std::string& title, const st
         ShowLastMessage(text, title);
         return;
     }
-    QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(text), QMessageBox::Ok, window_);
+    QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(text), QMessageBox::Ok,
+                    Parent());
     box.setTextFormat(Qt::PlainText);
     if (!detail.empty()) // the toolkit takes this text for HTML where it looks like it
         box.setInformativeText("<p>" + FromText(detail).toHtmlEscaped() + "</p>");
@@ -67,14 +78,14 @@ void QtHost::ShowBox(const std::string& text, const std::string& title, const st
 void QtHost::ShowHint(const std::string& text)
 {
     if (controls_ != nullptr)
-        controls_->TellFoot(FromText(text), window_->width());
+        controls_->Foot->Tell(FromText(text));
 }
 
 /// What can't be undone isn't done by the Enter key alone.
 bool QtHost::Ask(const std::string& question, const std::string& title)
 {
     QMessageBox box(QMessageBox::NoIcon, FromText(title), FromText(question),
-                    QMessageBox::Yes | QMessageBox::No, window_);
+                    QMessageBox::Yes | QMessageBox::No, Parent());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
@@ -82,14 +93,24 @@ bool QtHost::Ask(const std::string& question, const std::string& title)
 
 void QtHost::ShowOpen(FileDialog& dialog)
 {
-    Take(dialog, QFileDialog::getOpenFileName(window_, "Open", StartFolder(dialog),
+    Take(dialog, QFileDialog::getOpenFileName(Parent(), "Open", StartFolder(dialog),
                                               QtFilter(dialog.Filter)));
 }
 
 void QtHost::ShowSave(FileDialog& dialog)
 {
-    Take(dialog, QFileDialog::getSaveFileName(window_, "Save As", StartFolder(dialog),
-                                              QtFilter(dialog.Filter)));
+    QFileDialog box(Parent(), "Save As", StartFolder(dialog), QtFilter(dialog.Filter));
+    box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setFileMode(QFileDialog::AnyFile);
+    box.setDefaultSuffix(FromText(dialog.Ending));
+    box.selectFile(FromPathText(dialog.Proposed));
+    if (box.exec() == QDialog::Accepted)
+        Take(dialog, box.selectedFiles().value(0));
+}
+
+void QtHost::ShowFolder(FileDialog& dialog)
+{
+    Take(dialog, QFileDialog::getExistingDirectory(Parent(), "Save Into", StartFolder(dialog)));
 }
 
 void QtHost::SetEvent(const std::string& text)

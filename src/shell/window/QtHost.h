@@ -22,6 +22,7 @@ public:
     bool Ask(const std::string& question, const std::string& title) override;
     void ShowOpen(FileDialog& dialog) override;
     void ShowSave(FileDialog& dialog) override;
+    void ShowFolder(FileDialog& dialog) override;
     void SetEvent(const std::string& text) override;
     void SetProg(float percent) override;
     void GiveTurn() override;
@@ -37,6 +38,7 @@ public:
     std::string ShortDate() const override;
 
 private:
+    QWidget* Parent() const;
     void ShowBox(const std::string& text, const std::string& title, const std::string& detail);
 
     QMainWindow* window_ = nullptr;

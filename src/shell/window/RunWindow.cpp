@@ -164,6 +164,7 @@ int RunWindow(int argc, char** argv)
     const GuardedApplication application(argc, argv);
     untilThereIsADisplay.reset();
     QApplication::setApplicationName("Morlik");
+    QGuiApplication::setDesktopFileName("morlik"); // whose picture the task bar shows
     QSettings store = UserSettings();
     auto registry = MakeRegistry(store);
     Main_Frm window(session, store);

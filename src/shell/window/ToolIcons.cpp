@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPolygonF>
+#include <functional>
 
 namespace morlik
 {
@@ -89,23 +90,58 @@ void Draw(QPainter& p, ToolPicture picture)
     }
 }
 
-} // namespace
+/// A crate, as in the picture of the desktop entry: on the left side a texture of four squares.
+void DrawCrate(QPainter& p)
+{
+    const QPen edge(kOutline, 0.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    p.setPen(edge);
+    p.setBrush(QColor(0xf0, 0xc8, 0x68));
+    p.drawPolygon(QPolygonF({{8, 1}, {14.5, 4.25}, {8, 7.5}, {1.5, 4.25}}));
+    p.setBrush(kFolder);
+    p.drawPolygon(QPolygonF({{1.5, 4.25}, {8, 7.5}, {8, 15}, {1.5, 11.75}}));
+    p.setBrush(QColor(0xb8, 0x8a, 0x2c));
+    p.drawPolygon(QPolygonF({{14.5, 4.25}, {8, 7.5}, {8, 15}, {14.5, 11.75}}));
+    p.setPen(QPen(kOutline, 0.3));
+    const QColor squares[2][2] = {{kGreen, kPaper}, {kStone, kBlue}};
+    for (int row = 0; row < 2; ++row)
+        for (int column = 0; column < 2; ++column) {
+            const QPointF at(2.5 + column * 2.5, 5.9 + column * 1.25 + row * 2.9);
+            p.setBrush(squares[row][column]);
+            p.drawPolygon(
+                QPolygonF({at, at + QPointF(2, 1), at + QPointF(2, 3.2), at + QPointF(0, 2.2)}));
+        }
+}
 
-QIcon ToolIcon(ToolPicture picture)
+/// Draws at each of these multiples of 16 pixels.
+QIcon MakeIcon(std::initializer_list<int> scales, const std::function<void(QPainter&)>& draw)
 {
     QIcon icon;
-    for (const int scale : {1, 2, 3}) {
+    for (const int scale : scales) {
         QPixmap pixmap(16 * scale, 16 * scale);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.scale(scale, scale);
-        painter.setPen(QPen(kOutline, 0.8));
-        Draw(painter, picture);
+        draw(painter);
         painter.end();
         icon.addPixmap(pixmap);
     }
     return icon;
+}
+
+} // namespace
+
+QIcon ProgramIcon()
+{
+    return MakeIcon({1, 2, 3, 4, 8, 16}, DrawCrate);
+}
+
+QIcon ToolIcon(ToolPicture picture)
+{
+    return MakeIcon({1, 2, 3}, [picture](QPainter& painter) {
+        painter.setPen(QPen(kOutline, 0.8));
+        Draw(painter, picture);
+    });
 }
 
 } // namespace morlik

@@ -15,6 +15,9 @@ enum class ToolPicture
     Sprites,
 };
 
+/// The program's own picture, a crate, for window and task bar.
+QIcon ProgramIcon();
+
 /// Draws a picture at 16, 32 and 48 pixels, so that it is crisp on screens of any density.
 QIcon ToolIcon(ToolPicture picture);
 

@@ -1,0 +1,92 @@
+#include "shell/window/ListParts.h"
+
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace morlik
+{
+
+void NotedList::SetNote(const QString& note)
+{
+    note_ = note;
+    viewport()->update();
+}
+
+void NotedList::Filter(const QString& text)
+{
+    for (int row = 0; row < count(); ++row) {
+        const bool hidden = !item(row)->text().contains(text, Qt::CaseInsensitive);
+        setRowHidden(row, hidden);
+        if (hidden) // what can't be seen is not to be saved or renamed
+            item(row)->setSelected(false);
+    }
+    viewport()->update();
+}
+
+int NotedList::NumShown() const
+{
+    int shown = 0;
+    for (int row = 0; row < count(); ++row)
+        shown += isRowHidden(row) ? 0 : 1;
+    return shown;
+}
+
+void NotedList::SelectFirst()
+{
+    int row = 0;
+    while (row < count() && isRowHidden(row))
+        ++row;
+    if (row < count())
+        setCurrentRow(row);
+}
+
+void NotedList::keyPressEvent(QKeyEvent* event)
+{
+    const bool isArrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (isArrow && event->modifiers() == Qt::NoModifier && selectedItems().isEmpty())
+        SelectFirst();
+    else
+        QListWidget::keyPressEvent(event);
+}
+
+void NotedList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (NumShown() != 0)
+        return;
+    constexpr int kMargin = 8;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                     Qt::AlignCenter | Qt::TextWordWrap,
+                     count() == 0 ? note_ : QString("No entry holds the text of the filter"));
+}
+
+FootLabel::FootLabel()
+{
+    setTextFormat(Qt::PlainText);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setFocusPolicy(Qt::NoFocus);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
+
+void FootLabel::Tell(const QString& text)
+{
+    whole_ = text;
+    setToolTip(text.toHtmlEscaped());
+    Fit();
+}
+
+void FootLabel::resizeEvent(QResizeEvent* event)
+{
+    QLabel::resizeEvent(event);
+    Fit();
+}
+
+void FootLabel::Fit()
+{
+    setText(QFontMetrics(font()).elidedText(whole_, Qt::ElideMiddle, contentsRect().width()));
+}
+
+} // namespace morlik
