@@ -1,6 +1,6 @@
 // Makes a picture of the main window with a level loaded, the rich sample of Tomb Raider IV where
 // none is named, and an object selected, by its row in the list. QT_SCALE_FACTOR scales it;
-// MORLIK_DARK makes the colours of the desktop dark.
+// MORLIK_DARK makes the colours of the desktop dark, MORLIK_POINTS is the size of its letters.
 // usage: morlik-screenshot OUT.png [LEVEL [TAB [ROW [SIDE OF SMALL PICTURES]]]]
 
 #include "base/OutputFile.h"
@@ -108,6 +108,11 @@ int main(int argc, char** argv)
         MakeScreen(folder);
         const QApplication application(argc, argv);
         QApplication::setStyle("Fusion");
+        if (const int points = qEnvironmentVariableIntValue("MORLIK_POINTS"); points > 0) {
+            QFont font = QApplication::font();
+            font.setPointSize(points);
+            QApplication::setFont(font);
+        }
         if (qEnvironmentVariableIsSet("MORLIK_DARK"))
             QApplication::setPalette(DarkPalette());
         const QStringList arguments = QApplication::arguments();

@@ -7,6 +7,13 @@
 namespace morlik
 {
 
+/// Long entries end in dots, and take no row for a bar; a wider column shows them whole.
+NotedList::NotedList()
+{
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTextElideMode(Qt::ElideRight);
+}
+
 void NotedList::SetNote(const QString& note)
 {
     note_ = note;

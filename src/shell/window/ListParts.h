@@ -10,6 +10,8 @@ namespace morlik
 class NotedList : public QListWidget
 {
 public:
+    NotedList();
+
     /// What stands in the list while it has no entries.
     void SetNote(const QString& note);
     /// Hides the entries that do not hold `text`. The others keep their rows, which are their

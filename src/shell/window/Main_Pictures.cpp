@@ -80,9 +80,11 @@ void Main_Frm::ShowPane(bool isShown)
     if (isShown == controls_.Pictures->isVisibleTo(this))
         return;
     if (isShown) {
-        const QList<int> widths{width(), kPaneWidth};
+        // Large letters may ask for more than the window has so far.
+        const int least = controls_.Columns->widget(0)->minimumSizeHint().width();
+        const QList<int> widths{std::max(width(), least), kPaneWidth};
         controls_.Pictures->show();
-        resize(width() + kPaneWidth + controls_.Columns->handleWidth(), height());
+        resize(widths[0] + kPaneWidth + controls_.Columns->handleWidth(), height());
         controls_.Columns->setSizes(widths);
     } else {
         const int width = this->width() - controls_.Pictures->width();
@@ -116,7 +118,10 @@ void Main_Frm::FillPictures()
     QStringList names;
     if (sprites != nullptr)
         for (const SpriteSequence& sequence : sprites->SpriteSequences)
-            names << FromText(session_.Names.Moveable(session_.Level.Version, sequence.ObjectID));
+            names << QString("%1 %2")
+                         .arg(sequence.ObjectID)
+                         .arg(FromText(
+                             session_.Names.Moveable(session_.Level.Version, sequence.ObjectID)));
     pane.Sprites->Show(sprites, names);
     pane.ShowSprites(sprites != nullptr && !names.isEmpty());
     ShowSelected();

@@ -86,7 +86,7 @@ SoundView::SoundView() : wave_(new WaveView), text_(new QLabel)
     text_->setTextFormat(Qt::PlainText);
     text_->setWordWrap(true);
     text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    text_->setMinimumHeight(text_->sizeHint().height()); // so that the list keeps its place
+    text_->setMinimumHeight(2 * text_->fontMetrics().lineSpacing()); // so that the list stays
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->addWidget(wave_);
