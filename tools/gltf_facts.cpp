@@ -75,7 +75,7 @@ Json PoseFacts(const ObjectSet& set, std::size_t count)
 Json Facts(const morlik::cli::OpenedSet& opened, std::size_t frames)
 {
     Json objects = Json::array();
-    for (const auto* const kind : {&opened.Moveables, &opened.StaticMeshes})
+    for (const auto* const kind : {&opened.Moveables, &opened.StaticMeshes}) {
         for (const auto& object : *kind) {
             const bool isStatic = kind == &opened.StaticMeshes;
             const auto shown = opened.Objects->Find({isStatic, object.Place});
@@ -84,6 +84,7 @@ Json Facts(const morlik::cli::OpenedSet& opened, std::size_t frames)
                                                           .ID = object.ObjectID,
                                                           .Name = object.Names[0]}));
         }
+    }
     return {{"objects", std::move(objects)}, {"poses", PoseFacts(opened.Whole(), frames)}};
 }
 

@@ -17,7 +17,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr const char* kHeldName = "held";
+constexpr const char* kHeldName = ".morlik-held"; // as no output is called
 
 /// The hidden folder of a group, by a number that follows from its name.
 fs::path DraftFolderOf(const fs::path& name)
@@ -35,7 +35,7 @@ fs::path DraftFolderOf(const fs::path& name)
 {
     const bool busy = fault == std::errc::device_or_resource_busy;
     throw FileFailure("write", path,
-                      busy ? "Another program is writing this set"
+                      busy ? "Another program is writing it"
                            : fault.default_error_condition().message());
 }
 

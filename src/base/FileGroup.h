@@ -13,9 +13,9 @@ namespace morlik
 {
 
 /// Files of one folder, and of folders below it, that appear together or not at all: the files of
-/// an object set. Until then they stand, under their own names, in a hidden folder beside their
-/// places, ".morlik-" and a number that follows from the group's name. A file "held" in it keeps
-/// others away that write the same group.
+/// an object set, or a single file. Until then they stand, under their own names, in a hidden
+/// folder beside their places, ".morlik-" and a number that follows from the group's name. A file
+/// ".morlik-held" in it keeps others away that write the same group.
 ///
 /// Once all are whole the held file gets a note of it, and they take their places one by one. A
 /// process that dies before the note leaves what stood there; one that dies behind it leaves work

@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <random>
 #include <system_error>
 #include <utility>
 
@@ -22,14 +21,6 @@ constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
 std::string LastReason()
 {
     return errno != 0 ? std::generic_category().message(errno) : "unknown reason";
-}
-
-/// A name in the folder of `place` that nothing else has.
-std::string DraftFor(const std::string& place)
-{
-    std::random_device random;
-    const auto name = ".morlik-" + Hex(random()) + Hex(random());
-    return FromPath(ToPath(place).parent_path() / name);
 }
 
 } // namespace
@@ -119,37 +110,6 @@ void CheckPlace(const std::string& path)
     } else if (status.type() != fs::file_type::symlink && status.type() != fs::file_type::none) {
         throw FileFailure("write", path, "It is a device or a pipe, no file");
     }
-}
-
-NewFile::NewFile(const std::string& path, PhaseTimes* times)
-    : place_(path),
-      draft_(IsStream(path) ? std::string() : (CheckPlace(path), DraftFor(path))),
-      file_(draft_.Path.empty() ? path : draft_.Path, path, times)
-{
-}
-
-NewFile::Draft::~Draft()
-{
-    std::error_code gone; // taken by its place, or never there
-    if (!Path.empty())
-        fs::remove(ToPath(Path), gone);
-}
-
-void NewFile::TakePlace()
-{
-    file_.Close();
-    if (draft_.Path.empty())
-        return;
-    if (const auto fault = morlik::TakePlace(ToPath(draft_.Path), ToPath(place_)))
-        throw FileFailure("write", place_, fault.default_error_condition().message());
-    draft_.Path.clear();
-}
-
-void WriteWholeFile(const std::string& path, std::span<const std::byte> bytes)
-{
-    NewFile file(path);
-    file.File().PutBytes(bytes);
-    file.TakePlace();
 }
 
 } // namespace morlik

@@ -5,10 +5,10 @@
 #include "base/PhaseTimes.h"
 
 #include <fstream>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace morlik
@@ -50,8 +50,11 @@ private:
 /// be written. A link there is only a name that goes. `FileFailure`.
 void CheckPlace(const std::string& path);
 
-/// A file that takes its place only when it is whole, written beside it until then. Without
-/// `TakePlace`, and where that fails, what stood there stays, and nothing else does.
+class FileGroup;
+
+/// A file that takes its place only when it is whole: a `FileGroup` of one, so that what a process
+/// leaves that is killed goes with the next one. Without `TakePlace`, and where that fails, what
+/// stood there stays.
 /// Standard output and the like (`/dev/stdout`, `/dev/stderr`, `/dev/null`, `/dev/fd/...`; `NUL`
 /// and `CON` on Windows) are written at once.
 class NewFile
@@ -60,26 +63,16 @@ public:
     explicit NewFile(const std::string& path, PhaseTimes* times = nullptr);
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
-    ~NewFile() = default;
+    ~NewFile();
 
     OutputFile& File() { return file_; }
     /// Closes the file and puts it in its place.
     void TakePlace();
 
 private:
-    /// The file beside the place, which goes at the end where it is still there.
-    struct Draft
-    {
-        explicit Draft(std::string path) : Path(std::move(path)) {}
-        Draft(const Draft&) = delete;
-        Draft& operator=(const Draft&) = delete;
-        ~Draft();
-
-        std::string Path; ///< empty where the place is written at once
-    };
-
-    std::string place_;
-    Draft draft_; ///< goes after the file: one that is open can't be removed on every system
+    /// None where the place is written at once. It goes after the file: one that is open can't be
+    /// removed on every system.
+    std::unique_ptr<FileGroup> group_;
     OutputFile file_;
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #ifdef MORLIK_PNG
 #include <zlib.h>

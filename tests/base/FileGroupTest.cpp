@@ -16,6 +16,15 @@ std::vector<std::byte> BytesOf(std::string_view text)
     return {bytes.begin(), bytes.end()};
 }
 
+constexpr const char* kHeld = ".morlik-held";
+
+/// Writes the note of a group into its hidden folder.
+void WriteNote(const std::filesystem::path& hidden, const std::string& note)
+{
+    const auto path = FromPath(hidden / kHeld);
+    OutputFile(path, path).PutText(note);
+}
+
 class FileGroupTest : public testing::Test
 {
 protected:
@@ -58,7 +67,7 @@ protected:
             hidden = Hidden();
             std::filesystem::create_directory(copy);
             for (const auto& entry : std::filesystem::directory_iterator(hidden))
-                if (entry.path().filename() != "held") // nobody else may read it on every system
+                if (entry.path().filename() != kHeld) // nobody else may read it on every system
                     std::filesystem::copy(entry.path(), copy / entry.path().filename(),
                                           std::filesystem::copy_options::recursive);
         }
@@ -122,7 +131,7 @@ TEST_F(FileGroupTest, OfADeadWriterIsClearedUpOrFinished)
     std::string note;
     for (const char* name : {"set.was", "set.wad", "waves/1.wav", "waves/3.wav"})
         note += std::to_string(FileNumber(Hidden() / name)) + " ";
-    WriteWholeFile(FromPath(Hidden() / "held"), BytesOf(note + "."));
+    WriteNote(Hidden(), note + ".");
     std::filesystem::rename(Hidden() / "set.wad", Folder.File("set.wad"));
     if (FileNumber(Hidden() / "waves/1.wav") != 0) {
         std::filesystem::rename(Folder.File("waves/1.wav"), Folder.File("old"));
@@ -152,11 +161,11 @@ TEST_F(FileGroupTest, FinishesNoneThatSomebodyElseMade)
     EXPECT_THROW(comeNext(), FileFailure);
     std::filesystem::remove(hidden);
     std::filesystem::create_directory(hidden);
-    std::filesystem::create_symlink(home.File("mine"), hidden / "held");
+    std::filesystem::create_symlink(home.File("mine"), hidden / kHeld);
     EXPECT_THROW(comeNext(), FileFailure);
-    std::filesystem::remove(hidden / "held");
+    std::filesystem::remove(hidden / kHeld);
     // Finished, but neither with what a link leads to nor with what the note doesn't count.
-    Folder.Write(FromPath(hidden.filename() / "held"), BytesOf("."));
+    WriteNote(hidden, ".");
     std::filesystem::create_symlink(home.Path(), hidden / "waves");
     Folder.Write(FromPath(hidden.filename() / "set.wad"), Is);
     comeNext();

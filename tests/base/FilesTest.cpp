@@ -90,6 +90,18 @@ TEST(NewFile, TakesItsPlaceWholeOrNotAtAll)
     }
     EXPECT_EQ(ReadFile(name), old);
     EXPECT_EQ(numFiles(), 1);
+    std::filesystem::path draft; // as a process that is killed leaves it
+    {
+        NewFile file(name);
+        file.File().Flush();
+        draft = std::filesystem::directory_iterator(folder.Path())->path();
+        if (draft.filename() == "out")
+            draft = std::next(std::filesystem::directory_iterator(folder.Path()))->path();
+        std::filesystem::copy(draft, folder.File("dead"));
+    }
+    std::filesystem::rename(folder.File("dead"), draft);
+    WriteWholeFile(name, old); // clears it up
+    EXPECT_EQ(numFiles(), 1);
     std::filesystem::create_hard_link(name, folder.File("level.phd"));
 #ifdef _WIN32 // where links of the other kind take rights that users seldom have
     std::filesystem::create_hard_link(name, folder.File("link"));

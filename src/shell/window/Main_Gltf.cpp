@@ -35,7 +35,7 @@ void Main_Frm::SaveSelectedGltf()
 {
     const auto place = SelectedObject();
     if (!place) {
-        Refuse("Select an object, or choose some by \"Choose Objects\" of the menu \"Edit\"");
+        Refuse(R"(Select an object, or tick some by "Choose Objects" of the menu "Edit")");
         return;
     }
     const std::vector<GltfObject> objects{ToSave(*place)};

@@ -23,7 +23,7 @@ QString StartFolder(const FileDialog& dialog)
 {
     for (const std::string& stored : {dialog.Folder, dialog.Fallback}) {
         const auto name = stored.substr(0, stored.find('\0'));
-        const QString folder = QDir::fromNativeSeparators(FromPathText(name));
+        QString folder = QDir::fromNativeSeparators(FromPathText(name));
         if (QFileInfo(folder).isDir())
             return folder;
     }

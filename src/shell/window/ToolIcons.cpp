@@ -102,14 +102,16 @@ void DrawCrate(QPainter& p)
     p.setBrush(QColor(0xb8, 0x8a, 0x2c));
     p.drawPolygon(QPolygonF({{14.5, 4.25}, {8, 7.5}, {8, 15}, {14.5, 11.75}}));
     p.setPen(QPen(kOutline, 0.3));
-    const QColor squares[2][2] = {{kGreen, kPaper}, {kStone, kBlue}};
-    for (int row = 0; row < 2; ++row)
-        for (int column = 0; column < 2; ++column) {
-            const QPointF at(2.5 + column * 2.5, 5.9 + column * 1.25 + row * 2.9);
-            p.setBrush(squares[row][column]);
-            p.drawPolygon(
-                QPolygonF({at, at + QPointF(2, 1), at + QPointF(2, 3.2), at + QPointF(0, 2.2)}));
-        }
+    int square = 0;
+    for (const QColor& colour : {kGreen, kPaper, kStone, kBlue}) {
+        const int column = square % 2;
+        const int row = square / 2;
+        ++square;
+        const QPointF at(2.5 + column * 2.5, 5.9 + column * 1.25 + row * 2.9);
+        p.setBrush(colour);
+        p.drawPolygon(
+            QPolygonF({at, at + QPointF(2, 1), at + QPointF(2, 3.2), at + QPointF(0, 2.2)}));
+    }
 }
 
 /// Draws at each of these multiples of 16 pixels.
