@@ -11,15 +11,7 @@ namespace morlik
 namespace
 {
 
-/// The light of a vertex that leaves the colours of textures as they are, and the darkest one.
-constexpr double kNeutralLight = 4096;
-constexpr double kDarkestLight = 8192;
 constexpr double kWhole = 65535; ///< a share of 1, in 16 bits
-
-double Length(const Point& point)
-{
-    return std::sqrt(point.X * point.X + point.Y * point.Y + point.Z * point.Z);
-}
 
 /// The normal of a vertex with a length of 1. One that has no length looks away from the middle of
 /// the mesh.
@@ -37,8 +29,7 @@ Point NormalOf(const MeshGeometry& mesh, std::size_t vertex)
 /// The games multiply colours as they are shown; glTF multiplies the light that they stand for.
 std::array<std::uint16_t, 4> LightOf(std::int16_t light)
 {
-    const double shown =
-        std::clamp((kDarkestLight - light) / (kDarkestLight - kNeutralLight), 0.0, 1.0);
+    const double shown = ShownLight(light);
     constexpr double kLinearTo = 0.04045;
     const double linear =
         shown <= kLinearTo ? shown / 12.92 : std::pow((shown + 0.055) / 1.055, 2.4);

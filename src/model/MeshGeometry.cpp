@@ -4,6 +4,7 @@
 #include "base/Narrow.h"
 #include "model/Damage.h"
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -71,6 +72,13 @@ GeometryFace FaceOf(const ObjectSet& set, const WadFace& face, std::size_t numPo
 }
 
 } // namespace
+
+double ShownLight(std::int16_t light)
+{
+    constexpr double kNeutral = 4096;
+    constexpr double kDarkest = 8192;
+    return std::clamp((kDarkest - light) / (kDarkest - kNeutral), 0.0, 1.0);
+}
 
 MeshGeometry GeometryOf(const ObjectSet& set, std::size_t mesh)
 {

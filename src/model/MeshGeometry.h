@@ -56,6 +56,10 @@ struct MeshGeometry
     std::vector<GeometryFace> Faces;
 };
 
+/// What a light of `Lights` leaves of a colour, as the games show it: 1 down to 0. From 4096 on it
+/// takes from it; a brighter light leaves it as it is.
+double ShownLight(std::int16_t light);
+
 /// Decodes a mesh of the set. All its indices are good then: those of the vertices, and those of
 /// the textures, whose boxes lie inside their tiles and these in the set. `ReadFailure` if one is
 /// not, if there is no such mesh, or if some but not all of its positions have normals or lights.

@@ -29,6 +29,11 @@ double RowTimes(const std::array<double, 3>& row, const Point& point)
 
 } // namespace
 
+double Length(const Point& point)
+{
+    return std::sqrt(point.X * point.X + point.Y * point.Y + point.Z * point.Z);
+}
+
 Point Transform::Apply(const Point& point) const
 {
     return {.X = RowTimes(Turn[0], point) + Shift.X,

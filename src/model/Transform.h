@@ -16,6 +16,8 @@ struct Point
     double Z = 0;
 };
 
+double Length(const Point& point);
+
 /// Of a vertex or the offset of a joint.
 template <class Place>
 Point PointOf(const Place& place)

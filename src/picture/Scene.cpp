@@ -6,22 +6,12 @@
 #include "model/Damage.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace morlik
 {
 
 namespace
 {
-
-/// Light that leaves the colours of textures as they are; a lower one is brighter.
-constexpr double kNeutralLight = 4096;
-constexpr double kDarkestLight = 8192;
-
-double Length(const Point& point)
-{
-    return std::sqrt(point.X * point.X + point.Y * point.Y + point.Z * point.Z);
-}
 
 SceneVertex VertexOf(const MeshGeometry& mesh, std::size_t index, const Transform& transform)
 {
@@ -32,8 +22,7 @@ SceneVertex VertexOf(const MeshGeometry& mesh, std::size_t index, const Transfor
         if (const double length = Length(normal); length > 0)
             vertex.Normal = {normal.X / length, normal.Y / length, normal.Z / length};
     } else if (!mesh.Lights.empty()) {
-        vertex.Light = std::clamp(
-            (kDarkestLight - mesh.Lights[index]) / (kDarkestLight - kNeutralLight), 0.0, 1.0);
+        vertex.Light = ShownLight(mesh.Lights[index]);
     }
     return vertex;
 }
