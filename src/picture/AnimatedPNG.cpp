@@ -1,13 +1,16 @@
 #include "base/OutputFile.h"
 #include "picture/MovingFile.h"
-#include "picture/PNG.h"
 
-#include <algorithm>
-#include <optional>
-#include <utility>
+#include <array>
+#include <new>
+#include <span>
+#include <string_view>
 
 #ifdef MORLIK_PNG
 #include <zlib.h>
+#ifdef MORLIK_LIBDEFLATE
+#include <libdeflate.h>
+#endif
 #endif
 
 namespace morlik
@@ -20,10 +23,8 @@ namespace
 
 using Bytes = std::vector<std::byte>;
 
-constexpr std::size_t kSignatureBytes = 8;
-constexpr std::size_t kNameBytes = 4;
+constexpr std::array<std::uint8_t, 8> kSignature{0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
 constexpr std::size_t kNumberBytes = 4;
-constexpr std::size_t kFrameBytes = kSignatureBytes + kNumberBytes; ///< size, name, CRC of a chunk
 
 void PutNumber(Bytes& bytes, std::uint32_t value, std::size_t size = kNumberBytes)
 {
@@ -31,40 +32,38 @@ void PutNumber(Bytes& bytes, std::uint32_t value, std::size_t size = kNumberByte
         bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
 }
 
-std::size_t NumberAt(std::span<const std::byte> bytes, std::size_t at)
+/// Makes zlib streams in the least time, for files of many pictures.
+class Deflater
 {
-    std::size_t value = 0;
-    for (std::size_t i = 0; i < kNumberBytes; ++i)
-        value = value << 8U | std::to_integer<std::size_t>(bytes[at + i]);
-    return value;
-}
+public:
+    /// Puts the stream of `data` behind `bytes`.
+    void Put(Bytes& bytes, std::span<const std::byte> data);
 
-/// What of a picture differs from the one before it, at least one pixel, as a file needs one.
-PictureArea ChangeBetween(const Picture& before, const Picture& picture)
+private:
+#ifdef MORLIK_LIBDEFLATE
+    std::unique_ptr<libdeflate_compressor, void (*)(libdeflate_compressor*)> compressor_{
+        libdeflate_alloc_compressor(1), libdeflate_free_compressor};
+#endif
+};
+
+void Deflater::Put(Bytes& bytes, std::span<const std::byte> data)
 {
-    PictureArea area{.X = picture.Width, .Y = picture.Height, .Width = 0, .Height = 0};
-    std::int32_t right = 0;
-    std::int32_t bottom = 0;
-    for (std::int32_t y = 0; y < picture.Height; ++y) {
-        const auto row = [y](const Picture& of) {
-            return std::span(of.Pixels).subspan(of.At(0, y), static_cast<std::size_t>(of.Width));
-        };
-        const auto old = row(before);
-        const auto now = row(picture);
-        const auto first = std::mismatch(old.begin(), old.end(), now.begin()).first;
-        if (first == old.end())
-            continue;
-        const auto last = std::mismatch(old.rbegin(), old.rend(), now.rbegin()).first;
-        area.X = std::min(area.X, static_cast<std::int32_t>(first - old.begin()));
-        right = std::max(right, static_cast<std::int32_t>(old.rend() - last));
-        area.Y = std::min(area.Y, y);
-        bottom = y + 1;
-    }
-    if (bottom == 0)
-        return {.X = 0, .Y = 0, .Width = 1, .Height = 1};
-    area.Width = right - area.X;
-    area.Height = bottom - area.Y;
-    return area;
+    const std::size_t before = bytes.size();
+#ifdef MORLIK_LIBDEFLATE
+    if (compressor_ == nullptr)
+        throw std::bad_alloc();
+    bytes.resize(before + libdeflate_zlib_compress_bound(compressor_.get(), data.size()));
+    const std::size_t size = libdeflate_zlib_compress(compressor_.get(), data.data(), data.size(),
+                                                      &bytes[before], bytes.size() - before);
+#else
+    auto size = compressBound(static_cast<uLong>(data.size()));
+    bytes.resize(before + size);
+    if (compress2(reinterpret_cast<Bytef*>(&bytes[before]), &size,
+                  reinterpret_cast<const Bytef*>(data.data()), static_cast<uLong>(data.size()),
+                  Z_BEST_SPEED) != Z_OK)
+        throw std::bad_alloc();
+#endif
+    bytes.resize(before + size);
 }
 
 class AnimatedPNG : public MovingFile
@@ -74,51 +73,66 @@ public:
 
     void Add(const Picture& picture) override
     {
-        const bool isFirst = before_.Pixels.empty();
-        const PictureArea area =
-            isFirst ? PictureArea{.X = 0, .Y = 0, .Width = picture.Width, .Height = picture.Height}
-                    : ChangeBetween(before_, picture);
-        const Bytes whole = QuickPNG(picture, area);
+        const bool isFirst = Last().Pixels.empty();
+        const PictureArea area = TakeChange(picture);
         if (isFirst)
-            file_.File().PutBytes(std::span(whole).first(kSignatureBytes));
-        bool isBegun = false;
-        for (std::size_t at = kSignatureBytes; at < whole.size();) {
-            const std::size_t size = NumberAt(whole, at);
-            const auto chunk = std::span(whole).subspan(at, size + kFrameBytes);
-            at += chunk.size();
-            const auto name = chunk.subspan(kNumberBytes, kNameBytes);
-            const bool isData = std::ranges::equal(name, std::as_bytes(std::span("IDAT", 4)));
-            if (isData && !std::exchange(isBegun, true))
-                Announce(area, isFirst);
-            if (isData && !isFirst)
-                PutData(chunk.subspan(kNumberBytes + kNameBytes, size));
-            else if (isData || (isFirst && at < whole.size()))
-                file_.File().PutBytes(chunk);
-            else if (at == whole.size())
-                end_.assign(chunk.begin(), chunk.end());
-        }
-        before_ = picture;
+            PutHead(picture);
+        if (count_ != 1)
+            Announce(area);
+        Bytes data;
+        if (!isFirst)
+            PutNumber(data, number_++);
+        deflater_.Put(data, RowsOf(picture, area));
+        TakeBytes(data.size());
+        PutChunk(isFirst ? "IDAT" : "fdAT", data);
     }
 
     void TakePlace() override
     {
-        file_.File().PutBytes(end_);
+        PutChunk("IEND", {});
         file_.TakePlace();
     }
 
 private:
-    /// What stands before the data of a picture.
-    void Announce(const PictureArea& area, bool isFirst)
+    /// The rows of an area, each behind a byte that tells that it isn't filtered.
+    static Bytes RowsOf(const Picture& picture, const PictureArea& area)
     {
+        Bytes rows;
+        rows.reserve(static_cast<std::size_t>(area.Height) *
+                     (1 + static_cast<std::size_t>(area.Width) * sizeof(Colour)));
+        for (std::int32_t y = area.Y; y < area.Y + area.Height; ++y) {
+            const auto row = std::as_bytes(
+                std::span(picture.Pixels)
+                    .subspan(picture.At(area.X, y), static_cast<std::size_t>(area.Width)));
+            rows.push_back(std::byte{0});
+            rows.insert(rows.end(), row.begin(), row.end());
+        }
+        return rows;
+    }
+
+    void PutHead(const Picture& picture)
+    {
+        constexpr std::uint32_t kBits = 8;
+        constexpr std::uint32_t kColoursAndAlpha = 6;
+        file_.File().PutBytes(std::as_bytes(std::span(kSignature)));
+        Bytes head;
+        PutNumber(head, static_cast<std::uint32_t>(picture.Width));
+        PutNumber(head, static_cast<std::uint32_t>(picture.Height));
+        for (const std::uint32_t field : {kBits, kColoursAndAlpha, 0U, 0U, 0U})
+            PutNumber(head, field, 1);
+        PutChunk("IHDR", head);
         if (count_ == 1)
             return;
+        Bytes control;
+        PutNumber(control, static_cast<std::uint32_t>(count_));
+        PutNumber(control, 0);
+        PutChunk("acTL", control);
+    }
+
+    /// What stands before the data of a picture.
+    void Announce(const PictureArea& area)
+    {
         Bytes bytes;
-        if (isFirst) {
-            PutNumber(bytes, static_cast<std::uint32_t>(count_));
-            PutNumber(bytes, 0);
-            PutChunk("acTL", bytes);
-        }
-        bytes.clear();
         PutNumber(bytes, number_++);
         for (const std::int32_t field : {area.Width, area.Height, area.X, area.Y})
             PutNumber(bytes, static_cast<std::uint32_t>(field));
@@ -127,14 +141,6 @@ private:
         PutNumber(bytes, 0, 1); // the picture stays
         PutNumber(bytes, 0, 1); // and the next one takes its place, clear pixels too
         PutChunk("fcTL", bytes);
-    }
-
-    void PutData(std::span<const std::byte> data)
-    {
-        Bytes bytes;
-        PutNumber(bytes, number_++);
-        bytes.insert(bytes.end(), data.begin(), data.end());
-        PutChunk("fdAT", bytes);
     }
 
     void PutChunk(std::string_view name, std::span<const std::byte> data)
@@ -153,8 +159,7 @@ private:
     NewFile file_;
     std::size_t count_;
     std::uint32_t number_ = 0; ///< of the next fcTL or fdAT chunk
-    Picture before_;
-    Bytes end_; ///< the last chunk
+    Deflater deflater_;
 };
 
 } // namespace

@@ -23,10 +23,24 @@ struct WebPRows : WebPPicture
     ~WebPRows() { WebPPictureFree(this); }
 };
 
-struct FreeEncoder
+/// What the library writes a picture to.
+struct WebPBytes : WebPMemoryWriter
 {
-    void operator()(WebPAnimEncoder* encoder) const { WebPAnimEncoderDelete(encoder); }
+    WebPBytes() : WebPMemoryWriter() { WebPMemoryWriterInit(this); }
+    WebPBytes(const WebPBytes&) = delete;
+    WebPBytes& operator=(const WebPBytes&) = delete;
+    ~WebPBytes() { WebPMemoryWriterClear(this); }
 };
+
+/// Pictures begin at even places there.
+PictureArea FromEven(PictureArea area)
+{
+    area.Width += area.X % 2;
+    area.Height += area.Y % 2;
+    area.X -= area.X % 2;
+    area.Y -= area.Y % 2;
+    return area;
+}
 
 class AnimatedWebP : public MovingFile
 {
@@ -34,23 +48,21 @@ public:
     AnimatedWebP(const std::string& path, std::size_t count)
         : path_(path), file_(path), count_(count)
     {
+        // The quickest of the levels: the next ones take twice as long for a tenth less.
+        Expect(WebPConfigInit(&config_) != 0 && WebPConfigLosslessPreset(&config_, 0) != 0);
+        Expect(files_ != nullptr);
     }
 
     void Add(const Picture& picture) override
     {
-        if (number_ == 0)
-            Begin(picture);
-        WebPRows rows;
-        rows.use_argb = 1;
-        rows.width = picture.Width;
-        rows.height = picture.Height;
-        Expect(WebPPictureImportRGBA(&rows,
-                                     reinterpret_cast<const std::uint8_t*>(picture.Pixels.data()),
-                                     picture.Width * static_cast<int>(sizeof(Colour))) != 0);
+        const PictureArea area = FromEven(TakeChange(picture));
+        WebPBytes bytes;
+        Encode(picture, area, bytes);
+        TakeBytes(bytes.size);
         if (count_ == 1)
-            PutStill(rows);
+            file_.File().PutBytes(std::as_bytes(std::span(bytes.mem, bytes.size)));
         else
-            Expect(WebPAnimEncoderAdd(encoder_.get(), &rows, Time(), &config_) != 0);
+            Append(area, {bytes.mem, bytes.size});
         ++number_;
     }
 
@@ -62,60 +74,65 @@ public:
     }
 
 private:
-    void Begin(const Picture& picture)
+    void Encode(const Picture& picture, const PictureArea& area, WebPBytes& bytes) const
     {
-        // The quickest of the levels: the next ones take twice as long for a tenth less.
-        Expect(WebPConfigInit(&config_) != 0 && WebPConfigLosslessPreset(&config_, 0) != 0);
-        WebPAnimEncoderOptions options;
-        Expect(WebPAnimEncoderOptionsInit(&options) != 0);
-        encoder_.reset(WebPAnimEncoderNew(picture.Width, picture.Height, &options));
-        Expect(encoder_ != nullptr);
-    }
-
-    void PutStill(WebPRows& rows)
-    {
-        WebPMemoryWriter written;
-        WebPMemoryWriterInit(&written);
-        const std::unique_ptr<WebPMemoryWriter, void (*)(WebPMemoryWriter*)> freed(
-            &written, WebPMemoryWriterClear);
-        rows.custom_ptr = &written;
+        WebPRows rows;
+        rows.use_argb = 1;
+        rows.width = area.Width;
+        rows.height = area.Height;
+        const Colour* const first = &picture.Pixels[picture.At(area.X, area.Y)];
+        Expect(WebPPictureImportRGBA(&rows, reinterpret_cast<const std::uint8_t*>(first),
+                                     picture.Width * static_cast<int>(sizeof(Colour))) != 0);
+        rows.custom_ptr = &bytes;
         rows.writer = WebPMemoryWrite;
         Expect(WebPEncode(&config_, &rows) != 0);
-        file_.File().PutBytes(std::as_bytes(std::span(written.mem, written.size)));
+    }
+
+    void Append(const PictureArea& area, const WebPData& bytes)
+    {
+        WebPMuxFrameInfo frame{};
+        frame.bitstream = bytes;
+        frame.x_offset = area.X;
+        frame.y_offset = area.Y;
+        frame.duration = TimeOf(number_ + 1) - TimeOf(number_);
+        frame.id = WEBP_CHUNK_ANMF;
+        frame.dispose_method = WEBP_MUX_DISPOSE_NONE;
+        frame.blend_method = WEBP_MUX_NO_BLEND;
+        Expect(WebPMuxPushFrame(files_.get(), &frame, 1) == WEBP_MUX_OK);
     }
 
     void Assemble()
     {
-        Expect(WebPAnimEncoderAdd(encoder_.get(), nullptr, Time(), nullptr) != 0);
+        const WebPMuxAnimParams endless{.bgcolor = 0, .loop_count = 0};
+        Expect(WebPMuxSetAnimationParams(files_.get(), &endless) == WEBP_MUX_OK);
+        Expect(WebPMuxSetCanvasSize(files_.get(), Last().Width, Last().Height) == WEBP_MUX_OK);
         WebPData data;
         WebPDataInit(&data);
-        const bool isGood = WebPAnimEncoderAssemble(encoder_.get(), &data) != 0;
+        const bool isGood = WebPMuxAssemble(files_.get(), &data) == WEBP_MUX_OK;
         const std::unique_ptr<const std::uint8_t, void (*)(const std::uint8_t*)> bytes(
             data.bytes, [](const std::uint8_t* of) { WebPFree(const_cast<std::uint8_t*>(of)); });
         Expect(isGood);
         file_.File().PutBytes(std::as_bytes(std::span(bytes.get(), data.size)));
     }
 
-    /// When the next picture shows, in milliseconds.
-    int Time() const
+    /// When a picture shows, in milliseconds.
+    static int TimeOf(int number)
     {
         constexpr int kMilliseconds = 1000;
-        return (number_ * kMilliseconds + kPicturesPerSecond / 2) / kPicturesPerSecond;
+        return (number * kMilliseconds + kPicturesPerSecond / 2) / kPicturesPerSecond;
     }
 
     void Expect(bool isGood) const
     {
         if (!isGood)
-            throw FileFailure("write", path_,
-                              encoder_ == nullptr ? "no encoder"
-                                                  : WebPAnimEncoderGetError(encoder_.get()));
+            throw FileFailure("write", path_, "The library for WebP fails");
     }
 
     std::string path_;
     NewFile file_;
     std::size_t count_;
     WebPConfig config_{};
-    std::unique_ptr<WebPAnimEncoder, FreeEncoder> encoder_;
+    std::unique_ptr<WebPMux, void (*)(WebPMux*)> files_{WebPMuxNew(), WebPMuxDelete};
     int number_ = 0; ///< of the next picture
 };
 

@@ -29,14 +29,14 @@ private:
     std::size_t numFrames_;
 };
 
-/// Meshes, vertices and faces, added up over all frames, that an animation may have. Those of the
-/// games have a tenth of it.
-constexpr std::size_t kMostAnimationParts = std::size_t{1} << 22U;
+/// Meshes, vertices and faces, added up over all frames, that an animation may have. Those of real
+/// levels have up to two thirds of it.
+constexpr std::size_t kMostAnimationParts = std::size_t{3} << 20U;
 /// Pixels of all pictures of an animation, with `kFrameCost` for each of them.
-constexpr std::size_t kMostAnimationPixels = std::size_t{3} << 26U;
+constexpr std::size_t kMostAnimationPixels = std::size_t{1} << 28U;
 constexpr std::size_t kFrameCost = std::size_t{1} << 15U;
 /// Samples that the faces of all pictures may cover, hidden ones too.
-constexpr std::int64_t kMostAnimationSamples = std::int64_t{1} << 30U;
+constexpr std::int64_t kMostAnimationSamples = std::int64_t{3} << 28U;
 
 /// Draws each frame in turn, seen by one camera: turned and zoomed as `view`, and framed to all
 /// frames together. `take` gets the pictures. `ReadFailure` as for a picture, or beyond the limits

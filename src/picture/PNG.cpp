@@ -16,16 +16,15 @@ namespace
 {
 
 /// A PNG file of rows, the first of them where `stride` bytes are counted from; no bytes where
-/// there are no rows. A quick one is larger.
+/// there are no rows.
 std::vector<std::byte> EncodePNG(std::int32_t width, std::int32_t height, png_uint_32 format,
-                                 const void* rows, std::int32_t stride, bool isQuick = false)
+                                 const void* rows, std::int32_t stride)
 {
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(width);
     image.height = static_cast<png_uint_32>(height);
     image.format = format;
-    image.flags = isQuick ? PNG_IMAGE_FLAG_FAST : 0;
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     std::vector<std::byte> file(size);
     if (height == 0 ||
@@ -68,14 +67,6 @@ std::vector<std::byte> EncodePNG(const Picture& picture)
     return EncodePNG(picture.Width, picture.Height, PNG_FORMAT_RGBA, picture.Pixels.data(), 0);
 }
 
-std::vector<std::byte> QuickPNG(const Picture& picture, const PictureArea& area)
-{
-    constexpr auto kBytes = static_cast<std::int32_t>(sizeof(Colour));
-    return EncodePNG(area.Width, area.Height, PNG_FORMAT_RGBA,
-                     picture.Pixels.data() + picture.At(area.X, area.Y), picture.Width * kBytes,
-                     true);
-}
-
 void WritePNG(const std::string& fileName, const Picture& picture)
 {
     WriteWholeFile(fileName, EncodePNG(picture));
@@ -107,11 +98,6 @@ bool SavePNG(const std::string& /*fileName*/, const LevelData& /*level*/, Report
 }
 
 std::vector<std::byte> EncodePNG(const Picture& /*picture*/)
-{
-    return {};
-}
-
-std::vector<std::byte> QuickPNG(const Picture& /*picture*/, const PictureArea& /*area*/)
 {
     return {};
 }

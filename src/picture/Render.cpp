@@ -218,7 +218,8 @@ public:
         triangle.U = gradient(&ScreenCorner::U);
         triangle.V = gradient(&ScreenCorner::V);
         triangle.Light = gradient(&ScreenCorner::Light);
-        CountWork(triangle.Bottom - triangle.Top, columns);
+        const bool blends = surface.Paint == Paint::AddNearest || surface.Paint == Paint::AddLinear;
+        CountWork(triangle.Bottom - triangle.Top, columns, blends);
         list_.push_back(triangle);
     }
 
@@ -233,13 +234,14 @@ private:
         return (place + kGridSteps / 2 - 1) >> kGridShift;
     }
 
-    /// Damaged objects may have faces without end on top of each other.
-    void CountWork(std::int64_t rows, std::int64_t columns)
+    /// Damaged objects may have faces without end on top of each other. To add them takes three
+    /// times as long.
+    void CountWork(std::int64_t rows, std::int64_t columns, bool blends)
     {
         constexpr std::int64_t kRowWork = 16; // to begin a row costs as much as some samples
         constexpr std::int64_t kAnyObject = 1 << 25;
         constexpr std::int64_t kLayers = 32;
-        work_ += rows * (kRowWork + columns / 2);
+        work_ += rows * (kRowWork + columns / 2) * (blends ? 3 : 1);
         if (work_ > kAnyObject + kLayers * width_ * height_)
             FailDamaged("too many faces on top of each other");
     }
