@@ -9,6 +9,7 @@
 #include "samples/MainSfx.h"
 #include "samples/Project.h"
 #include "samples/Textures.h"
+#include "tests/support/WaveFile.h"
 
 #include <array>
 #include <cstdlib>
@@ -121,6 +122,8 @@ void WriteOthers(const Seeds& seeds)
     seeds.Write("project", "project", samples::WriteProject(project).Bytes);
     project.Later = true;
     seeds.Write("project", "later", samples::WriteProject(project).Bytes);
+    seeds.Write("wave", "pcm", samples::MakeWav(440, 0.01));
+    seeds.Write("wave", "adpcm", test::MakeADPCM().Bytes());
     seeds.Write("sounds", "main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
 
     ByteWriter names;

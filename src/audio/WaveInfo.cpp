@@ -93,10 +93,13 @@ WaveInfo ReadWaveInfo(std::span<const std::byte> file)
         const auto chunk = file.subspan(reader.Position(), std::min(size, reader.Left()));
         if (name == "data") {
             info.Frames = CountFrames(ByteReader(chunk), block, info);
+            info.Data = chunk;
             return info;
         }
-        if (name == "fmt ")
+        if (name == "fmt ") {
             block = ReadFormat(ByteReader(chunk), info);
+            info.Format = chunk;
+        }
         reader.SeekUpTo(reader.Position() + size + size % 2);
     }
 }

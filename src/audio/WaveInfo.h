@@ -32,6 +32,9 @@ struct WaveInfo
     std::uint16_t Bits = 0; ///< of a value: 4, 8 or 16
     std::uint16_t Channels = 0;
     std::size_t Frames = 0; ///< those of whole blocks; the others are not played
+    // What the file has of both chunks; views into it.
+    std::span<const std::byte> Format{};
+    std::span<const std::byte> Data{};
 
     double Seconds() const { return static_cast<double>(Frames) / Rate; }
 };

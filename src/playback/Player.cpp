@@ -41,9 +41,12 @@ void AddTo(std::span<std::int16_t> sum, Voice& voice)
     voice.Next += count;
 }
 
-/// The values of a wave at another rate or number of channels; empty where memory is short.
+/// The values of a wave at another rate or number of channels; empty where they are more than may
+/// play at a time, or memory is short.
 std::vector<std::int16_t> Convert(const DecodedWave& wave, const SDL_AudioSpec& to)
 {
+    if (wave.Seconds() * to.freq * to.channels > double{kMostValues})
+        return {};
     const std::unique_ptr<SDL_AudioStream, decltype(&SDL_FreeAudioStream)> stream(
         SDL_NewAudioStream(AUDIO_S16SYS, static_cast<Uint8>(wave.Channels), wave.Rate, to.format,
                            to.channels, to.freq),
