@@ -78,7 +78,7 @@ def wanted_counts(facts, tables):
 def check_info(facts, info):
     """Meshes and animations of moveables stand in `info --json` too."""
     moveables = [o for o in facts["objects"] if not o["file"].startswith("static-")]
-    told = [(m["meshes"], m["animations"]) for m in info["moveables"]]
+    told = [(m["meshes"], m["animations"]) for m in info["files"][0]["moveables"]]
     return told == [(m["nodes"], m["animations"]) for m in moveables]
 
 
