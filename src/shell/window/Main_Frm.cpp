@@ -13,7 +13,6 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMenuBar>
@@ -21,7 +20,6 @@
 #include <QMouseEvent>
 #include <QScreen>
 #include <QShortcut>
-#include <QThread>
 #include <QToolTip>
 #include <QUrl>
 #include <QWindow>
@@ -40,17 +38,6 @@ bool TakeAsCopy(QDropEvent& event)
     event.setDropAction(Qt::CopyAction);
     event.accept();
     return true;
-}
-
-/// Lets the window take its place on the screen, so that what comes first opens over it.
-void AwaitScreen(const QWidget& window)
-{
-    constexpr int kMilliseconds = 250;
-    const QDeadlineTimer patience(kMilliseconds);
-    while (!window.windowHandle()->isExposed() && !patience.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        QThread::msleep(2);
-    }
 }
 
 } // namespace
@@ -102,7 +89,6 @@ void Main_Frm::FormLoad(Registry& registry, const QString& file)
     RestoreLayout();
     move(screen()->availableGeometry().center() - rect().center());
     show();
-    AwaitScreen(*this);
     if (file.isEmpty())
         DoLoadTR();
     else

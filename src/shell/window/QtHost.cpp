@@ -4,11 +4,14 @@
 #include "shell/window/Text.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QThread>
 #include <QUrl>
+#include <QWindow>
 
 namespace morlik
 {
@@ -36,6 +39,18 @@ void Take(FileDialog& dialog, const QString& chosen)
         dialog.FileName = ToPathText(QDir::toNativeSeparators(chosen));
 }
 
+/// Lets a window that was just shown take its place on the screen, so that what comes first opens
+/// over it.
+void AwaitScreen(const QWidget& window)
+{
+    constexpr int kMilliseconds = 250;
+    const QDeadlineTimer patience(kMilliseconds);
+    while (!window.windowHandle()->isExposed() && !patience.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(2);
+    }
+}
+
 } // namespace
 
 void QtHost::Attach(QMainWindow& window, MainControls& controls)
@@ -47,7 +62,10 @@ void QtHost::Attach(QMainWindow& window, MainControls& controls)
 /// What a box or a dialog opens over; without a window that is shown, in the middle of the screen.
 QWidget* QtHost::Parent() const
 {
-    return window_ != nullptr && window_->isVisible() ? window_ : nullptr;
+    if (window_ == nullptr || !window_->isVisible())
+        return nullptr;
+    AwaitScreen(*window_);
+    return window_;
 }
 
 void QtHost::ShowMessage(const std::string& text, const std::string& title)
