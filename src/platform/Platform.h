@@ -11,7 +11,7 @@ namespace morlik
 /// What the operating system is asked for outside of windows.
 
 /// The program folder: that of the environment variable `MORLIK_FOLDER` where it is set, else that
-/// of the executable.
+/// of the executable, or `lib/morlik` beside its folder where there is one.
 std::filesystem::path ProgramFolder();
 
 /// The user's folder for the program's own state, not created yet; empty where there is none.

@@ -53,7 +53,7 @@ make_packages() {
     umask 022 # the folders of the packages take their rights from it
     {
         cmake --preset package
-        cmake --build --preset package --target morlik_package morlik-samples morlik-cli
+        cmake --build --preset package --target morlik_packages morlik-samples
         rm -rf "$build/packages"
         cpack --config "$build/CPackConfig.cmake"
     } >"$build/package.log" 2>&1 || { tail -n 40 "$build/package.log" >&2; fail "No packages"; }
@@ -82,16 +82,19 @@ unpack() {
     [ -d "$portable" ] || fail "Not one folder at the top of $tarball"
     [ "$(id -u)" -ne 0 ] || chown -R 65534 "$portable"
     ln -s "$portable/bin/morlik-cli" "$work/linked-cli"
+    cp -rL "$portable" "$work/copied" # as onto a disk that has no links
 }
 
 check_trees() {
     cmake --install "$build" --prefix "$work/prefix" >/dev/null
-    local list other
-    list=$(cd "$tree" && find . ! -type d | sort)
-    for other in "$portable" "$work/prefix"; do
-        diff <(echo "$list") <(cd "$other" && find . ! -type d | sort) >&2 ||
-            fail "Other files in $other than in the .deb"
+    local other
+    for other in "$portable" "$tree"; do
+        diff <(cd "$work/prefix" && find . ! -type d | sort) \
+            <(cd "$other" && find . ! -type d ! -path ./share/doc/morlik/changelog.gz \
+                ! -path ./README.txt ! -path ./LICENSE | sort) >&2 ||
+            fail "Other files in $other than from cmake --install"
     done
+    [[ -s $portable/README.txt && -s $portable/LICENSE ]] || fail "No README and LICENSE in $tarball"
     dpkg-deb -c "$deb" | awk '$2 != "root/root" || $1 !~ /^(lrwxrwxrwx|[d-]rw[x-]r-[x-]r-[x-])$/ {
         print "Wrong owner or rights: " $0; bad = 1 } END { exit bad }' >&2
     local version
@@ -100,7 +103,24 @@ check_trees() {
         fail "The package is $version, the program is not"
     grep -q "^## \[$version\]" "$tree/share/doc/morlik/CHANGELOG.md" ||
         fail "The changelog does not tell of $version"
-    [[ $(dpkg-deb -f "$deb" Depends) == *libqt6widgets6*libsdl2-2.0-0* ]] || fail "The .deb lacks dependencies"
+    [[ $(dpkg-deb -f "$deb" Depends) == *libpng16-16*libqt6widgets6*libsdl2-2.0-0*libwebp7* ]] ||
+        fail "The .deb lacks dependencies"
+    if have lintian; then
+        lintian --allow-root --fail-on error,warning "$deb" >&2 || fail "lintian finds faults"
+    fi
+}
+
+# No code of the programs can be written to, and none stands where a fault could expect it.
+check_hardening() {
+    local program facts
+    for program in "$tree" "$portable"; do
+        for program in "$program"/lib/morlik/morlik{,-cli}; do
+            facts=$(readelf -dhlW "$program")
+            [[ $facts == *DYN*GNU_RELRO*NOW* ]] || fail "$program is not hardened"
+            [[ $facts != *R*NEEDED*libdeflate* || $program == "$tree"* ]] ||
+                fail "$program takes libraries that few systems have"
+        done
+    done
 }
 
 convert_levels() {
@@ -111,6 +131,7 @@ convert_levels() {
         mkdir -p "$work/wanted/$level"
         "$build/bin/morlik-cli" convert "$path" -o "$work/wanted/$level/out.was" >/dev/null 2>&1
         converts set "$tree/bin/morlik-cli" convert "$path" -o "$work/set/out.was"
+        converts set "$work/copied/bin/morlik-cli" convert "$path" -o "$work/set/out.was"
         converts set "$work/linked-cli" convert "$path" -o "$work/set/out.was"
         converts "my séts" "$tree/bin/morlik" /makewas "$path" /export "$work/my séts/out.was"
         converts "my séts" "$portable/bin/morlik" /makewas "$path" /export "$work/my séts/out.was"
@@ -136,7 +157,59 @@ check_desktop() {
     [ -x "$tree/bin/$name" ] || fail "$entry starts $name, which is not there"
     name=$(sed -n 's/^Icon=//p' "$entry")
     [ -s "$tree/share/icons/hicolor/scalable/apps/$name.svg" ] || fail "No icon $name"
+    for size in 16 22 24 32 48 64 128 256; do
+        [[ $(file -L "$tree/share/icons/hicolor/${size}x$size/apps/$name.png") == \
+            *"PNG image data, $size x $size,"* ]] || fail "No icon of $size pixels"
+    done
     if have desktop-file-validate; then desktop-file-validate "$entry" || fail "Bad $entry"; fi
+    if have appstreamcli; then
+        appstreamcli validate --no-net "$tree/share/metainfo/morlik.metainfo.xml" \
+            >"$work/messages" || { cat "$work/messages" >&2; fail "Bad metainfo"; }
+    fi
+}
+
+# What a desktop makes of a click on a level, under its own name or another, and on a list.
+check_clicks() {
+    local wanted file program share=$work/share
+    local -x XDG_DATA_DIRS=$share PATH=$tree/bin:$PATH
+    have update-mime-database && have update-desktop-database && have gio || return 0
+    mkdir "$share"
+    cp -r "$tree"/share/{mime,applications} "$share"
+    chmod -R u+w "$share"
+    update-mime-database "$share/mime"
+    update-desktop-database "$share/applications"
+    cp "$work/levels/tr3.tr2" "$work/levels/tr5.trc" "$work/levels/tr1gold.tub" "$work/files"
+    cp "$work/levels/tr4.tr4" "$work/files/a copy"
+    cp "$work/levels/tr1.phd" "$work/files/another"
+    cp "$work/wanted/tr1.phd/out.was" "$work/files"
+    cp "$work/wanted/tr5.trc/out.was" "$work/files/a list"
+    while IFS='|' read -r file wanted; do
+        [[ $(gio info -a standard::content-type "$work/files/$file") == \
+            *": $wanted" ]] || fail "'$file' is not taken for $wanted"
+    done <<'FILES'
+tr3.tr2|application/x-tomb-raider-level
+tr5.trc|application/x-tomb-raider-level
+tr1gold.tub|application/x-tomb-raider-level
+a copy|application/x-tomb-raider-level
+another|application/x-tomb-raider-level
+out.was|text/x-tomb-raider-object-list
+a list|text/x-tomb-raider-object-list
+FILES
+    [[ $(gio mime application/x-tomb-raider-level) == *morlik.desktop* ]] ||
+        fail "No program opens a level"
+
+    # The line of the desktop file, with a level in the place of %f.
+    rm -f "$XDG_STATE_HOME/morlik/MORLIK.log"
+    program=$(sed -n 's/^Exec=\([^ ]*\) %f$/\1/p' "$share/applications/morlik.desktop")
+    as_user sh -c 'echo $$ && exec "$@"' sh "$program" "$work/files/tr5.trc" >"$work/messages" 2>&1 &
+    for _ in {1..300}; do
+        ! grep -qF "$work/files/tr5.trc" "$XDG_STATE_HOME/morlik/MORLIK.log" 2>/dev/null || break
+        sleep 0.1
+    done
+    kill "$(head -n 1 "$work/messages")" || fail "The program ended by itself"
+    wait $! || true
+    grep -qF "$work/files/tr5.trc" "$XDG_STATE_HOME/morlik/MORLIK.log" ||
+        fail "The program doesn't open a level"
 }
 
 # Every option that the program tells of stands in its man page and in the completion.
@@ -201,8 +274,10 @@ make_packages
 leave_home
 unpack
 check_trees
+check_hardening
 convert_levels
 check_logs
 check_desktop
 check_options
 check_completion
+check_clicks
