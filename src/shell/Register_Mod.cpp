@@ -24,8 +24,8 @@ struct RootName
 /// The numbers are those of the system's registry.
 constexpr std::array<RootName, 7> kRoots{{
     {"HKEY_CLASSES_ROOT", 0x80000000},
-    {"HKEY_CURRENT_USER", 0x80000001},
-    {"HKEY_LOCAL_MACHINE", 0x80000002},
+    {"HKEY_CURRENT_USER", kCurrentUser},
+    {"HKEY_LOCAL_MACHINE", kLocalMachine},
     {"HKEY_USERS", 0x80000003},
     {"HKEY_PERFORMANCE_DATA", 0x80000004},
     {"HKEY_CURRENT_CONFIG", 0x80000005},

@@ -12,6 +12,10 @@ namespace morlik
 /// "HKEY_LOCAL_MACHINE\software\Torvand", and knows two types of values. Both hold one byte for
 /// each character, without a terminator.
 
+/// The roots that the settings stand below, by the numbers of the system.
+inline constexpr RootKey kCurrentUser = 0x80000001;
+inline constexpr RootKey kLocalMachine = 0x80000002;
+
 /// Result of a read that failed.
 inline constexpr const char* kRegError = "Err";
 

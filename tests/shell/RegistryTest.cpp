@@ -1,9 +1,11 @@
 #include "shell/Register_Mod.h"
 #include "shell/Settings_Mod.h"
+#include "shell/UserRegistry.h"
 #include "tests/support/MemoryRegistry.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace morlik::test
 {
@@ -116,6 +118,51 @@ TEST_F(RegistryTest, FoldersComeBackInALaterRun)
     EXPECT_TRUE(Host.Calls.empty());
     SaveSettings(settings, refusing, Report); // tells of its binary values alone
     EXPECT_EQ(Host.Calls, Strings{"message: MORLIK: Fout bij het schrijven van het register"});
+}
+
+TEST_F(RegistryTest, KeysOfTheMachineThatMayNotBeWrittenAreTheUsers)
+{
+    const auto text = [](const char* bytes) { return RegistryValue{RegistryType::Text, bytes}; };
+    auto inner = std::make_unique<MemoryRegistry>();
+    MemoryRegistry& system = *inner;
+    UserRegistry registry(std::move(inner));
+
+    // As an administrator: the machine's alone.
+    LoadSettings(registry, Report);
+    EXPECT_EQ(system.QueryValue(kMachine, kFolders, "LevelFolder"), text("C:\\"));
+    EXPECT_EQ(system.QueryValue(kCurrentUser, kFolders, "LevelFolder"), std::nullopt);
+
+    // Then as a user, who has no keys yet: what is read are the machine's folders until a save.
+    system.RefusedRoot = kMachine;
+    Settings settings = LoadSettings(registry, Report);
+    EXPECT_EQ(settings.LevelFolder, "C:\\");
+    settings.LevelFolder = "E:\\";
+    SaveSettings(settings, registry, Report);
+    EXPECT_EQ(system.QueryValue(kMachine, kFolders, "LevelFolder"), text("C:\\"));
+    EXPECT_EQ(LoadSettings(registry, Report).LevelFolder, "E:\\");
+
+    // An administrator's save is not hidden by the user's keys.
+    system.RefusedRoot = 0;
+    settings.LevelFolder = "F:\\";
+    SaveSettings(settings, registry, Report);
+    EXPECT_EQ(LoadSettings(registry, Report).LevelFolder, "F:\\");
+    EXPECT_TRUE(Host.Calls.empty());
+
+    // Nothing may be written at all: told, as ever.
+    system.RefusesWrites = true;
+    SaveSettings(settings, registry, Report);
+    EXPECT_EQ(Host.Calls, Strings{"message: MORLIK: Fout bij het schrijven van het register"});
+}
+
+TEST_F(RegistryTest, AUsersFirstRunMakesKeysOfTheirOwn)
+{
+    auto inner = std::make_unique<MemoryRegistry>();
+    inner->RefusedRoot = kMachine;
+    UserRegistry registry(std::move(inner));
+    EXPECT_EQ(LoadSettings(registry, Report).Tomb5Folder, "D:\\");
+    RegWriteBinary(registry, kProgramKey, "MORLIKMajor", "1", Report);
+    EXPECT_EQ(RegReadValue(registry, kProgramKey, "MORLIKMajor", Report), "1");
+    EXPECT_TRUE(Host.Calls.empty());
 }
 
 } // namespace morlik::test

@@ -15,19 +15,20 @@ class MemoryRegistry : public Registry
 {
 public:
     bool RefusesWrites = false; ///< new keys and values are refused
+    RootKey RefusedRoot = 0;    ///< they are below this root
 
     bool CreateKey(RootKey root, const std::string& key) override
     {
-        if (!RefusesWrites)
+        if (!Refuses(root))
             keys_.try_emplace({root, ToLower(key)});
-        return !RefusesWrites;
+        return !Refuses(root);
     }
 
     bool SetValue(RootKey root, const std::string& key, const std::string& name,
                   const RegistryValue& value) override
     {
         const auto found = keys_.find({root, ToLower(key)});
-        if (RefusesWrites || found == keys_.end())
+        if (Refuses(root) || found == keys_.end())
             return false;
         found->second[ToLower(name)] = value;
         return true;
@@ -45,6 +46,8 @@ public:
     bool IsEmpty() const { return keys_.empty(); }
 
 private:
+    bool Refuses(RootKey root) const { return RefusesWrites || root == RefusedRoot; }
+
     using Values = std::map<std::string, RegistryValue>;
     std::map<std::pair<RootKey, std::string>, Values> keys_; ///< names in small letters
 };

@@ -12,6 +12,7 @@
 
 #ifdef _WIN32
 #include "platform/Win32Registry.h"
+#include "shell/UserRegistry.h"
 #endif
 
 #include <QApplication>
@@ -20,6 +21,7 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <optional>
 
 namespace morlik
@@ -50,9 +52,9 @@ QSettings UserSettings()
 }
 
 #ifdef _WIN32
-Win32Registry MakeRegistry(QSettings&)
+UserRegistry MakeRegistry(QSettings&)
 {
-    return {};
+    return UserRegistry(std::make_unique<Win32Registry>());
 }
 #else
 QtRegistry MakeRegistry(QSettings& store)
