@@ -70,8 +70,11 @@ AnimationRange AnimationsOf(const ObjectSet& set, std::size_t moveable)
 ModelAnimation AnimationOf(const ObjectSet& set, const AnimationRange& range, std::size_t number)
 {
     const std::size_t index = range.First + number;
-    if (number >= range.Count || index >= set.Animations.size())
-        FailDamaged("animation ", number, " of ", range.Count, " of a moveable");
+    if (number >= range.Count)
+        FailDamaged("animation ", number, ": the object has ", range.Count, ", counted from 0");
+    if (index >= set.Animations.size())
+        FailDamaged("animation ", number, " of an object: there are ", set.Animations.size(),
+                    " in all");
     ModelAnimation animation{.Record = set.Animations[index], .NumMeshes = range.NumMeshes};
     ExpectNumbers(animation.Record, index);
     animation.NumFrames = CountFrames(set, index);

@@ -78,7 +78,8 @@ TEST(Objects, AreNoMoreThan60StaticMeshesAndInTombRaiderVNumberedByTheirPlace)
         Conversion run(samples::MakeRichLevel(game, {.ManyStatics = true}));
         ASSERT_EQ(run.Program.Level.StaticMeshes.size(), 64U);
         run.Program.Names.SetMoveable(kTR4, 1, "four");
-        run.Program.Names.SetMoveable(kTR5, 1, "five");
+        run.Program.Names.SetMoveable(kTR5, 1, "f\xfcnf");
+        run.Program.LevelTitle = "m\xc3\xbchle \xe4\xb8\xad.trc"; // in the letters of the names
         EXPECT_TRUE(run.Save());
         const ObjectSet wad = run.Wad();
         EXPECT_EQ(wad.StaticMeshes.size(), 60U);
@@ -90,7 +91,7 @@ TEST(Objects, AreNoMoreThan60StaticMeshesAndInTombRaiderVNumberedByTheirPlace)
             EXPECT_EQ(wad.Moveables[i].ObjectID, static_cast<int>(i));
         for (std::size_t i = 0; i < wad.StaticMeshes.size(); ++i)
             EXPECT_EQ(wad.StaticMeshes[i].ObjectID, static_cast<int>(i));
-        EXPECT_EQ(lines.at(1), "four:Z:\\TOMB5\\LEVEL.TRC\\five");
+        EXPECT_EQ(lines.at(1), "four:Z:\\TOMB5\\M\xfcHLE ?.TRC\\f\xfcnf");
     }
 }
 
