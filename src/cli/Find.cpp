@@ -276,7 +276,7 @@ FileOutcome FindIn(const std::string& file, const Wish& wish, bool isQuiet)
     return outcome;
 }
 
-/// The shapes that "LEVEL:OBJECT" means: of all objects that have faces there.
+/// The shapes of the objects that "LEVEL:OBJECT" means.
 std::vector<Shape> ShapesOf(const std::string& told)
 {
     std::error_code none;

@@ -14,10 +14,11 @@ namespace
 
 // Bytes that things take while a file is made, its JSON included; measured, and rounded up.
 constexpr std::size_t kNodeBytes = 2048;    ///< a mesh with its node
-constexpr std::size_t kPartBytes = 128;     ///< a vertex or a face
+constexpr std::size_t kVertexBytes = 64;    ///< as it is decoded
+constexpr std::size_t kFaceBytes = 1280;    ///< with four vertices of its own and two triangles
 constexpr std::size_t kChannelBytes = 4096; ///< the keys of a node in an animation, without them
-constexpr std::size_t kKeyBytes = 64;
-constexpr std::size_t kNoteBytes = 4096; ///< a state change, a dispatch or a command
+constexpr std::size_t kKeyBytes = 160;      ///< a turn of a mesh, or a move
+constexpr std::size_t kNoteBytes = 4096;    ///< a state change, a dispatch or a command
 
 /// The records from `first` on that an animation names; `ReadFailure` if the table ends before.
 template <class Record>
@@ -71,7 +72,7 @@ Motion MotionOf(const ObjectSet& set, const AnimationRange& range, std::size_t n
     motion.Source = AnimationOf(set, range, number);
     const Animation& record = motion.Source.Record;
     allowance.Take(range.NumMeshes + 1, kChannelBytes);
-    allowance.Take(motion.Source.NumFrames * range.NumMeshes, kKeyBytes);
+    allowance.Take(motion.Source.NumFrames * (range.NumMeshes + 1), kKeyBytes);
     motion.Poses.reserve(motion.Source.NumFrames);
     for (std::size_t frame = 0; frame < motion.Source.NumFrames; ++frame)
         motion.Poses.push_back(PoseOf(set, motion.Source, frame));
@@ -99,8 +100,10 @@ DecodedObject Decode(const ObjectSet& set, const GltfObject& object, Allowance& 
     allowance.Take(object.IsStatic ? 1 : NumMeshesOf(set, object.Place), kNodeBytes);
     decoded.Model =
         object.IsStatic ? ModelOfStaticMesh(set, object.Place) : ModelOfMoveable(set, object.Place);
-    for (const MeshGeometry& mesh : decoded.Model.Meshes)
-        allowance.Take(mesh.Positions.size() + mesh.Faces.size(), kPartBytes);
+    for (const MeshGeometry& mesh : decoded.Model.Meshes) {
+        allowance.Take(mesh.Positions.size(), kVertexBytes);
+        allowance.Take(mesh.Faces.size(), kFaceBytes);
+    }
     if (object.IsStatic)
         return decoded;
     const AnimationRange range = AnimationsOf(set, object.Place);

@@ -16,7 +16,7 @@ namespace morlik
 class Allowance
 {
 public:
-    /// All objects of the largest levels take a third of it.
+    /// All objects of real levels fit in half of it.
     static constexpr std::size_t kAll = std::size_t{256} << 20U;
 
     /// `ReadFailure` if no more is left. What is taken stays so, also for objects that fail.

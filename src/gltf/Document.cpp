@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 namespace morlik
 {
@@ -151,8 +152,10 @@ DocumentFiles Document::Finish(std::vector<std::byte> image, const std::string& 
     Tables.buffers.emplace_back();
     std::array<int, kNumValueKinds> views{};
     for (std::size_t kind = 0; kind < kNumValueKinds; ++kind)
-        if (!streams_[kind].empty())
-            views[kind] = AddView(Tables, streams_[kind], kForms[kind]);
+        if (!streams_[kind].empty()) {
+            const auto stream = std::exchange(streams_[kind], {});
+            views[kind] = AddView(Tables, stream, kForms[kind]);
+        }
     for (tinygltf::Accessor& accessor : Tables.accessors)
         accessor.bufferView = views[static_cast<std::size_t>(accessor.bufferView)];
     if (!image.empty()) {
