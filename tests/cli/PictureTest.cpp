@@ -316,7 +316,7 @@ TEST_F(PictureCommands, TellWhatTheyCannotDraw)
     const std::vector<Row> rows{
         {"picture %2 %out.png --object Lora", 1, "There is no object \"Lora\"; near: LARA"},
         {"picture %2 %out.png --object 77 --static", 1, "There is no object \"77\""},
-        {"picture %2 %out.png --object 0 --animation 900", 1, "animation 900 of"},
+        {"picture %2 %out.png --object 0 --animation 900", 1, "animation 900: the object has"},
         {"picture %2 %out.png --object 0 --frame 9000", 1, "frame 9000 of"},
         {"picture %2 %out.png --object 0 --size 8193x10", 2, "The size must be"},
         {"picture %2 %out.png --object 0 --size 10x", 2, "The size must be"},
@@ -324,7 +324,7 @@ TEST_F(PictureCommands, TellWhatTheyCannotDraw)
         {"picture %2 %out.png --object 0 --background red", 2, "The background must be"},
         {"picture %2 %out.png --object 0 --pitch 91", 2, "--pitch"},
         {"picture %2 %out.png", 2, "--object is required"},
-        {"animate %2 %out.png --object 0 --animation 900", 1, "animation 900 of"},
+        {"animate %2 %out.png --object 0 --animation 900", 1, "animation 900: the object has"},
         {"animate %2 %out.png --object 0 --size 8192x8192", 1, "frames are too many"},
         {"contact %2 %out.webp", 2, "The picture must end in .png"},
         {"contact %2 %out.png --size 1024 --columns 1", 1, "larger than 8192 pixels"},
