@@ -9,8 +9,8 @@ namespace morlik
 namespace
 {
 
-/// That of the executable; for a copy of an installed tree that took the files for the links in `bin`,
-/// the one that they led to.
+/// That of the executable; for a copy of an installed tree that took the files for the links in
+/// `bin`, the one that they led to.
 std::filesystem::path OwnFolder()
 {
     const auto own = ExecutablePath().parent_path();
