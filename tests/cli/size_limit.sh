@@ -15,7 +15,11 @@ grep -q "Can't write the results" "$work/errors" && [ "$(<"$work/status")" -eq 1
 "$1/morlik-cli" convert "$work/tr1.phd" "$work/tr4.tr4" -d "$work/sets" >/dev/null
 "$1/morlik-cli" convert "$work/tr1.phd" "$work/tr4.tr4" -d "$work/blind" <&- >&- 2>&- || status=$?
 [ "$status" -eq 1 ] && diff -r "$work/sets" "$work/blind"
-ulimit -f 100
-status=0
-"$1/morlik-cli" convert "$work/tr1.phd" -o "$work/set.was" 2>"$work/errors" || status=$?
-grep -q "Can't write $work/set.wad: File too large" "$work/errors" && [ "$status" -eq 1 ]
+# The set that is there stays as it was.
+for kilobytes in 400 200 100 50 10 1 0; do
+    ulimit -f "$kilobytes"
+    status=0
+    message=$("$1/morlik-cli" convert "$work/tr1.phd" -o "$work/sets/tr4.was" 2>&1) || status=$?
+    [[ $message == *"Can't write $work/sets/tr4.wad: File too large"* && $status -eq 1 ]]
+    diff -r "$work/sets" "$work/blind"
+done
