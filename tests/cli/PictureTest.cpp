@@ -12,7 +12,8 @@
 #include <numeric>
 
 #ifdef MORLIK_PNG
-#include <png.h>
+#include "tests/support/ReadPng.h"
+
 #include <zlib.h>
 #endif
 
@@ -92,20 +93,6 @@ TEST(ContactSheets, HoldPicturesAndWholeLabels)
 }
 
 #ifdef MORLIK_PNG
-
-Picture DecodePNG(std::span<const std::byte> file)
-{
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    EXPECT_NE(png_image_begin_read_from_memory(&image, file.data(), file.size()), 0);
-    image.format = PNG_FORMAT_RGBA;
-    Picture picture{.Width = static_cast<std::int32_t>(image.width),
-                    .Height = static_cast<std::int32_t>(image.height),
-                    .Pixels = {}};
-    picture.Pixels.resize(picture.At(0, picture.Height));
-    EXPECT_NE(png_image_finish_read(&image, nullptr, picture.Pixels.data(), 0, nullptr), 0);
-    return picture;
-}
 
 Picture ReadPNG(const std::string& path)
 {
@@ -367,17 +354,6 @@ TEST_F(PictureCommands, LeaveOutWhatIsDamaged)
     EXPECT_TRUE(Exists("out.png"));
 }
 
-/// Names of the files of a folder.
-Strings NamesIn(const std::string& folder)
-{
-    Strings names;
-    std::error_code missing;
-    for (const auto& entry : std::filesystem::directory_iterator(ToPath(folder), missing))
-        names.push_back(FromPath(entry.path().filename()));
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 TEST_F(PictureCommands, WriteGltfOfChosenObjects)
 {
     struct Row
@@ -407,7 +383,10 @@ TEST_F(PictureCommands, WriteGltfOfChosenObjects)
             std::filesystem::remove_all(ToPath(File("models")));
             std::filesystem::create_directory(ToPath(File("models")));
             Expect(status, "gltf " + file + " " + words, told);
-            EXPECT_EQ(NamesIn(File("models")), files);
+            Strings found;
+            for (const auto& [name, bytes] : FilesBelow(ToPath(File("models"))))
+                found.push_back(name);
+            EXPECT_EQ(found, files);
         }
     Write("level.glb", ReadFile(Levels[2]));
     Expect(2, "gltf %level.glb -o %level.glb"); // an output in the place of the input
@@ -425,7 +404,8 @@ TEST_F(PictureCommands, LeaveDamagedObjectsOutOfGltf)
     *at = std::byte{9}; // no such flag
     Write("drawn.wad", wad);
     Expect(1, "gltf %drawn.was -d %models", "0 Lara is left out");
-    EXPECT_EQ(NamesIn(File("models")).size() + 1, set.Moveables.size() + set.StaticMeshes.size());
+    EXPECT_EQ(FilesBelow(ToPath(File("models"))).size() + 1,
+              set.Moveables.size() + set.StaticMeshes.size());
     Expect(1, "gltf %drawn.was -o %models/all.glb");
     EXPECT_TRUE(Exists("models/all.glb"));
 }

@@ -1,10 +1,11 @@
 #include "tests/gltf/ReadBack.h"
 
+#include "tests/support/ReadPng.h"
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
-#include <png.h>
 
 namespace morlik::test
 {
@@ -12,18 +13,11 @@ namespace morlik::test
 namespace
 {
 
-bool DecodePNG(tinygltf::Image* image, int, std::string*, std::string*, int, int,
+bool KeepBytes(tinygltf::Image* image, int, std::string*, std::string*, int, int,
                const unsigned char* bytes, int size, void*)
 {
-    png_image file{};
-    file.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_memory(&file, bytes, static_cast<std::size_t>(size)) == 0)
-        return false;
-    file.format = PNG_FORMAT_RGBA;
-    image->width = static_cast<int>(file.width);
-    image->height = static_cast<int>(file.height);
-    image->image.resize(PNG_IMAGE_SIZE(file));
-    return png_image_finish_read(&file, nullptr, image->image.data(), 0, nullptr) != 0;
+    image->image.assign(bytes, bytes + size);
+    return true;
 }
 
 /// A part of a value at its place in the buffer.
@@ -82,7 +76,7 @@ ReadGltf ReadGltfFile(const std::string& path)
 {
     ReadGltf file;
     tinygltf::TinyGLTF reader;
-    reader.SetImageLoader(DecodePNG, nullptr);
+    reader.SetImageLoader(KeepBytes, nullptr);
     std::string errors;
     std::string warnings;
     const bool isText = path.ends_with(".gltf");
@@ -90,11 +84,8 @@ ReadGltf ReadGltfFile(const std::string& path)
                        : reader.LoadBinaryFromFile(&file.Tables, &errors, &warnings, path))
         << path;
     EXPECT_EQ(errors + warnings, "") << path;
-    for (const tinygltf::Image& image : file.Tables.images) {
-        file.Image = {.Width = image.width, .Height = image.height, .Pixels = {}};
-        file.Image.Pixels.resize(file.Image.At(0, image.height));
-        std::memcpy(file.Image.Pixels.data(), image.image.data(), image.image.size());
-    }
+    for (const tinygltf::Image& image : file.Tables.images)
+        file.Image = DecodePNG(std::as_bytes(std::span(image.image)));
     return file;
 }
 
@@ -145,9 +136,9 @@ std::vector<ShownTriangle> TrianglesOf(const ReadGltf& file, int mesh)
                 EXPECT_EQ(middle, std::floor(middle)) << "not the middle of a pixel";
                 return static_cast<std::int32_t>(middle);
             };
-            shown.back().Colours[i % 3] = file.Image.Pixels.at(
+            shown.back().Colours[i % 3] = Shown(file.Image.Pixels.at(
                 file.Image.At(pixel(corners.at(vertex)[0], file.Image.Width),
-                              pixel(corners.at(vertex)[1], file.Image.Height)));
+                              pixel(corners.at(vertex)[1], file.Image.Height))));
         }
     }
     for (ShownTriangle& triangle : shown)

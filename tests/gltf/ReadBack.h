@@ -26,6 +26,12 @@ ReadGltf ReadGltfFile(const std::string& path);
 /// All values of an accessor, as floats; shares are 0 to 1.
 std::vector<std::vector<double>> ValuesOf(const tinygltf::Model& tables, int accessor);
 
+/// A colour, but none where it is a hole.
+inline Colour Shown(Colour colour)
+{
+    return colour >> 24U == 0 ? 0 : colour;
+}
+
 /// A triangle as it is shown: its places, in the game's axes and units, and the colours there.
 struct ShownTriangle
 {
