@@ -187,15 +187,6 @@ TEST_F(FileGroupTest, LooksAtThePlacesAgainBeforeItTakesThem)
     EXPECT_EQ(Hidden(), "");
 }
 
-TEST_F(FileGroupTest, RefusesPlacesThatNoFileCanTake)
-{
-    std::filesystem::create_directory(Folder.File("set.wad"));
-    FileGroup group(Folder.File("set.was"));
-    EXPECT_THROW(group.DraftOf(Folder.File("set.wad")), FileFailure);
-    EXPECT_THROW(group.AddFolder(Folder.File("set.was")), FileFailure);
-    EXPECT_THROW(FileGroup(Folder.File("missing/set.was")), FileFailure);
-}
-
 } // namespace
 
 } // namespace morlik::test

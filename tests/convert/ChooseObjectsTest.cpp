@@ -1,11 +1,13 @@
 // Sets of some of a level's objects: each is a good one, and its objects are those of the whole
 // set.
 
+#include "base/AnimCommands.h"
 #include "check/ObjectSetCheck.h"
 #include "convert/ConvertLevel.h"
 #include "convert/ObjectNeeds.h"
 #include "convert/UsedTextures.h"
 #include "model/Animations.h"
+#include "model/Skeleton.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/RealLevels.h"
 
@@ -74,14 +76,10 @@ std::vector<std::int64_t> Ways(const ObjectSet& set, const Animation& animation,
             ways.insert(ways.end(), {to.Low, to.High, own(to.NextAnimation), to.NextFrame});
         }
     }
-    std::size_t words = 0;
-    for (int i = 0; i < animation.NumAnimCommands; ++i) {
-        static constexpr std::array<std::size_t, 7> kLengths{0, 4, 3, 1, 1, 3, 3};
-        const auto at = static_cast<std::size_t>(animation.AnimCommand) + words;
-        words += kLengths.at(static_cast<std::size_t>(set.AnimCommands.at(at)));
-    }
-    const auto* command = set.AnimCommands.data() + animation.AnimCommand;
-    ways.insert(ways.end(), command, command + words);
+    auto at = static_cast<std::size_t>(animation.AnimCommand);
+    for (int i = 0; i < animation.NumAnimCommands; ++i)
+        for (auto words = CommandLength(set.AnimCommands, at); words > 0; --words)
+            ways.push_back(set.AnimCommands.at(at++));
     return ways;
 }
 
@@ -95,9 +93,7 @@ void ExpectSameMoveable(const Whole& all, std::size_t index, const Whole& some, 
     for (int i = 0; i < found.NumMeshes; ++i)
         ExpectSameMesh(all, static_cast<std::size_t>(expected.StartingMesh + i), some,
                        static_cast<std::size_t>(found.StartingMesh + i));
-    for (std::int32_t word = 0; word < 4 * (found.NumMeshes - 1); ++word)
-        ASSERT_EQ(some.Set.MeshTrees.at(static_cast<std::size_t>(found.MeshTree + word)),
-                  all.Set.MeshTrees.at(static_cast<std::size_t>(expected.MeshTree + word)));
+    ASSERT_TRUE(SkeletonOf(some.Set, chosen) == SkeletonOf(all.Set, index));
     const auto whole = AnimationsOf(all.Set, index);
     const auto own = AnimationsOf(some.Set, chosen);
     ASSERT_EQ(own.Count, whole.Count);

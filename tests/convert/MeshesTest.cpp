@@ -325,24 +325,17 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
 
 TEST(Horizon, IsOneMeshOfTombRaiderIIOrIIIThatWasNotStoredBefore)
 {
-    struct Row
-    {
-        VersionCode Version;
-        std::int32_t ObjectID;
-        std::int16_t Mesh;
-        bool Treated;
-    };
-    const std::vector<Row> rows{{kTR1, 254, 0, false}, {kTR2, 355, 0, false}, {kTR3, 254, 0, false},
-                                {kTR4, 254, 0, false}, {kTR2, 254, 1, false}, {kTR2, 254, 9, false},
-                                {kTR2, 254, 0, true},  {kTR3, 355, 0, true}};
-    for (const Row& row : rows) {
+    const std::vector<std::tuple<VersionCode, std::int32_t, std::int16_t, bool>> rows{
+        {kTR1, 254, 0, false}, {kTR2, 355, 0, false}, {kTR3, 254, 0, false}, {kTR4, 254, 0, false},
+        {kTR2, 254, 1, false}, {kTR2, 254, 9, false}, {kTR2, 254, 0, true},  {kTR3, 355, 0, true}};
+    for (const auto& [version, id, startingMesh, isTreated] : rows) {
         MeshContent mesh = Corner();
         mesh.ColouredTriangles = {{{0, 1, 2}, 0x0101}};
-        MeshLevel made(row.Version, {mesh}, {});
+        MeshLevel made(version, {mesh}, {});
         made.Level.MeshPointers.push_back(0);
-        made.Level.Moveables = {{.ObjectID = row.ObjectID, .StartingMesh = row.Mesh}};
+        made.Level.Moveables = {{.ObjectID = id, .StartingMesh = startingMesh}};
         ASSERT_TRUE(made.Convert());
-        EXPECT_EQ(!made.Info.empty(), row.Treated) << row.ObjectID;
+        EXPECT_EQ(!made.Info.empty(), isTreated) << version << id << startingMesh;
     }
 }
 

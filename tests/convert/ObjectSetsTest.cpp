@@ -42,18 +42,6 @@ ObjectSet MadeSet(Conversion& run, const ObjectSet& saved)
     return *made;
 }
 
-/// How many textured faces of a level show the right pixels in the saved set.
-struct FaceShare
-{
-    std::size_t Faces = 0;
-    std::size_t Agreeing = 0;
-
-    double Share() const
-    {
-        return Faces == 0 ? 1 : static_cast<double>(Agreeing) / static_cast<double>(Faces);
-    }
-};
-
 /// Corners of the box in the order of a face's vertices: 0 top left, 1 top right, 2 bottom right,
 /// 3 bottom left. What the editor's game makes of a code, written down once more on its own.
 constexpr std::array<std::array<int, 4>, 2> kRectangles{{{0, 1, 2, 3}, {1, 0, 3, 2}}};
@@ -87,30 +75,31 @@ bool Agrees(const RawFace& face, const std::array<TextureCorner, 4>& corners,
     return false;
 }
 
-/// Compares, for every textured face, the pixel that the set gives to each vertex, by its texture
-/// record and its code or sign, with the corner that the level has for that vertex. They agree
-/// where no vertex is off by more than a pixel.
-FaceShare ProveFaces(const LevelData& level, const TrMainState& state, const ObjectSet& wad)
+/// The share of textured faces whose vertices are shown with the right pixels: the ones that the
+/// set gives them, by its texture record and its code or sign, against the corners that the level
+/// has for them. No vertex may be off by more than a pixel.
+double ShareOfGoodFaces(const LevelData& level, const TrMainState& state, const ObjectSet& wad)
 {
-    FaceShare share;
+    std::size_t faces = 0;
+    std::size_t good = 0;
     const bool isOlder = IsOlderGame(level.Version);
     for (std::size_t m = 0; m < level.MeshPointers.size(); ++m) {
         const RawMesh raw = ReadRawMesh(level.MeshData, level.MeshPointers[m], isOlder);
         const WadMesh record = WadMeshOf(wad.Meshes, m);
         std::size_t next = 0;
-        for (const auto* list : {&raw.Rectangles, &raw.Triangles}) {
+        for (const auto* list : {&raw.Rectangles, &raw.Triangles})
             for (const RawFace& face : *list) {
                 const WadFace& wadFace = record.Faces.at(next++);
                 const auto texture = static_cast<std::uint16_t>(face.Texture);
                 const auto& corners = isOlder ? state.ObjectTextures.at(texture).Corners
                                               : state.ObjectTexturesTR45.at(texture).Corners;
-                const auto number = wadFace.TextureNumber();
-                ++share.Faces;
-                share.Agreeing += Agrees(face, corners, wadFace, wad.Textures.at(number)) ? 1U : 0U;
+                const TextInfo& box = wad.Textures.at(wadFace.TextureNumber());
+                ++faces;
+                good += Agrees(face, corners, wadFace, box) ? 1U : 0U;
             }
-        }
     }
-    return share;
+    EXPECT_GT(faces, 0U);
+    return static_cast<double>(good) / static_cast<double>(faces);
 }
 
 /// Saves the loaded level twice and looks at all that holds for a set. Gives the share of faces
@@ -130,9 +119,7 @@ double ProvenShare(Conversion& run)
     }
     const ObjectSet saved = run.Set();
     EXPECT_EQ(DifferenceOf(MadeSet(run, saved), saved), "");
-    const FaceShare share = ProveFaces(run.Program.Level, run.Program.State, saved);
-    EXPECT_GT(share.Faces, 0U);
-    return share.Share();
+    return ShareOfGoodFaces(run.Program.Level, run.Program.State, saved);
 }
 
 TEST(ObjectSets, OfTheSampleLevelsAreGoodInBothFormsWithAndWithoutOptions)

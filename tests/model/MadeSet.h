@@ -3,7 +3,6 @@
 #include "base/Narrow.h"
 #include "set/ObjectSet.h"
 #include "tests/support/Failures.h"
-#include "tests/support/Printing.h"
 #include "tests/support/ScriptedHost.h"
 
 #include <gtest/gtest.h>

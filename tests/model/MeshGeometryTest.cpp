@@ -17,46 +17,6 @@ namespace morlik::test
 namespace
 {
 
-// clang-format off
-/// Columns and rows of the corners of faces, by their texture word. Both textures lie on one box.
-const std::vector<std::pair<int, std::vector<std::pair<int, int>>>> kCodes{
-    {1, {{10, 20}, {15, 20}, {15, 27}, {10, 27}}},
-    {-1, {{15, 20}, {10, 20}, {10, 27}, {15, 27}}},
-    {0, {{10, 20}, {15, 20}, {15, 27}, {10, 27}}},
-    {0x0001, {{10, 20}, {15, 20}, {10, 27}}},
-    {0x2001, {{15, 20}, {15, 27}, {10, 20}}},
-    {0x4001, {{15, 27}, {10, 27}, {15, 20}}},
-    {0x6001, {{10, 27}, {10, 20}, {15, 27}}},
-    {0x8001, {{15, 20}, {10, 20}, {15, 27}}},
-    {0xa001, {{10, 20}, {10, 27}, {15, 20}}},
-    {0xc001, {{10, 27}, {15, 27}, {10, 20}}},
-    {0xe001, {{15, 27}, {15, 20}, {10, 27}}},
-};
-// clang-format on
-
-TEST(MeshGeometry, CornersLieOnTheBoxByTheirCode)
-{
-    WadMesh mesh = MadeMesh();
-    mesh.Faces.clear();
-    for (const auto& [texture, places] : kCodes)
-        mesh.Faces.push_back({.Type = places.size() == 4 ? kFaceRectangle : kFaceTriangle,
-                              .Vertices = {3, 1, 2, 0},
-                              .Texture = Word(texture)});
-    ObjectSet set = MadeSet({mesh});
-    set.Textures[0] = set.Textures[1];
-    const MeshGeometry geometry = GeometryOf(set, 0);
-    ASSERT_EQ(geometry.Faces.size(), kCodes.size());
-    for (std::size_t i = 0; i < kCodes.size(); ++i) {
-        const auto corners = geometry.Faces[i].Used();
-        ASSERT_EQ(corners.size(), kCodes[i].second.size());
-        EXPECT_EQ(geometry.Faces[i].Texture, kCodes[i].first == 0 ? 0 : 1);
-        for (std::size_t c = 0; c < corners.size(); ++c) {
-            EXPECT_EQ((std::pair<int, int>(corners[c].X, corners[c].Y)), kCodes[i].second[c]) << i;
-            EXPECT_EQ(corners[c].Vertex, mesh.Faces[i].Vertices.at(c));
-        }
-    }
-}
-
 TEST(MeshGeometry, TellsColoursFlagsAndLights)
 {
     WadMesh mesh = MadeMesh();

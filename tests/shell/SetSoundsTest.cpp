@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
+#include <numeric>
 
 namespace morlik::test
 {
@@ -285,59 +286,32 @@ TEST(Sprites, AreBuiltWithTheTilesBetweenThemOrCopied)
     }
 }
 
-/// Details that each have the most samples that a detail can have, all of them sample 0.
-std::vector<SoundDetail> Details(std::size_t count)
-{
-    return std::vector<SoundDetail>(count, {.Sample = 0, .Raw = {}, .Characteristics = 0xff});
-}
-
+/// At the limits themselves, see the samples of sets in `tests/set`.
 TEST(SoundsExport, RefusesMoreThanAnyLevelHas)
 {
     // A small level may want a gigabyte of WAV files, or millions of names of a few files.
     const std::vector<std::byte> large(kMostWaveBytes / 256 + 1);
-    const std::size_t perDetail = static_cast<std::size_t>(Details(1)[0].NumSamples());
-    struct Row
-    {
-        std::size_t Details;
-        std::size_t Slots;
-        std::size_t SampleBytes;
-        std::string Detail; ///< of the message; empty: they are written
-    };
-    const std::vector<Row> rows{
-        {300, 300, large.size(), "samples: WAV files of "},
-        {kMostSampleLines / perDetail + 1, 1, 8, "sound details: 1048"},
-        {kMostSampleLines / perDetail, 1, 8, ""},
-    };
-    for (const Row& row : rows) {
+    for (const auto& [details, bytes, told] :
+         {std::tuple{std::size_t{300}, large.size(), "samples: WAV files of "},
+          {kMostSampleLines / 31 + 1, std::size_t{8}, "sound details: 1048"}}) {
         Conversion run;
         LevelData level;
         level.Version = kTR4;
-        level.SoundMap.fill(-1);
-        for (std::size_t i = 0; i < row.Slots; ++i)
-            level.SoundMap[i] = static_cast<std::int16_t>(i);
-        level.SoundDetails = Details(row.Details);
-        level.Samples.resize(perDetail);
-        for (Sample& sample : level.Samples)
-            sample.Data = std::span(large).first(row.SampleBytes);
-        ResetHeapPeak();
-        const bool complete = WriteLevelSounds(run.Base(), level, run.Program.Report);
-        EXPECT_LT(HeapPeak(), std::size_t{64} << 20U);
-        EXPECT_EQ(complete, row.Detail.empty());
-        EXPECT_EQ(CountWaves(run), complete ? 31 : 0);
-        if (complete)
-            continue;
-        EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK: The sounds are damaged - can't continue!"});
-        EXPECT_TRUE(run.Host.Details.at(0).starts_with(row.Detail));
-    }
-    Conversion run;
-    for (const auto& [count, bytes] :
-         {std::pair{std::size_t{257}, large.size()}, {kMostSampleLines + 1, std::size_t{8}}}) {
+        std::iota(level.SoundMap.begin(), level.SoundMap.begin() + 300, std::int16_t{0});
+        level.SoundDetails.assign(details, Detail(0, 31));
+        level.Samples.assign(31, {std::span(large).first(bytes)});
         MainSFXState mainSFX;
-        mainSFX.MainSFXSamples.assign(count, std::span(large).first(bytes));
+        mainSFX.MainSFXSamples.assign(bytes == 8 ? kMostSampleLines + 1 : 257,
+                                      std::span(large).first(bytes));
+        ResetHeapPeak();
+        EXPECT_FALSE(WriteLevelSounds(run.Base(), level, run.Program.Report));
         EXPECT_FALSE(WriteMainSFXSounds(run.Base(), mainSFX, run.Program.Report));
+        EXPECT_LT(HeapPeak(), std::size_t{64} << 20U);
+        EXPECT_EQ(run.Host.Messages(),
+                  Strings(2, "MORLIK: The sounds are damaged - can't continue!"));
+        EXPECT_TRUE(run.Host.Details.at(0).starts_with(told));
+        EXPECT_EQ(CountWaves(run), 0);
     }
-    EXPECT_EQ(run.Host.Messages().size(), 2U);
-    EXPECT_EQ(CountWaves(run), 0);
 }
 
 TEST(SoundsExport, GivesTurnsInWhichTheUserCanStopIt)

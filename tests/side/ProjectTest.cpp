@@ -178,11 +178,6 @@ TEST_F(ProjectTest, OtherFilesAreRefused)
     EXPECT_EQ(Read(content).NumRoomSlots, 0);
     EXPECT_EQ(Host.Calls, Strings{"message: MORLIK: Not a project file!"});
     EXPECT_EQ(LevelIsLoaded, -1);
-
-    const auto missing = Folder.File("missing.prj");
-    EXPECT_TRUE(ReadPRJ(missing, LevelIsLoaded, Report).Rooms.empty());
-    EXPECT_TRUE(Host.Messages().back().starts_with("MORLIK: Can't open " + missing + ": "));
-    EXPECT_EQ(LevelIsLoaded, -1);
 }
 
 } // namespace morlik::test

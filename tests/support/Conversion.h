@@ -6,7 +6,6 @@
 #include "set/ReadSet.h"
 #include "shell/Session.h"
 #include "tests/support/Failures.h"
-#include "tests/support/Printing.h"
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TempFolder.h"
 
