@@ -154,7 +154,7 @@ std::string ToLatin1(std::string_view name)
         const std::size_t length = Utf8Length(rest);
         if (length == 0)
             return std::string(name);
-        const auto lead = static_cast<unsigned char>(rest[0]);
+        const unsigned lead = static_cast<unsigned char>(rest[0]);
         if (length == 1)
             text += rest[0];
         else if (lead <= 0xc3U) // the letters from 0x80 to 0xff
