@@ -45,30 +45,37 @@ std::vector<SoundAt> NamedSounds(const Animation& animation, std::span<const std
     return sounds;
 }
 
-/// Gives each sound its samples and leaves out those without any. `waveOf` gives the WAV file of a
-/// sample of a detail, by the numbers of both.
+/// The samples of a sound. `waveOf` gives the WAV file of a sample of a detail, by the numbers of
+/// both.
 template <class Tables, class WaveOf>
-std::vector<SoundAt> WithSamples(std::vector<SoundAt> sounds, const Tables& tables, WaveOf waveOf)
+std::vector<std::span<const std::byte>> SamplesIn(const Tables& tables, std::int32_t sound,
+                                                  WaveOf waveOf)
 {
-    for (SoundAt& sound : sounds) {
-        const auto* number = FindIn(tables.SoundMap, sound.Sound);
-        const auto* detail = number != nullptr ? FindIn(tables.SoundDetails, *number) : nullptr;
-        for (std::int32_t k = 0; detail != nullptr && k < detail->NumSamples(); ++k)
-            if (const Wave wave = waveOf(*detail, k); wave && !wave->empty())
-                sound.Samples.push_back(*wave);
-    }
+    std::vector<std::span<const std::byte>> samples;
+    const auto* number = FindIn(tables.SoundMap, sound);
+    const auto* detail = number != nullptr ? FindIn(tables.SoundDetails, *number) : nullptr;
+    for (std::int32_t k = 0; detail != nullptr && k < detail->NumSamples(); ++k)
+        if (const Wave wave = waveOf(*detail, k); wave && !wave->empty())
+            samples.push_back(*wave);
+    return samples;
+}
+
+/// Gives each sound its samples and leaves out those without any.
+template <class SamplesOf>
+std::vector<SoundAt> WithSamples(std::vector<SoundAt> sounds, SamplesOf samplesOf)
+{
+    for (SoundAt& sound : sounds)
+        sound.Samples = samplesOf(sound.Sound);
     std::erase_if(sounds, [](const SoundAt& sound) { return sound.Samples.empty(); });
     return sounds;
 }
 
 } // namespace
 
-std::vector<SoundAt> SoundsOfAnimation(const LevelData& level, const MainSFXState& mainSFX,
-                                       std::size_t animation)
+std::vector<std::span<const std::byte>>
+SamplesOfSound(const LevelData& level, const MainSFXState& mainSFX, std::int32_t sound)
 {
-    if (animation >= level.Animations.size())
-        return {};
-    const auto waveOf = [&](const SoundDetail& detail, std::int32_t k) -> Wave {
+    return SamplesIn(level, sound, [&](const SoundDetail& detail, std::int32_t k) -> Wave {
         const std::int32_t sample = detail.Sample + k;
         if (const SamplePlace* place = FindIn(level.SamplePlaces, sample))
             return mainSFX.WaveAt(place->Start, place->Size);
@@ -76,8 +83,16 @@ std::vector<SoundAt> SoundsOfAnimation(const LevelData& level, const MainSFXStat
             return mainSFX.WaveOf(FindIn(level.SampleIndices, sample));
         const Sample* found = FindIn(level.Samples, sample);
         return found != nullptr ? Wave(found->Data) : std::nullopt;
-    };
-    return WithSamples(NamedSounds(level.Animations[animation], level.AnimCommands), level, waveOf);
+    });
+}
+
+std::vector<SoundAt> SoundsOfAnimation(const LevelData& level, const MainSFXState& mainSFX,
+                                       std::size_t animation)
+{
+    if (animation >= level.Animations.size())
+        return {};
+    return WithSamples(NamedSounds(level.Animations[animation], level.AnimCommands),
+                       [&](std::int32_t sound) { return SamplesOfSound(level, mainSFX, sound); });
 }
 
 std::vector<SoundAt> SoundsOfAnimation(const ObjectSet& set, std::size_t animation)
@@ -96,8 +111,8 @@ std::vector<SoundAt> SoundsOfAnimation(const ObjectSet& set, std::size_t animati
         const SetSample* found = FindIn(set.Samples, firstOf[number] + k);
         return found != nullptr ? found->Wave : std::nullopt;
     };
-    return WithSamples(NamedSounds(set.Animations[animation], set.AnimCommands), *set.Sounds,
-                       waveOf);
+    return WithSamples(NamedSounds(set.Animations[animation], set.AnimCommands),
+                       [&](std::int32_t sound) { return SamplesIn(*set.Sounds, sound, waveOf); });
 }
 
 } // namespace morlik

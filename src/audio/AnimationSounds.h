@@ -31,6 +31,10 @@ struct SoundAt
     std::vector<std::span<const std::byte>> Samples;
 };
 
+/// The WAV files of a sound of a level by its number, as far as they are there.
+std::vector<std::span<const std::byte>>
+SamplesOfSound(const LevelData& level, const MainSFXState& mainSFX, std::int32_t sound);
+
 /// The sounds of an animation by its number in the level, in the order of its commands. Sounds that
 /// the level doesn't have, or whose samples are in a `main.sfx` that lacks them, are left out, and
 /// damaged commands end the list.

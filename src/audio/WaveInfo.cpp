@@ -22,16 +22,7 @@ std::string TakeName(ByteReader& reader)
     return {bytes.begin(), bytes.end()};
 }
 
-/// A number of frames of the sound, and the bytes that hold them.
-struct Block
-{
-    std::size_t Bytes = 0;
-    std::size_t Frames = 1;
-    std::size_t Predictors =
-        0; ///< of ADPCM: a block begins with the number of one for each channel
-};
-
-Block ReadFormat(ByteReader reader, WaveInfo& info)
+void ReadFormat(ByteReader reader, WaveInfo& info)
 {
     reader.Section("format of a WAV file");
     const auto coding = reader.Read<std::uint16_t>();
@@ -39,7 +30,7 @@ Block ReadFormat(ByteReader reader, WaveInfo& info)
     info.Channels = reader.Read<std::uint16_t>();
     info.Rate = reader.Read<std::uint32_t>();
     reader.Skip(sizeof(std::uint32_t)); // bytes a second, which some tools write wrongly
-    Block block{reader.Read<std::uint16_t>()};
+    info.BlockBytes = reader.Read<std::uint16_t>();
     info.Bits = reader.Read<std::uint16_t>();
     const bool isPCM = info.Coding == WaveCoding::PCM && (info.Bits == 8 || info.Bits == 16);
     const bool isADPCM = info.Coding == WaveCoding::ADPCM && info.Bits == 4;
@@ -52,28 +43,29 @@ Block ReadFormat(ByteReader reader, WaveInfo& info)
         reader.Fail("a rate of " + std::to_string(info.Rate) + " Hz is not played");
     if (isADPCM) {
         reader.Skip(sizeof(std::uint16_t));
-        block.Frames = reader.Read<std::uint16_t>();
-        block.Predictors = reader.Read<std::uint16_t>();
+        info.BlockFrames = reader.Read<std::uint16_t>();
+        info.Predictors.resize(reader.Read<std::uint16_t>());
+        for (auto& pair : info.Predictors)
+            pair = reader.Read<std::array<std::int16_t, 2>>();
     }
-    if (block.Bytes == 0)
+    if (info.BlockBytes == 0)
         reader.Fail("its blocks have no bytes");
-    return block;
 }
 
 /// Frames in the sound data. Decoders can't be trusted to look at the numbers of predictors.
-std::size_t CountFrames(ByteReader reader, const Block& block, const WaveInfo& info)
+std::size_t CountFrames(ByteReader reader, const WaveInfo& info)
 {
     reader.Section("sound of a WAV file");
-    const std::size_t blocks = block.Bytes == 0 ? 0 : reader.Left() / block.Bytes;
+    const std::size_t blocks = info.BlockBytes == 0 ? 0 : reader.Left() / info.BlockBytes;
     for (std::size_t i = 0; info.Coding == WaveCoding::ADPCM && i < blocks; ++i) {
-        reader.Seek(i * block.Bytes);
+        reader.Seek(i * info.BlockBytes);
         for (std::uint16_t channel = 0; channel < info.Channels; ++channel)
-            if (reader.Read<std::uint8_t>() >= block.Predictors)
+            if (reader.Read<std::uint8_t>() >= info.Predictors.size())
                 reader.Fail("its block " + std::to_string(i) + " is damaged");
     }
-    if (blocks * block.Frames == 0)
+    if (blocks * info.BlockFrames == 0)
         reader.Fail("there is none");
-    return blocks * block.Frames;
+    return blocks * info.BlockFrames;
 }
 
 } // namespace
@@ -87,17 +79,16 @@ WaveInfo ReadWaveInfo(std::span<const std::byte> file)
     if (!isRiff || TakeName(reader) != "WAVE")
         reader.Fail("it is no WAV file");
     WaveInfo info;
-    Block block;
     for (auto name = TakeName(reader);; name = TakeName(reader)) {
         const std::size_t size = reader.Read<std::uint32_t>();
         const auto chunk = file.subspan(reader.Position(), std::min(size, reader.Left()));
         if (name == "data") {
-            info.Frames = CountFrames(ByteReader(chunk), block, info);
             info.Data = chunk;
+            info.Frames = CountFrames(ByteReader(chunk), info);
             return info;
         }
         if (name == "fmt ") {
-            block = ReadFormat(ByteReader(chunk), info);
+            ReadFormat(ByteReader(chunk), info);
             info.Format = chunk;
         }
         reader.SeekUpTo(reader.Position() + size + size % 2);

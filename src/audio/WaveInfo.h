@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -35,6 +36,10 @@ struct WaveInfo
     // What the file has of both chunks; views into it.
     std::span<const std::byte> Format{};
     std::span<const std::byte> Data{};
+    // How the frames lie in `Data`.
+    std::size_t BlockBytes = 0;
+    std::size_t BlockFrames = 1;
+    std::vector<std::array<std::int16_t, 2>> Predictors{}; ///< of ADPCM: the coefficients
 
     double Seconds() const { return static_cast<double>(Frames) / Rate; }
 };

@@ -1,5 +1,7 @@
 #include "base/Text.h"
 
+#include "base/Utf8.h"
+
 #include <algorithm>
 
 namespace morlik
@@ -16,26 +18,6 @@ char Lower(char c)
 char Upper(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-/// Bytes of the UTF-8 character that `text` begins with; 0 where it begins with none.
-std::size_t Utf8Length(std::string_view text)
-{
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const auto first = byte(0);
-    if (first < 0x80)
-        return 1;
-    const std::size_t length = first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
-    if (length == 0 || first > 0xf4 || text.size() < length)
-        return 0;
-    for (std::size_t i = 1; i < length; ++i)
-        if ((byte(i) & 0xc0U) != 0x80)
-            return 0;
-    const bool hasShorterForm =
-        (first == 0xe0 && byte(1) < 0xa0) || (first == 0xf0 && byte(1) < 0x90);
-    const bool isNoLetter =
-        (first == 0xed && byte(1) >= 0xa0) || (first == 0xf4 && byte(1) >= 0x90);
-    return hasShorterForm || isNoLetter ? 0 : length;
 }
 
 /// Whether a character is a control character; `letter` is UTF-8 or a byte by itself.
@@ -56,6 +38,25 @@ std::string Escape(char control)
 }
 
 } // namespace
+
+std::size_t Utf8Length(std::string_view text)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    const auto first = byte(0);
+    if (first < 0x80)
+        return 1;
+    const std::size_t length = first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
+    if (length == 0 || first > 0xf4 || text.size() < length)
+        return 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((byte(i) & 0xc0U) != 0x80)
+            return 0;
+    const bool hasShorterForm =
+        (first == 0xe0 && byte(1) < 0xa0) || (first == 0xf0 && byte(1) < 0x90);
+    const bool isNoLetter =
+        (first == 0xed && byte(1) >= 0xa0) || (first == 0xf4 && byte(1) >= 0x90);
+    return hasShorterForm || isNoLetter ? 0 : length;
+}
 
 std::string ToLower(std::string_view text)
 {

@@ -45,11 +45,17 @@ PictureArea FromEven(PictureArea area)
 class AnimatedWebP : public MovingFile
 {
 public:
-    AnimatedWebP(const std::string& path, std::size_t count)
-        : path_(path), file_(path), count_(count)
+    AnimatedWebP(const std::string& path, std::size_t count, const WebPForm& form)
+        : path_(path), file_(path), count_(count), form_(form)
     {
-        // The quickest of the levels: the next ones take twice as long for a tenth less.
-        Expect(WebPConfigInit(&config_) != 0 && WebPConfigLosslessPreset(&config_, 0) != 0);
+        Expect(WebPConfigInit(&config_) != 0);
+        constexpr float kLossyQuality = 60;
+        if (form.IsLossy) {
+            config_.quality = kLossyQuality;
+            config_.method = 1;
+        } else { // the quickest level: the next ones take twice as long for a tenth less
+            Expect(WebPConfigLosslessPreset(&config_, 0) != 0);
+        }
         Expect(files_ != nullptr);
     }
 
@@ -116,10 +122,10 @@ private:
     }
 
     /// When a picture shows, in milliseconds.
-    static int TimeOf(int number)
+    int TimeOf(int number) const
     {
         constexpr int kMilliseconds = 1000;
-        return (number * kMilliseconds + kPicturesPerSecond / 2) / kPicturesPerSecond;
+        return (number * kMilliseconds + form_.Rate / 2) / form_.Rate;
     }
 
     void Expect(bool isGood) const
@@ -131,6 +137,7 @@ private:
     std::string path_;
     NewFile file_;
     std::size_t count_;
+    WebPForm form_;
     WebPConfig config_{};
     std::unique_ptr<WebPMux, void (*)(WebPMux*)> files_{WebPMuxNew(), WebPMuxDelete};
     int number_ = 0; ///< of the next picture
@@ -151,9 +158,10 @@ std::string WebPLibrary()
            std::to_string((version >> 8U) & 0xffU) + '.' + std::to_string(version & 0xffU);
 }
 
-std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t count)
+std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t count,
+                                            const WebPForm& form)
 {
-    return std::make_unique<AnimatedWebP>(path, count);
+    return std::make_unique<AnimatedWebP>(path, count, form);
 }
 
 #else
@@ -168,7 +176,8 @@ std::string WebPLibrary()
     return {};
 }
 
-std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t /*count*/)
+std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t /*count*/,
+                                            const WebPForm& /*form*/)
 {
     throw FileFailure("write", path, "This build of the program can't write WebP files");
 }

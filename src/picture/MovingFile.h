@@ -25,8 +25,8 @@ struct PictureArea
     std::int32_t Height = 0;
 };
 
-/// A file of pictures of one size that follow each other 30 times a second, over and over. One
-/// picture alone is a still one.
+/// A file of pictures of one size that follow each other, 30 times a second or at another rate,
+/// over and over. One picture alone is a still one.
 class MovingFile
 {
 public:
@@ -75,8 +75,16 @@ bool HasWebP();
 /// The library that does it, and its version; empty without.
 std::string WebPLibrary();
 
-/// An animated WebP file of `count` pictures, without loss. Its times are whole milliseconds. The
-/// pictures are kept, compressed, until it takes its place. `FileFailure` in a build without WebP.
-std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t count);
+/// How an animated WebP file is written.
+struct WebPForm
+{
+    std::int32_t Rate = kPicturesPerSecond;
+    bool IsLossy = false; ///< a quarter as large, and close enough to look at
+};
+
+/// An animated WebP file of `count` pictures. Its times are whole milliseconds. The pictures are
+/// kept, compressed, until it takes its place. `FileFailure` in a build without WebP.
+std::unique_ptr<MovingFile> NewAnimatedWebP(const std::string& path, std::size_t count,
+                                            const WebPForm& form = {});
 
 } // namespace morlik

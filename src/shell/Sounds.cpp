@@ -12,27 +12,6 @@ namespace morlik
 namespace
 {
 
-/// The part of the sound map that a game has.
-std::span<const std::int16_t> SlotsInUse(const LevelData& level)
-{
-    const std::span map = level.SoundMap;
-    switch (level.Version) {
-    case kTR1:
-    case kTR1Gold:
-        return map.first(kSoundMapSlotsTR1);
-    case kTR2:
-    case kTR3:
-    case kTR4:
-        return map.first(kSoundMapSlotsTR2);
-    case kTR5:
-    case kTR5Demo:
-    case kNoLevel:
-    case kMainSFXVersion:
-        break;
-    }
-    return map;
-}
-
 /// The samples of a level that exist, by slot and number; of those with one name the last one.
 using NumberedSamples = std::map<std::pair<std::int32_t, std::int32_t>, const Sample*>;
 
@@ -93,6 +72,26 @@ bool Limited(Reporter& report, const Write& write)
 }
 
 } // namespace
+
+std::span<const std::int16_t> SlotsInUse(const LevelData& level)
+{
+    const std::span map = level.SoundMap;
+    switch (level.Version) {
+    case kTR1:
+    case kTR1Gold:
+        return map.first(kSoundMapSlotsTR1);
+    case kTR2:
+    case kTR3:
+    case kTR4:
+        return map.first(kSoundMapSlotsTR2);
+    case kTR5:
+    case kTR5Demo:
+    case kNoLevel:
+    case kMainSFXVersion:
+        break;
+    }
+    return map;
+}
 
 std::vector<SoundEntry> LevelSounds(const LevelData& level)
 {

@@ -12,6 +12,9 @@
 namespace morlik
 {
 
+/// The part of the sound map that the game of a level has.
+std::span<const std::int16_t> SlotsInUse(const LevelData& level);
+
 /// One line of the sound list.
 struct SoundEntry
 {

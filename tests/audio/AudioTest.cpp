@@ -1,4 +1,5 @@
 #include "audio/AnimationSounds.h"
+#include "audio/PlainWave.h"
 #include "audio/WaveInfo.h"
 #include "convert/ConvertLevel.h"
 #include "samples/MainSfx.h"
@@ -53,6 +54,22 @@ TEST(WaveInfo, TellsTheSoundOrWhyItIsNone)
     const auto whole = MakeADPCM().Bytes();
     for (std::size_t size = 0; size < whole.size(); ++size) // its one block needs all of it
         EXPECT_THROW(ReadWaveInfo(std::span(whole).first(size)), ReadFailure) << size;
+}
+
+TEST(PlainWave, ExpandsADPCMAlone)
+{
+    const auto expanded = PlainWave(MakeADPCM().Bytes());
+    EXPECT_EQ(Describe(ReadWaveInfo(expanded)), "22050 Hz, 16 bits, mono, 0.00 s");
+    EXPECT_TRUE(
+        std::ranges::equal(ReadWaveInfo(expanded).Data, std::as_bytes(std::span(kADPCMValues))));
+    const auto plain = WaveFile{.Data = {1, 0, 2, 0}}.Bytes();
+    EXPECT_EQ(PlainWave(plain), plain);
+    auto wide = MakeADPCM();
+    wide.BlockFrames = 60000;
+    EXPECT_THROW(PlainWave(wide.Bytes()), ReadFailure);
+    auto second = MakeADPCM();
+    second.Channels = 2; // whose block then is too short for two heads
+    EXPECT_THROW(PlainWave(second.Bytes()), ReadFailure);
 }
 
 TEST(AnimationSounds, AreThoseOfTheCommandsInAllGames)

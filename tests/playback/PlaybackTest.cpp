@@ -1,5 +1,6 @@
 // Sounds decoded and played: what SDL's drivers for a file, for nothing and for no device get.
 
+#include "audio/PlainWave.h"
 #include "base/Files.h"
 #include "playback/AnimationPlayer.h"
 #include "playback/Decode.h"
@@ -48,7 +49,9 @@ TEST(Decode, TakesAllSamplesOfRealLevels)
             for (const Sample& sample : run.Program.Level.Samples) {
                 if (sample.Data.empty())
                     continue;
-                EXPECT_EQ(Decode(sample.Data).Frames(), ReadWaveInfo(sample.Data).Frames) << path;
+                const DecodedWave wave = Decode(sample.Data);
+                EXPECT_EQ(wave.Frames(), ReadWaveInfo(sample.Data).Frames) << path;
+                EXPECT_EQ(Decode(PlainWave(sample.Data)).Values, wave.Values) << path;
             }
         }
 }
