@@ -32,6 +32,7 @@ complete -c morlik-cli -n __fish_use_subcommand -a contact -d 'draw all objects'
 complete -c morlik-cli -n __fish_use_subcommand -a gltf -d 'write objects as glTF'
 complete -c morlik-cli -n __fish_use_subcommand -a check -d 'read object sets back and verify them'
 complete -c morlik-cli -n __fish_use_subcommand -a find -d 'tell which files have an object'
+complete -c morlik-cli -n __fish_use_subcommand -a gallery -d 'make pages that show all objects'
 
 # offer COMMANDS OPTIONS...: the options behind these commands.
 function __morlik_cli_offer
@@ -52,15 +53,21 @@ __morlik_cli_offer convert -l export-sprites -d 'take the sprites along'
 __morlik_cli_offer convert -l skip-existing -d 'leave out levels whose set is there'
 __morlik_cli_offer convert -l log -x -a '(__morlik_cli_files .log .txt)' -d 'write a log'
 __morlik_cli_offer convert -l timings -d 'tell where the time went'
-__morlik_cli_offer 'convert info check find' -s r -l recursive -d 'take the files below folders'
-__morlik_cli_offer 'convert info check find' -s j -l jobs -x -a '(seq 16)' -d 'files at a time'
-__morlik_cli_offer 'convert info check find' -l json -d 'as JSON, at the end'
-__morlik_cli_offer 'convert info check find' -l json-lines -d 'as JSON, a line for each file'
-__morlik_cli_offer 'convert check find' -s q -l quiet -d 'tell nothing of what is good'
+__morlik_cli_offer 'convert info check find gallery' -s r -l recursive -d 'take the files below folders'
+__morlik_cli_offer 'convert info check find gallery' -s j -l jobs -x -a '(seq 16)' -d 'files at a time'
+__morlik_cli_offer 'convert info check find gallery' -l json -d 'as JSON, at the end'
+__morlik_cli_offer 'convert info check find gallery' -l json-lines -d 'as JSON, a line for each file'
+__morlik_cli_offer 'convert check find gallery' -s q -l quiet -d 'tell nothing of what is good'
 __morlik_cli_offer info -a "(__morlik_cli_files $levels .sfx .prj)"
 __morlik_cli_offer check -a '(__morlik_cli_files .was)'
 __morlik_cli_offer check -l game -x -a '1 2 3 4 5' -d 'game of the sets'
 __morlik_cli_offer find -a "(__morlik_cli_files $levels .was)"
+__morlik_cli_offer gallery -a "(__morlik_cli_files $levels)"
+__morlik_cli_offer gallery -s d -x -a '(__fish_complete_directories)' -d 'folder of the gallery'
+__morlik_cli_offer gallery -l animations -x -d 'first animations that get a moving picture'
+__morlik_cli_offer gallery -l no-gltf -d 'leave out the glTF files'
+__morlik_cli_offer gallery -l sets -d 'add an object set of each object alone'
+__morlik_cli_offer gallery -l main-sfx -x -a 'auto (__morlik_cli_files .sfx)' -d 'take sounds from'
 __morlik_cli_offer find -l sound -x -d 'look for a sound, by its slot'
 __morlik_cli_offer find -l same-as -x -a "(__morlik_cli_files $levels .was)" -d 'LEVEL:NAME'
 complete -c morlik-cli -n '__fish_seen_subcommand_from sheet; and __morlik_cli_first' \

@@ -28,6 +28,7 @@ constexpr const char* kExamples =
     "  morlik-cli gltf level.tr4 -d models --objects 'LARA*'\n"
     "  morlik-cli check -r sets\n"
     "  morlik-cli find -r 'DOG*' levels\n"
+    "  morlik-cli gallery -r levels -d gallery\n"
     "\n"
     "Results go to standard output, messages to standard error.\n"
     "Exit status: 0 all good, 1 something failed, 2 wrong use.";
@@ -198,6 +199,31 @@ void AddFind(CLI::App& app, int& status, const Streams& streams)
     find.add_flag("-q,--quiet", options->IsQuiet, "print nothing: the status tells");
 }
 
+void AddGallery(CLI::App& app, int& status, const Streams& streams)
+{
+    const auto command = std::make_shared<GalleryCommand>();
+    command->Kind = command->ListName = "levels";
+    CLI::App& gallery =
+        AddCommand(app, "gallery", "make pages that show all objects of levels, to search", status,
+                   [command, &streams] { return MakeGallery(*command, streams); });
+    AddFiles(gallery, "LEVEL", command->Files, "level files, with -r also folders of them");
+    AddOption(gallery, "-d", command->Folder, "folder of the gallery; open its index.html")
+        .required()
+        ->type_name("FOLDER");
+    AddOption(gallery, "--animations", command->Animations,
+              "first animations of each object that get a moving picture; else 2")
+        .check(CLI::Range(0, 1000))
+        ->type_name("N");
+    gallery.add_flag("--no-gltf", command->WithoutModels, "leave out the glTF files");
+    gallery.add_flag("--sets", command->HasSets, "add an object set of each object alone");
+    AddOption(gallery, "--main-sfx", command->MainSFX,
+              "take the sounds that levels don't hold from this main.sfx; else from the one in the "
+              "level's folder or the folder above")
+        .type_name("FILE");
+    AddMany(gallery, *command);
+    gallery.add_flag("-q,--quiet", command->IsQuiet, "tell nothing of what is good");
+}
+
 /// What `picture` and `animate` have in common.
 void AddLook(CLI::App& command, PictureOptions& options)
 {
@@ -318,6 +344,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     AddGltf(app, status, streams);
     AddCheck(app, status, streams);
     AddFind(app, status, streams);
+    AddGallery(app, status, streams);
     for (std::string& argument : arguments) // the parser would take "[a]" for a list of arguments
         if (argument.starts_with('[') && argument.ends_with(']'))
             argument.insert(0, "./");

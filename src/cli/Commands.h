@@ -84,6 +84,19 @@ struct FindOptions : ManyOptions
 /// Tells which levels and sets have objects. Gives `kFailed` where there are none.
 int Find(const FindOptions& options, const Streams& streams);
 
+/// Its files are levels.
+struct GalleryCommand : ManyOptions
+{
+    std::string Folder;
+    std::string MainSFX = "auto"; ///< as in `ConvertOptions`
+    std::size_t Animations = 2;   ///< of each object that get a moving picture
+    bool WithoutModels = false;
+    bool HasSets = false;
+};
+
+/// Makes a folder of pages that show all objects of levels.
+int MakeGallery(const GalleryCommand& command, const Streams& streams);
+
 struct PictureOptions
 {
     std::string File;   ///< a level or the list of a set

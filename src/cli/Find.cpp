@@ -249,14 +249,6 @@ Json HitsIn(const std::string& file, Session& session, const Wish& wish)
     return hits;
 }
 
-/// A broken file is one line on standard error.
-std::string LineOfFault(const std::string& file, const Strings& messages)
-{
-    std::string line = file + ": " + (messages.empty() ? "can't be read" : messages[0]);
-    std::ranges::replace(line, '\n', ' ');
-    return Printable(line) + '\n';
-}
-
 FileOutcome FindIn(const std::string& file, const Wish& wish, bool isQuiet)
 {
     FileOutcome outcome{.Members = Json::array()};

@@ -167,4 +167,11 @@ std::string TextOfMessages(const std::string& file, const std::vector<std::strin
     return text;
 }
 
+std::string LineOfFault(const std::string& file, const std::vector<std::string>& messages)
+{
+    std::string line = file + ": " + (messages.empty() ? "can't be read" : messages[0]);
+    std::ranges::replace(line, '\n', ' ');
+    return Printable(line) + '\n';
+}
+
 } // namespace morlik::cli

@@ -216,7 +216,7 @@ FILES
 check_options() {
     local command option page
     page=$(zcat "$tree/share/man/man1/morlik-cli.1.gz" | tr -d '\\')
-    for command in convert info sheet sounds picture animate contact gltf check find; do
+    for command in convert info sheet sounds picture animate contact gltf check find gallery; do
         for option in $("$tree/bin/morlik-cli" "$command" --help | grep -oE '^ +-[^ ]+' |
             tr , '\n' | grep -oE -- '--[a-z-]+'); do
             [[ $page == *"$option"* ]] || fail "The man page lacks $option"

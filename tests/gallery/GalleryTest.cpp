@@ -1,0 +1,170 @@
+// Galleries as a user finds them on the disk, and the texts of their pages.
+
+#include "gallery/Html.h"
+#include "gallery/LevelPage.h"
+#include "gallery/Piece.h"
+#include "picture/PNG.h"
+#include "tests/cli/RunCli.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+using gallery::CardKind;
+using gallery::LevelCards;
+using nlohmann::json;
+
+TEST(GalleryTextsTest, NamesComeIntoPagesAsTexts)
+{
+    struct Row
+    {
+        std::string Text;
+        std::string Escaped;
+    };
+    const std::vector<Row> rows{
+        {"<script>alert(1)</script>", "&lt;script&gt;alert(1)&lt;/script&gt;"},
+        {R"(a" onload='x' & b)", "a&quot; onload=&#39;x&#39; &amp; b"},
+        {"caf\xe9 \xc3\xa9", "caf\xc3\xa9 \xc3\xa9"},
+        {"a\x1b\n\x7f\xc2\x85", "a\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(gallery::EscapeHtml(row.Text), row.Escaped);
+        const LevelCards cards{
+            .Title = row.Text,
+            .Game = kTR3,
+            .Objects = {{.ID = 7, .Name = row.Text, .EditorName = row.Text + "2"}},
+            .Sounds = {},
+            .Strip = {}};
+        const std::string page = gallery::LevelPage(cards);
+        EXPECT_PRED2(Has, page, "<h1>" + row.Escaped + "</h1>");
+        EXPECT_PRED2(Has, page, "in IV: " + row.Escaped + "2</p>");
+        EXPECT_EQ(page.find("<script>"), std::string::npos);
+        const std::string script = gallery::LevelScript(cards);
+        EXPECT_EQ(std::ranges::count(script, '\n'), 1);
+        EXPECT_TRUE(std::ranges::all_of(script, [](char letter) { return letter < 0x7f; }));
+    }
+    EXPECT_EQ(gallery::EncodeUrl("models/a b#?%.glb"), "models/a%20b%23%3F%25.glb");
+}
+
+TEST(GalleryTextsTest, ObjectsOfOneNumberHaveTheirOwnPlaces)
+{
+    const std::vector<gallery::ObjectCard> cards{
+        {.ID = 4}, {.ID = 4}, {.Kind = CardKind::StaticMesh, .ID = 4}, {.ID = 4}};
+    EXPECT_EQ(gallery::AnchorsOf(cards), (Strings{"m4", "m4-2", "s4", "m4-3"}));
+}
+
+/// Runs the command on levels of the folder.
+class GalleryTest : public CliTest
+{
+protected:
+    void SetUp() override
+    {
+        if (!HasPNG())
+            GTEST_SKIP() << "This build has no PNG files";
+        for (const VersionCode game : {kTR2, kTR3}) // few objects are drawn soon
+            Write(FileTitle(Levels.at(static_cast<std::size_t>(game))),
+                  samples::MakeTinyLevel(game));
+    }
+
+    /// What the command tells of each level, by event and then file; its index is there after it.
+    std::vector<std::string> Made(int status, const std::string& words) const
+    {
+        const auto ran = Expect(status, "gallery -d %g --json " + words);
+        std::vector<std::string> told;
+        const json all = json::parse(ran.Out);
+        for (const json& level : all["levels"])
+            told.push_back(level["event"].get<std::string>() + " " +
+                           FileTitle(level["file"].get<std::string>()));
+        EXPECT_TRUE(Exists("g/index.html"));
+        return told;
+    }
+    /// The folder of the page of a level, by the letters that its title begins with.
+    std::string PageFolder(const std::string& start) const
+    {
+        for (const auto& entry : std::filesystem::directory_iterator(ToPath(File("g/levels"))))
+            if (NameBegins(entry.path().filename(), start))
+                return "g/levels/" + FromPath(entry.path().filename());
+        return "none";
+    }
+    std::string TextOf(const std::string& name) const
+    {
+        const auto bytes = Read(name);
+        return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+    }
+    std::size_t CountPictures() const { return FilesBelow(ToPath(File("g/pictures"))).size(); }
+};
+
+TEST_F(GalleryTest, RedoesOnlyWhatChangedAndWhatWasNotFinished)
+{
+    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"made l2level.tr2", "made l4level.tr4"}));
+    const std::string index = TextOf("g/index.html");
+    EXPECT_PRED2(Has, index, "l2level.tr2");
+    EXPECT_PRED2(Has, TextOf("g/search.js"), "\"l4level.tr4\"");
+    EXPECT_PRED2(Has, TextOf(PageFolder("l4level") + "/index.html"), "loading=\"lazy\"");
+    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "unchanged l4level.tr4"}));
+    EXPECT_EQ(TextOf("g/index.html"), index);
+
+    // A run that was ended: the piece of a level comes last.
+    std::filesystem::remove(ToPath(File(PageFolder("l4level") + "/made.json")));
+    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "made l4level.tr4"}));
+    WriteText(PageFolder("l4level") + "/made.json", R"({"form":1,"title":2})");
+    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "made l4level.tr4"}));
+
+    const auto pictures = CountPictures();
+    const std::string before = PageFolder("l4level");
+    Write("l4level.tr4", samples::MakeTinyLevel(kTR4));
+    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "made l4level.tr4"}));
+    EXPECT_NE(PageFolder("l4level"), before);
+    EXPECT_FALSE(Exists(before)) << "pages that the index doesn't lead to go";
+    EXPECT_LT(CountPictures(), pictures) << "so do pictures that no page shows";
+    EXPECT_EQ(Made(0, "%2 --no-gltf"), (Strings{"made l2level.tr2"}));
+    EXPECT_TRUE(FilesBelow(ToPath(File("g/models"))).empty());
+}
+
+TEST_F(GalleryTest, EqualObjectsShareTheirFiles)
+{
+    Made(0, "%3");
+    const auto files = FilesBelow(ToPath(File("g/pictures")));
+    Write("copy.tr2", Read("l3level.tr2"));
+    EXPECT_EQ(Made(0, "%3 %copy.tr2"), (Strings{"unchanged l3level.tr2", "made copy.tr2"}));
+    EXPECT_EQ(FilesBelow(ToPath(File("g/pictures"))), files);
+}
+
+TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
+{
+    const auto whole = Read("l4level.tr4");
+    Write("bad.tr4", std::span(whole).first(2000));
+#ifndef _WIN32 // whose files have no such names
+    Write("<script>'\"&.tr2", Read("l2level.tr2"));
+#else
+    Write("'&.tr2", Read("l2level.tr2"));
+#endif
+    std::filesystem::create_directory(ToPath(File("in")));
+    for (const auto& entry : std::filesystem::directory_iterator(ToPath(File(""))))
+        if (entry.path().extension() == ".tr2" || entry.path().filename() == "bad.tr4")
+            std::filesystem::rename(entry.path(), ToPath(File("in")) / entry.path().filename());
+    const auto ran = Expect(1, "gallery -r %in -d %g -j 2 --sets", "bad.tr4: MORLIK error: ");
+    EXPECT_EQ(std::ranges::count(ran.Errors, '\n'), 1) << ran.Errors;
+    EXPECT_PRED2(Has, ran.Out, "3 levels with ");
+    const std::string index = TextOf("g/index.html");
+    EXPECT_PRED2(Has, index, "&#39;");
+    EXPECT_EQ(index.find("<script>"), std::string::npos);
+    const auto sets = FilesBelow(ToPath(File(PageFolder("l2level") + "/sets")));
+    EXPECT_TRUE(std::ranges::any_of(
+        sets, [](const auto& file) { return EndsWithNoCase(file.first, ".was"); }));
+
+    std::filesystem::create_directory(ToPath(File("site")));
+    WriteText("site/index.html", "<h1>Mine</h1>");
+    Expect(2, "gallery %2 -d %site", "There is one that no gallery has made");
+    Expect(2, "gallery %2", "-d is required");
+    EXPECT_EQ(TextOf("site/index.html"), "<h1>Mine</h1>");
+}
+
+} // namespace
+
+} // namespace morlik::test
