@@ -294,13 +294,7 @@ TEST_F(PictureCommands, AnimateAllFramesInOneFrame)
 
 TEST_F(PictureCommands, TellWhatTheyCannotDraw)
 {
-    struct Row
-    {
-        std::string Line;
-        int Status;
-        std::string Told;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::tuple<std::string, int, std::string>> rows{
         {"picture %2 %out.png --object Lora", 1, "There is no object \"Lora\"; near: LARA"},
         {"picture %2 %out.png --object 77 --static", 1, "There is no object \"77\""},
         {"picture %2 %out.png --object 0 --animation 900", 1, "animation 900: the object has"},

@@ -24,13 +24,7 @@ Pixel PixelAt(const std::uint8_t* pixels, std::size_t index)
 
 TEST(Pixels, AreConvertedByTheFormOfTheGame)
 {
-    struct Row
-    {
-        VersionCode Game;
-        std::uint32_t Source;
-        Pixel Rgb;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::tuple<VersionCode, std::uint32_t, Pixel>> rows{
         {kTR1, 0, kMagenta},           {kTR1, 1, {255, 0, 4}},
         {kTR1, 2, {125, 130, 251}},    {kTR1, 3, {0, 0, 0}},
         {kTR2, 0, kMagenta},           {kTR2, 0x8000, {0, 0, 0}},
@@ -175,17 +169,14 @@ TEST(Textures, OnTilesThatTheLevelLacksAreMagentaAndTooFarOutStopTheSave)
 
 TEST(Textures, ThatLeaveTheirTileEndTheProgram)
 {
-    struct Row
-    {
-        TextInfo Info;
-        const char* Fault;
-    };
-    for (const Row& row : {Row{{.X = 200, .Width = 55}, ""}, Row{{.X = 200, .Width = 56}, "X"},
-                           Row{{.Y = 255, .Height = 1}, "Y"},
-                           Row{{.X = 255, .Y = 255, .Width = 255, .Height = 255}, "X"}}) {
+    const std::vector<std::pair<TextInfo, std::string>> rows{
+        {{.X = 200, .Width = 55}, ""},
+        {{.X = 200, .Width = 56}, "X"},
+        {{.Y = 255, .Height = 1}, "Y"},
+        {{.X = 255, .Y = 255, .Width = 255, .Height = 255}, "X"}};
+    for (const auto& [info, fault] : rows) {
         Conversion run(TwoTiles(kTR3));
-        run.Program.Level.Textures[2].Info = row.Info;
-        const std::string fault = row.Fault;
+        run.Program.Level.Textures[2].Info = info;
         EXPECT_EQ(EndOf([&] { run.Save(); }),
                   fault.empty() ? "" : "Wrong TextInfo found - TextInfo2 -> " + fault + " invalid");
     }

@@ -22,13 +22,7 @@ namespace fs = std::filesystem;
 TEST(SaveLevel, DoesNotReplaceWhatItReads)
 {
     const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
-    struct Row
-    {
-        VersionCode Game;
-        const char* Input;
-        std::vector<const char*> Endings;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::tuple<VersionCode, const char*, std::vector<const char*>>> rows{
         {kTR1, "level.phd", {".was", ".wad", " Info.txt", "-Sounds/TR1 Sound 17-0.wav"}},
         {kTR1, "morlik.sam", {".was", ".sam", "-Sounds/TR1 Sound 17-0.wav"}},
         {kTR1, "TR4Objects.dat", {".swd", ".sfx"}},
