@@ -129,28 +129,6 @@ ObjectTextureTR45 Texture(std::int16_t tile, std::array<std::array<int, 2>, 3> c
     return texture;
 }
 
-TEST(ConvertTR5TextInfo, ReadsTheCodeFromOddAndEvenPixels)
-{
-    constexpr std::int16_t kTriangle = Word(0x8001);
-    const auto code = [](std::int16_t tile, std::array<std::array<int, 2>, 3> corners) {
-        const Textures made({Texture(tile, corners, 63, 31)});
-        EXPECT_EQ(Box(made.Level.Textures.at(0).Info), (std::vector<int>{2, 4, 63, 31, 255, 255}));
-        EXPECT_EQ(made.Level.Textures.at(0).Info.Tile, 1);
-        EXPECT_EQ(made.State.ObjectTexturesTR45[0].Tile, tile);
-        return made.Level.Textures.at(0).TextureFlip;
-    };
-    EXPECT_EQ(code(kTriangle, {{{2, 4}, {65, 4}, {2, 35}}}), 0);
-    EXPECT_EQ(code(kTriangle, {{{65, 4}, {65, 35}, {2, 4}}}), 0x2000);
-    EXPECT_EQ(code(kTriangle, {{{65, 35}, {2, 35}, {65, 4}}}), 0x4000);
-    EXPECT_EQ(code(kTriangle, {{{2, 35}, {2, 4}, {65, 35}}}), 0x6000);
-    EXPECT_EQ(code(kTriangle, {{{65, 4}, {2, 4}, {65, 35}}}), 0x8000);
-    EXPECT_EQ(code(kTriangle, {{{2, 4}, {2, 35}, {65, 4}}}), 0xa000);
-    EXPECT_EQ(code(kTriangle, {{{2, 35}, {65, 35}, {2, 4}}}), 0xc000);
-    EXPECT_EQ(code(kTriangle, {{{65, 35}, {65, 4}, {2, 35}}}), 0xe000);
-    EXPECT_EQ(code(1, {{{2, 4}, {65, 4}, {65, 35}}}), 1);
-    EXPECT_EQ(code(1, {{{65, 4}, {2, 4}, {2, 35}}}), -1);
-}
-
 TEST(ConvertTR5TextInfo, MapsRepeatsOfABoxToTheFirst)
 {
     const auto box = [](std::int16_t tile, int x, int width, int height = 10) {
