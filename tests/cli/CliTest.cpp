@@ -465,13 +465,13 @@ TEST_F(CliTest, ShowsANameThatForgesALine)
 TEST_F(CliTest, ShowsNoOrdersToTheTerminal)
 {
     auto project = samples::MakeProject();
-    project.Rooms[0].Name = "one\x9b\x7f\nL\xf6we\xa0\xa9";
+    project.Rooms[0].Name = "one\x80\x7f\nL\xf6we\xa0\xa9";
     Write("a.prj", samples::WriteProject(project).Bytes);
-    EXPECT_PRED2(Has, Run("info %a.prj").Out, "one\\x9B\\x7F\\nL\xc3\xb6we");
+    EXPECT_PRED2(Has, Run("info %a.prj").Out, "one\\x80\\x7F\\nL\xc3\xb6we");
     const auto told = Run("info %a.prj --json");
     EXPECT_TRUE(IsPrintable(told.Out));
     EXPECT_PRED2(Has, told.Out, "we\xc2\xa0\xc2\xa9\"");
-    EXPECT_EQ(FileOf(told)["rooms"][0]["name"], "one\xc2\x9b\x7f\nL\xc3\xb6we\xc2\xa0\xc2\xa9");
+    EXPECT_EQ(FileOf(told)["rooms"][0]["name"], "one\xc2\x80\x7f\nL\xc3\xb6we\xc2\xa0\xc2\xa9");
 
     Expect(0, "convert %0 -o %a.was");
     WriteText("a.sam", "\x1b[2J\xc2\x9bgood\r\n");

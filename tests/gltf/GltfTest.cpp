@@ -21,15 +21,17 @@ namespace morlik::test
 namespace
 {
 
-/// Tiles whose rows begin with some pixels; all else is black.
+/// Tiles whose rows begin with some pixels; all else is black, but for a row of holes.
 class FewPixels : public TileRows
 {
 public:
     explicit FewPixels(std::vector<std::array<std::uint8_t, 3>> row) : row_(std::move(row)) {}
-    void CopyRow(std::int64_t /*row*/, std::byte* out) const override
+    void CopyRow(std::int64_t row, std::byte* out) const override
     {
         std::fill(out, out + kRowBytes, std::byte{});
         std::ranges::copy(std::as_bytes(std::span(row_)), out); // may be none
+        for (std::size_t byte = 0; row == 10 && byte < kRowBytes; ++byte)
+            out[byte] = byte % 3 == 1 ? std::byte{} : std::byte{255};
     }
 
 private:
@@ -286,28 +288,35 @@ TEST(GltfAtlas, PacksBoxesWithTheirBorders)
 {
     ObjectSet set = MadeSet();
     set.Tiles = FewTiles({{10, 20, 30}, {255, 0, 255}, {255, 0, 255}, {200, 100, 50}, {1, 2, 3}});
-    set.Textures = {{.X = 0, .Width = 3, .Height = 1}, {.X = 4, .Width = 0, .Height = 0}};
+    set.Textures = {{.X = 0, .Width = 3, .Height = 1},
+                    {.X = 4, .Width = 0, .Height = 0},
+                    {.X = 0, .Y = 9, .Height = 1},
+                    {.X = 0, .Y = 10, .Height = 1}}; // holes are its lower and its upper row
     const GeometryFace mask{.Texture = 0};
     const GeometryFace glow{.Texture = 0, .Flags = 1};
     const GeometryFace dot{.Texture = 1};
+    const GeometryFace low{.Texture = 2};
+    const GeometryFace high{.Texture = 3};
     Atlas atlas;
-    for (const GeometryFace& face : {mask, glow, dot, mask})
+    for (const GeometryFace& face : {mask, glow, dot, low, high, mask})
         atlas.Need(set, face);
     TexturePixels pixels(set.Tiles);
     atlas.Lay(pixels);
     const Picture& image = atlas.Image();
-    EXPECT_EQ(image.Width * image.Height, 64); // 6, 6 and 3 pixels on a shelf of 4
+    EXPECT_EQ(image.Width * image.Height, 128); // 6, 6, 3, 3 and 3 pixels on a shelf of 4
     EXPECT_TRUE(atlas.HasHoles(set, mask));
     EXPECT_FALSE(atlas.HasHoles(set, dot));
-    const auto around = [&](const GeometryFace& face, std::uint8_t x, std::int32_t dx) {
-        const auto [u, v] = atlas.MiddleOf(set, face, {.X = x, .Y = 0});
+    const auto around = [&](const GeometryFace& face, std::uint8_t x, std::int32_t dx,
+                            std::uint8_t y = 0, std::int32_t dy = -1) {
+        const auto [u, v] = atlas.MiddleOf(set, face, {.X = x, .Y = y});
         return image
             .Pixels[image.At(static_cast<std::int32_t>(u * static_cast<float>(image.Width)) + dx,
-                             static_cast<std::int32_t>(v * static_cast<float>(image.Height)) - 1)];
+                             static_cast<std::int32_t>(v * static_cast<float>(image.Height)) + dy)];
     };
-    const std::vector<Colour> shown{around(mask, 0, -1), around(mask, 0, 1), around(mask, 3, -1),
-                                    around(mask, 3, 1),  around(glow, 3, 0), around(glow, 0, 0),
-                                    around(dot, 4, -1),  around(dot, 4, 1)};
+    const std::vector<Colour> shown{
+        around(mask, 0, -1),      around(mask, 0, 1),    around(mask, 3, -1), around(mask, 3, 1),
+        around(glow, 3, 0),       around(glow, 0, 0),    around(dot, 4, -1),  around(dot, 4, 1),
+        around(low, 0, 0, 10, 0), around(high, 0, 0, 10)};
     const std::vector<Colour> wanted{Opaque(10, 20, 30),
                                      Opaque(10, 20, 30) & ~kOpaque,
                                      Opaque(200, 100, 50) & ~kOpaque,
@@ -315,7 +324,9 @@ TEST(GltfAtlas, PacksBoxesWithTheirBorders)
                                      200U << 24U | (Opaque(255, 128, 64) & ~kOpaque),
                                      30U << 24U | (Opaque(85, 170, 255) & ~kOpaque),
                                      Opaque(1, 2, 3),
-                                     Opaque(1, 2, 3)};
+                                     Opaque(1, 2, 3),
+                                     Opaque(10, 20, 30) & ~kOpaque,
+                                     Opaque(10, 20, 30) & ~kOpaque};
     EXPECT_EQ(shown, wanted);
 }
 
