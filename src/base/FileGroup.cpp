@@ -7,6 +7,7 @@
 #include <set>
 #include <sstream>
 #include <system_error>
+#include <thread>
 #include <vector>
 
 namespace morlik
@@ -197,20 +198,27 @@ bool HoldsAlready(const fs::path& path, std::span<const std::byte> bytes)
 
 } // namespace
 
-FileGroup::FileGroup(const std::string& name)
+FileGroup::FileGroup(const std::string& name, std::chrono::milliseconds patience)
     : name_(name),
       place_(name.substr(0, name.size() - FromPath(ToPath(name).filename()).size())),
       draftFolder_(DraftFolderOf(ToPath(name))),
       draft_(FromPath(draftFolder_) + "/")
 {
+    constexpr std::chrono::milliseconds kPause(3);
+    const auto end = std::chrono::steady_clock::now() + patience;
     std::error_code fault;
-    for (int attempt = 0; attempt < 100; ++attempt) {
+    for (int attempt = 0; attempt < 100;) {
         fault = MakeHiddenFolder(draftFolder_);
         if (fault) // something else in its place is told by its own name
             Fail(fault == std::errc::not_a_directory ? FromPath(draftFolder_) : name_, fault);
         held_ = HoldAtRest(draftFolder_, ToPath(name_).parent_path(), fault);
         // The holder before may have removed the folder in between.
-        if (fault != std::errc::no_such_file_or_directory)
+        if (fault == std::errc::no_such_file_or_directory)
+            ++attempt;
+        else if (fault == std::errc::device_or_resource_busy &&
+                 std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(kPause);
+        else
             break;
     }
     if (fault)

@@ -3,6 +3,7 @@
 #include "base/OutputFile.h"
 #include "system/FileCalls.h"
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <span>
@@ -24,8 +25,8 @@ class FileGroup
 {
 public:
     /// `name` is the path of the file that the group goes by. `FileFailure` if the folder can't be
-    /// written, or somebody else is writing the group.
-    explicit FileGroup(const std::string& name);
+    /// written, or somebody else is writing the group and doesn't end within `patience`.
+    explicit FileGroup(const std::string& name, std::chrono::milliseconds patience = {});
     FileGroup(const FileGroup&) = delete;
     FileGroup& operator=(const FileGroup&) = delete;
     /// Without `TakePlaces` nothing is left of the group; behind one that failed in the middle the

@@ -5,8 +5,17 @@
 namespace morlik
 {
 
+namespace
+{
+
+/// How long the second writer of a file waits for the first one.
+constexpr std::chrono::seconds kPatience(10);
+
+} // namespace
+
 NewFile::NewFile(const std::string& path, PhaseTimes* times)
-    : group_(IsStream(path) ? nullptr : (CheckPlace(path), std::make_unique<FileGroup>(path))),
+    : group_(IsStream(path) ? nullptr
+                            : (CheckPlace(path), std::make_unique<FileGroup>(path, kPatience))),
       file_(group_ ? group_->DraftOf(path) : path, path, times)
 {
 }

@@ -267,8 +267,10 @@ TEST(Animations, ThatAreDamagedFail)
         });
     }
     ObjectSet set = AnimatedSet();
-    ExpectFailure("animation 2: the object has 2", [&] { AnimationOf(set, AnimationsOf(set, 1), 2); });
-    ExpectFailure("animation 0: the object has 0", [&] { AnimationOf(set, AnimationsOf(set, 0), 0); });
+    ExpectFailure("animation 2: the object has 2",
+                  [&] { AnimationOf(set, AnimationsOf(set, 1), 2); });
+    ExpectFailure("animation 0: the object has 0",
+                  [&] { AnimationOf(set, AnimationsOf(set, 0), 0); });
     // Another set than that of the range or of the animation.
     ExpectFailure("animation 0 of an object", [&] { AnimationOf(set, {1, 3, 1}, 0); });
     const auto animation = AnimationOf(set, AnimationsOf(set, 1), 0);
