@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "platform/Win32Text.h"
+#include "tests/support/Failures.h"
 
 #include <ctime>
 #include <gtest/gtest.h>
