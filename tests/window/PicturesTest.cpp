@@ -282,7 +282,11 @@ TEST(WindowPictures, ComeBackAsTheyWereLeft)
     const int width = run.Window->width();
     run.Trigger("Mnu_View_Pictures");
     EXPECT_FALSE(run.View->isVisible());
-    EXPECT_LT(run.Window->width(), width);
+    const int narrow = run.Window->width();
+    EXPECT_LT(narrow, width);
+    run.Trigger("Mnu_View_Pictures");
+    run.Trigger("Mnu_View_Pictures");
+    EXPECT_EQ(run.Window->width(), narrow);
     run.Trigger("Mnu_View_Large");
     run.Trigger("Mnu_File_Quit");
     run.Window = std::make_unique<Main_Frm>(run.Program, *run.Store);

@@ -2,7 +2,10 @@
 #include "shell/window/QtRegistry.h"
 #include "tests/window/WindowRun.h"
 
+#include <QApplication>
 #include <QGroupBox>
+#include <QScopeGuard>
+#include <QScreen>
 #include <gtest/gtest.h>
 
 namespace morlik::test
@@ -108,6 +111,17 @@ TEST(WindowControls, StartAsTheyShould)
             visited.push_back(w->objectName().toStdString());
     EXPECT_EQ(std::count(visited.begin(), visited.end(), "RoomList"), 0);
     EXPECT_EQ(std::count(visited.begin(), visited.end(), "SndSaveAll"), 1);
+}
+
+TEST(WindowControls, FitTheScreenAtLargeLetters)
+{
+    const QFont font = QApplication::font();
+    const QScopeGuard restore([&] { QApplication::setFont(font); });
+    QFont large(font);
+    large.setPointSize(2 * font.pointSize());
+    QApplication::setFont(large);
+    WindowRun run(kTR2);
+    EXPECT_LE(run.Window->height(), run.Window->screen()->availableGeometry().height());
 }
 
 TEST(About, KeepsTheMainWindowOffUntilItIsClosed)

@@ -3,6 +3,9 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
+#include <QScrollBar>
+#include <QStyle>
 
 namespace morlik
 {
@@ -68,6 +71,41 @@ void NotedList::paintEvent(QPaintEvent* event)
     painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
                      Qt::AlignCenter | Qt::TextWordWrap,
                      count() == 0 ? note_ : QString("No entry holds the text of the filter"));
+}
+
+int TitleHeight(const QWidget& window)
+{
+    return window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+}
+
+FittingArea::FittingArea(QWidget* part, int around) : around_(around)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(part);
+}
+
+QSize FittingArea::sizeHint() const
+{
+    return widget()->sizeHint();
+}
+
+QSize FittingArea::minimumSizeHint() const
+{
+    const QSize whole = widget()->minimumSizeHint();
+    const int room = screen()->availableGeometry().height() - around_;
+    if (whole.height() <= room)
+        return whole;
+    return {whole.width() + verticalScrollBar()->sizeHint().width(), room};
+}
+
+bool FittingArea::eventFilter(QObject* object, QEvent* event)
+{
+    if (object == widget() && event->type() == QEvent::LayoutRequest)
+        updateGeometry(); // the part asks for another size
+    return QScrollArea::eventFilter(object, event);
 }
 
 FootLabel::FootLabel()

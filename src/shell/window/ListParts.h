@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QScrollArea>
 
 namespace morlik
 {
@@ -28,6 +29,27 @@ protected:
 
 private:
     QString note_;
+};
+
+/// Height of the title that a window gets when it is shown, as far as one can tell before.
+int TitleHeight(const QWidget& window);
+
+/// Shows all of a part of the window where the screen has room for it, else what fits, with a bar
+/// to see the rest.
+class FittingArea : public QScrollArea
+{
+public:
+    /// `around` is the height of what else the window has, with its title.
+    FittingArea(QWidget* part, int around);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    int around_;
 };
 
 /// A line that is cut in its middle where there is no room for it; all of it is in the tool tip.

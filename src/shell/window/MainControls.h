@@ -72,7 +72,8 @@ struct MainControls
     QPushButton* SndOpen; ///< shown where the sounds of a level are in `main.sfx`: opens one
 
     QSplitter* Lists;   ///< the objects, and the options with the sounds
-    QSplitter* Columns; ///< all of the above, and the pictures
+    QWidget* Left;      ///< all of the above
+    QSplitter* Columns; ///< that, and the pictures
     PicturePane* Pictures;
 
     QGroupBox* Frame3; ///< "Rooms", beyond the right edge of what is left of the pictures
@@ -110,6 +111,8 @@ struct MainControls
     void FilterSounds() const;
     /// Keeps `Frame3` beyond the right edge, where nothing of it can be seen.
     void PlaceRooms() const;
+    /// What holds all that is left of the pictures but the foot.
+    QWidget* Inner() const { return inner_; }
     /// Gives the rooms a tab beside the pictures.
     void ShowRooms() const;
 
@@ -126,7 +129,7 @@ private:
     void LayOut(QMainWindow& window);
     void SetTabOrder() const;
 
-    QWidget* inner_; ///< what is left of the pictures
+    QWidget* inner_; ///< what is left of the pictures, without the foot
 };
 
 } // namespace morlik

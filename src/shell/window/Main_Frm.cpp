@@ -87,7 +87,6 @@ void Main_Frm::FormLoad(Registry& registry, const QString& file)
     RegWriteText(registry, kProgramKey, "MorlikFile",
                  FromPath(host_.ProgramFolder()) + "\\MORLIK.exe", report);
     RestoreLayout();
-    move(screen()->availableGeometry().center() - rect().center());
     show();
     if (file.isEmpty())
         DoLoadTR();
@@ -139,7 +138,8 @@ void Main_Frm::ConnectCommands()
     On(controls_.Mnu_Edit_Move, [this] { SwitchMode(true); });
     On(controls_.Mnu_Edit_Static, [this] { SwitchMode(false); });
     On(controls_.Mnu_Edit_Find, [this] {
-        const bool isSounds = controls_.SndFrame->isAncestorOf(focusWidget());
+        const bool isSounds = controls_.SndFrame->isAncestorOf(focusWidget()) ||
+                              !controls_.Frame1->isEnabled(); // of a main.sfx
         QLineEdit* filter = isSounds ? controls_.SndFilter : controls_.ObjFilter;
         filter->setFocus();
         filter->selectAll();
@@ -178,7 +178,7 @@ void Main_Frm::ConnectLists()
     connect(controls_.ObjName, &QLineEdit::textChanged, this,
             [this](const QString& text) { Guard([&] { ObjName_Change(text); }); });
     controls_.ObjName->installEventFilter(this);
-    controls_.Columns->widget(0)->installEventFilter(this);
+    controls_.Inner()->installEventFilter(this);
     connect(controls_.ObjName, &QLineEdit::inputRejected, this, [this] {
         QToolTip::showText(controls_.ObjName->mapToGlobal(QPoint(0, controls_.ObjName->height())),
                            "Names in the lists of the editor have no such letter");
@@ -270,7 +270,7 @@ bool Main_Frm::eventFilter(QObject* object, QEvent* event)
     if (object == controls_.ObjName && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
         controls_.ObjName->selectAll();
-    if (object == controls_.Columns->widget(0) && event->type() == QEvent::Resize)
+    if (object == controls_.Inner() && event->type() == QEvent::Resize)
         controls_.PlaceRooms();
     return QMainWindow::eventFilter(object, event);
 }

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QLayout>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -57,9 +58,9 @@ void Main_Frm::RestoreLayout()
     if (hasPane)
         ShowPane(true);
     QSize size = store_.value(kSizeKey, this->size()).toSize();
-    const QSize frame = frameSize() - this->size();
-    size = size.boundedTo(screen()->availableGeometry().size() - frame);
-    resize(size);
+    const QRect free = screen()->availableGeometry().adjusted(0, TitleHeight(*this), 0, 0);
+    resize(size.boundedTo(free.size()));
+    move(free.center() - rect().center() - QPoint(0, TitleHeight(*this)));
     controls_.Columns->restoreState(store_.value(kColumnsKey).toByteArray());
     controls_.Lists->restoreState(store_.value(kListsKey).toByteArray());
 }
@@ -73,24 +74,30 @@ void Main_Frm::KeepLayout()
     store_.setValue(kListsKey, controls_.Lists->saveState());
 }
 
-/// The window grows and shrinks by the pane, so that the rest of it stays as it is.
+/// The window grows and shrinks by the pane, so that the rest of it stays as it is, as far as the
+/// screen has room.
 void Main_Frm::ShowPane(bool isShown)
 {
     controls_.Mnu_View_Pictures->setChecked(isShown);
     if (isShown == controls_.Pictures->isVisibleTo(this))
         return;
-    if (isShown) {
-        // Large letters may ask for more than the window has so far.
-        const int least = controls_.Columns->widget(0)->minimumSizeHint().width();
-        const QList<int> widths{std::max(width(), least), kPaneWidth};
-        controls_.Pictures->show();
-        resize(widths[0] + kPaneWidth + controls_.Columns->handleWidth(), height());
-        controls_.Columns->setSizes(widths);
-    } else {
-        const int width = this->width() - controls_.Pictures->width();
-        controls_.Pictures->hide();
-        resize(width - controls_.Columns->handleWidth(), height());
+    QSplitter& columns = *controls_.Columns;
+    // Large letters may ask for more than the window has so far.
+    const int left = isShown ? std::max(width(), controls_.Left->minimumSizeHint().width())
+                             : width() - controls_.Pictures->width() - columns.handleWidth();
+    controls_.Pictures->setVisible(isShown);
+    columns.refresh(); // what the window takes at least is to follow now
+    layout()->activate();
+    if (!isMaximized()) {
+        const QRect free = screen()->availableGeometry();
+        const int width = isShown ? left + columns.handleWidth() + kPaneWidth : left;
+        resize(std::min(width, free.width()), height());
+        if (isVisible())
+            move(std::max(free.x(), std::min(x(), free.right() + 1 - frameGeometry().width())),
+                 y());
     }
+    if (isShown)
+        columns.setSizes({left, kPaneWidth});
     FillPictures();
 }
 
