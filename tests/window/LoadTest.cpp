@@ -195,6 +195,7 @@ TEST(WindowLoad, KeepsTheLevelOnScreenWhereAnotherIsDamaged)
         run.Host.Messages.clear();
         load();
         EXPECT_EQ(run.Host.Messages, Strings{"MORLIK error: ReadTR -> Error reading level"});
+        EXPECT_EQ(run.Label("Foot"), "z.tr4 can't be read; what was opened before stays");
         EXPECT_TRUE(run.Window->isVisible());
         EXPECT_EQ(run.Program.State.LevelVersion, kTR1);
         EXPECT_EQ(run.Program.LevelTitle, LevelName(kTR1));

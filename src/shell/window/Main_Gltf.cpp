@@ -6,6 +6,8 @@
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
+#include <QFileInfo>
+
 namespace morlik
 {
 
@@ -61,9 +63,12 @@ void Main_Frm::SaveChosenGltf()
         Refuse("No object is chosen: tick those that are to be saved");
         return;
     }
-    FileDialog dialog{.Folder = session_.LevelFile.substr(0, LastFolderEnd(session_.LevelFile))};
+    // Where the last ones went; at first beside the level.
+    constexpr const char* kFolderKey = "window/gltfFolder";
+    const QFileInfo level(FromPathText(session_.LevelFile));
+    FileDialog dialog{.Folder = ToPathText(store_.value(kFolderKey, level.path()).toString())};
     TellFoot("Nothing was saved");
-    ShowDialog("window/gltfFolder", dialog, &Host::ShowFolder);
+    ShowDialog(kFolderKey, dialog, &Host::ShowFolder);
     session_.FMSave.FileName.clear(); // its question is not for these files
     if (dialog.FileName.empty() || !MayReplace(GltfFiles(objects, dialog.FileName, true, {})))
         return;

@@ -108,6 +108,7 @@ void Main_Frm::LoadChosen()
         session_.FMLoad.FileName = loadedFile_;
         for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
             frame->setEnabled(areFramesOn);
+        TellFoot(FromText(FileTitle(path)) + " can't be read; what was opened before stays");
     }
 }
 
@@ -223,6 +224,8 @@ bool Main_Frm::LoadMainSFX()
         frame->setEnabled(false);
     controls_.SndOpen->hide();
     ListSounds(MainSFXSounds(session_.MainSFX));
+    controls_.SndLst->SetNote("The main.sfx has no sounds");
+    controls_.SndLst->setFocus();
     return true;
 }
 

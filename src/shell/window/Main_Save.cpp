@@ -11,6 +11,7 @@
 #include "shell/window/Main_Frm.h"
 #include "shell/window/Text.h"
 
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QScopeGuard>
 
@@ -92,9 +93,11 @@ void Main_Frm::ShowDialog(const char* key, FileDialog& dialog, void (Host::*ask)
     const std::string before = dialog.FileName;
     dialog.Fallback = ToPathText(store_.value(key).toString());
     (host_.*ask)(dialog);
-    if (!dialog.FileName.empty() && dialog.FileName != before)
-        store_.setValue(key,
-                        FromPathText(dialog.FileName.substr(0, LastFolderEnd(dialog.FileName))));
+    if (dialog.FileName.empty() || dialog.FileName == before)
+        return;
+    const QString chosen = FromPathText(dialog.FileName);
+    const auto folder = dialog.FileName.substr(0, LastFolderEnd(dialog.FileName));
+    store_.setValue(key, QFileInfo(chosen).isDir() ? chosen : FromPathText(folder));
 }
 
 bool Main_Frm::AskToSave(const char* filter, const std::string& proposed, const char* ending)

@@ -54,10 +54,13 @@ void Main_Frm::SndSave_Click()
         return;
     if (bytes->empty())
         session_.Report.LogLine("The sound has no sample: the WAV file is empty");
-    SaveSounds("Saved " + FromPathText(session_.FMSave.FileName), [&] {
+    try {
         WriteWholeFile(session_.FMSave.FileName, *bytes);
-        return true;
-    });
+        TellFoot("Saved " + FromPathText(session_.FMSave.FileName));
+    } catch (const FileFailure& failure) {
+        session_.Report.Message(failure.what());
+        TellFoot("Nothing was saved");
+    }
 }
 
 void Main_Frm::SndSaveAll_Click()

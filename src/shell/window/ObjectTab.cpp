@@ -126,6 +126,7 @@ void ObjectTab::ShowText(const QString& text)
     play_->setChecked(false);
     FillAnimations();
     facts_->clear();
+    place_->clear();
     view_->ShowText(text);
 }
 
