@@ -38,7 +38,7 @@ double TimeOf(int runs, Work work)
 void Draw(const Scene& scene, const RenderOptions& options, TexturePixels& textures)
 {
     Camera camera = ObliqueCamera();
-    FrameTo(camera, scene.Vertices, static_cast<double>(options.Width) / options.Height);
+    FrameTo(camera, scene, static_cast<double>(options.Width) / options.Height);
     Render(scene, camera, options, textures);
 }
 

@@ -18,7 +18,7 @@ void Draw(std::size_t count, TexturePixels& textures, MakeScene makeScene)
         try {
             const Scene scene = makeScene(i);
             Camera camera = ObliqueCamera();
-            FrameTo(camera, scene.Vertices, 1);
+            FrameTo(camera, scene, 1);
             Render(scene, camera, {.Width = 32, .Height = 32}, textures);
         } catch (const ReadFailure&) { // the object is damaged
         }

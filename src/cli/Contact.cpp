@@ -96,7 +96,7 @@ private:
     Picture DrawScene(const Scene& scene, ShownSet& in)
     {
         Camera camera = ObliqueCamera();
-        FrameTo(camera, scene.Vertices, 1);
+        FrameTo(camera, scene, 1);
         return Render(scene, camera,
                       {.Width = look_.Side, .Height = look_.Side, .Background = look_.Background},
                       in.Textures);

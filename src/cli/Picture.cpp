@@ -25,7 +25,7 @@ Picture Draw(const ShownObject& object, const PictureOptions& options, const Ren
 {
     const Scene scene = SceneOf(object.In->Set, object.Place, options);
     Camera camera = CameraOf(options);
-    FrameTo(camera, scene.Vertices, static_cast<double>(look.Width) / look.Height);
+    FrameTo(camera, scene, static_cast<double>(look.Width) / look.Height);
     return Render(scene, camera, look, object.In->Textures);
 }
 

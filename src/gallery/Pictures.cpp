@@ -99,7 +99,7 @@ ContentKey KeyOf(const Scene& scene, TexturePixels& textures)
 Picture Draw(const Scene& scene, std::int32_t side, TexturePixels& textures)
 {
     Camera camera = ObliqueCamera();
-    FrameTo(camera, scene.Vertices, 1);
+    FrameTo(camera, scene, 1);
     return Render(scene, camera, {.Width = side, .Height = side}, textures);
 }
 
@@ -147,7 +147,7 @@ void DrawTurn(const Scene& scene, TexturePixels& textures, MovingFile& file)
     Camera camera = ObliqueCamera();
     Framing framing(camera, 1);
     for (std::size_t i = 0; i < kTurnPictures; ++i)
-        framing.Add(at(i).Vertices);
+        framing.Add(at(i));
     framing.FrameIn(camera);
     std::int64_t samplesLeft = kMostAnimationSamples;
     for (std::size_t i = 0; i < kTurnPictures; ++i)

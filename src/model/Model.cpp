@@ -51,8 +51,10 @@ std::optional<Bounds> BoundsOf(const Model& model, std::span<const Transform> tr
 {
     std::optional<Bounds> bounds;
     for (std::size_t mesh = 0; mesh < std::min(model.Meshes.size(), transforms.size()); ++mesh)
-        for (const Vertex& vertex : model.Meshes[mesh].Positions)
-            Widen(bounds, transforms[mesh].Apply(PointOf(vertex)));
+        for (const GeometryFace& face : model.Meshes[mesh].Faces)
+            for (const FaceCorner& corner : face.Used())
+                Widen(bounds,
+                      transforms[mesh].Apply(PointOf(model.Meshes[mesh].Positions[corner.Vertex])));
     return bounds;
 }
 

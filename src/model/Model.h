@@ -33,8 +33,8 @@ struct Bounds
     Point Greatest;
 };
 
-/// Bounds of all vertices, with the meshes where `transforms` leads them, one for each. None for an
-/// object without vertices.
+/// Bounds of all faces, with the meshes where `transforms` leads them, one for each. None for an
+/// object without faces.
 std::optional<Bounds> BoundsOf(const Model& model, std::span<const Transform> transforms);
 
 } // namespace morlik

@@ -60,7 +60,7 @@ void DrawAnimation(const AnimatedScene& animated, const Camera& view, const Rend
                     " by ", options.Height, " pixels");
     Framing framing(view, static_cast<double>(options.Width) / options.Height);
     for (std::size_t frame = 0; frame < animated.NumFrames(); ++frame)
-        framing.Add(animated.Frame(frame).Vertices);
+        framing.Add(animated.Frame(frame));
     Camera camera = view;
     framing.FrameIn(camera);
     std::int64_t samplesLeft = kMostAnimationSamples;

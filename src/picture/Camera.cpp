@@ -63,19 +63,28 @@ Framing::Framing(const Camera& camera, double aspect)
 {
 }
 
-void Framing::Add(const std::vector<SceneVertex>& vertices)
+void Framing::Add(const Scene& scene)
 {
-    for (const SceneVertex& vertex : vertices) {
-        const Point point = turn_.Apply(vertex.Position);
-        for (double Point::*const axis : {&Point::X, &Point::Y, &Point::Z}) {
-            seen_.Least.*axis = std::min(seen_.Least.*axis, point.*axis);
-            seen_.Greatest.*axis = std::max(seen_.Greatest.*axis, point.*axis);
-        }
-        left_ = std::max(left_, -point.X * slopeX_ - point.Z);
-        right_ = std::max(right_, point.X * slopeX_ - point.Z);
-        above_ = std::max(above_, -point.Y * slopeY_ - point.Z);
-        below_ = std::max(below_, point.Y * slopeY_ - point.Z);
+    std::vector<bool> isUsed(scene.Vertices.size());
+    for (const SceneFace& face : scene.Faces)
+        for (std::size_t corner = 0; corner < face.NumCorners; ++corner)
+            isUsed[face.Corners[corner].Vertex] = true;
+    for (std::size_t i = 0; i < isUsed.size(); ++i)
+        if (isUsed[i])
+            Add(scene.Vertices[i].Position);
+}
+
+void Framing::Add(const Point& position)
+{
+    const Point point = turn_.Apply(position);
+    for (double Point::*const axis : {&Point::X, &Point::Y, &Point::Z}) {
+        seen_.Least.*axis = std::min(seen_.Least.*axis, point.*axis);
+        seen_.Greatest.*axis = std::max(seen_.Greatest.*axis, point.*axis);
     }
+    left_ = std::max(left_, -point.X * slopeX_ - point.Z);
+    right_ = std::max(right_, point.X * slopeX_ - point.Z);
+    above_ = std::max(above_, -point.Y * slopeY_ - point.Z);
+    below_ = std::max(below_, point.Y * slopeY_ - point.Z);
 }
 
 void Framing::FrameIn(Camera& camera) const
@@ -92,10 +101,10 @@ void Framing::FrameIn(Camera& camera) const
     camera.Distance = std::max(seen_.Greatest.Z - seen_.Least.Z + 1, aside + middle.Z);
 }
 
-void FrameTo(Camera& camera, const std::vector<SceneVertex>& vertices, double aspect)
+void FrameTo(Camera& camera, const Scene& scene, double aspect)
 {
     Framing framing(camera, aspect);
-    framing.Add(vertices);
+    framing.Add(scene);
     framing.FrameIn(camera);
 }
 

@@ -38,21 +38,24 @@ inline Camera ObliqueCamera()
 /// From the world to what the camera sees: X to the right, Y down, Z away from it.
 Transform ViewOf(const Camera& camera);
 
-/// What a camera has to hold: the vertices of a scene, or of several, such as all frames of an
-/// animation, which it then holds without a move.
+/// What a camera has to hold: the faces of a scene, or of several, such as all frames of an
+/// animation, which it then holds without a move. Vertices without a face, which many objects have,
+/// count for nothing.
 class Framing
 {
 public:
     /// For a camera that looks that way, and pictures of that width for their height.
     Framing(const Camera& camera, double aspect);
 
-    void Add(const std::vector<SceneVertex>& vertices);
+    void Add(const Scene& scene);
 
-    /// Sets target and distance so that a picture holds all vertices, with a narrow rim. Without
-    /// vertices the camera stays.
+    /// Sets target and distance so that a picture holds all faces, with a narrow rim. Without faces
+    /// the camera stays.
     void FrameIn(Camera& camera) const;
 
 private:
+    void Add(const Point& position);
+
     Transform turn_;
     double slopeX_, slopeY_; ///< distance that a unit beside the middle takes
     Bounds seen_;
@@ -60,7 +63,7 @@ private:
     double left_, right_, above_, below_;
 };
 
-/// Frames the vertices of one scene.
-void FrameTo(Camera& camera, const std::vector<SceneVertex>& vertices, double aspect);
+/// Frames one scene.
+void FrameTo(Camera& camera, const Scene& scene, double aspect);
 
 } // namespace morlik

@@ -410,7 +410,7 @@ TEST(Pictures, AreTheSameEverywhere)
     std::uint64_t hash = 0xcbf29ce484222325; // FNV-1a
     const auto add = [&](const Scene& scene) {
         Camera camera = ObliqueCamera();
-        FrameTo(camera, scene.Vertices, 1);
+        FrameTo(camera, scene, 1);
         const RenderOptions options{.Width = 48, .Height = 48, .Background = kDark};
         for (const Colour pixel : Render(scene, camera, options, textures).Pixels)
             hash = (hash ^ pixel) * 0x100000001b3;

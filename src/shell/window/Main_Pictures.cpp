@@ -234,7 +234,7 @@ void Main_Frm::DrawThumbnail(int row)
         const Scene scene = place.IsStatic ? SceneOfStaticMesh(object.In->Set, object.Place)
                                            : SceneOfMoveable(object.In->Set, object.Place);
         Camera camera = ObliqueCamera();
-        FrameTo(camera, scene.Vertices, 1);
+        FrameTo(camera, scene, 1);
         const auto side = static_cast<std::int32_t>(ThumbnailSide() * devicePixelRatioF());
         QPixmap picture = QPixmap::fromImage(
             ToImage(Render(scene, camera, {.Width = side, .Height = side}, object.In->Textures)));

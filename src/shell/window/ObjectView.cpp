@@ -70,7 +70,7 @@ void ObjectView::Frame()
     camera_.Zoom = 1;
     camera_.PanX = camera_.PanY = 0;
     if (scene_)
-        FrameTo(camera_, scene_->Vertices, static_cast<double>(width()) / std::max(height(), 1));
+        FrameTo(camera_, *scene_, static_cast<double>(width()) / std::max(height(), 1));
     DrawAnew();
 }
 
