@@ -57,7 +57,7 @@ FileOutcome OutcomeOf(const std::string& file, const gallery::LevelOutcome& made
     return outcome;
 }
 
-FileOutcome MakePage(const gallery::GalleryFolder& folder, const std::string& level,
+FileOutcome MakePage(gallery::GalleryFolder& folder, const std::string& level,
                      const GalleryCommand& command, const OnProg& onProg,
                      std::optional<std::string>& page)
 {
@@ -112,8 +112,8 @@ int MakeGallery(const GalleryCommand& command, const Streams& streams)
     try {
         const auto counts = work.Folder->Finish(entries);
         if (!command.IsQuiet && !command.Json && !command.JsonLines)
-            streams.Out << Printable(command.Folder) << ": " << Grouped(counts.Levels)
-                        << " levels with " << Grouped(counts.Objects) << " objects\n";
+            streams.Out << Printable(command.Folder) << ": levels: " << Grouped(counts.Levels)
+                        << ", objects: " << Grouped(counts.Objects) << '\n';
     } catch (const FileFailure& failure) {
         streams.Errors << failure.what() << '\n';
         return kFailed;

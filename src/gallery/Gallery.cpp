@@ -100,18 +100,30 @@ std::string GalleryFolder::FolderOf(const LevelTask& task) const
     return PlainName(title) + "-" + key.Name();
 }
 
-LevelOutcome GalleryFolder::Make(const LevelTask& task, Session& session) const
+LevelOutcome GalleryFolder::Make(const LevelTask& task, Session& session)
 {
     const std::string name = FolderOf(task);
+    LevelOutcome outcome{.Folder = name, .IsNew = false, .Objects = 0, .Faults = 0};
+    const auto isThere = [&] {
+        const auto piece = LoadPiece(root_ + kLevels + name);
+        outcome.Objects = piece ? piece->Objects.size() : 0;
+        return piece.has_value();
+    };
+    // Two levels of one name and content have one page.
+    claims_.Make(name, isThere, [&] { outcome = MakeNew(task, session, name); });
+    return outcome;
+}
+
+LevelOutcome GalleryFolder::MakeNew(const LevelTask& task, Session& session,
+                                    const std::string& name)
+{
     const std::string folder = root_ + kLevels + name;
-    if (const auto piece = LoadPiece(folder))
-        return {.Folder = name, .IsNew = false, .Objects = piece->Objects.size(), .Faults = 0};
     LoadObjectIDs("", session.Names, session.Report);
     session.LevelTitle = FileTitle(task.File);
     LoadLevel(session, task.File);
     if (!task.MainSFX.empty() && HasMainSFX(session.Level))
         ReadMainSFX(task.MainSFX, session.MainSFX, session.Report);
-    Store store(root_);
+    Store store(root_, claims_);
     LevelCards cards = MakeCards(session, options_, store);
     MakeFolder(ToPath(folder));
     if (options_.HasSets)

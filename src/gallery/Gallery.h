@@ -57,7 +57,7 @@ public:
     /// Makes the page of a level in a session of its own, unless it is there; from several threads
     /// at a time. A failure that ends the program, `FileFailure` or `Interrupted` where there is
     /// none.
-    LevelOutcome Make(const LevelTask& task, Session& session) const;
+    LevelOutcome Make(const LevelTask& task, Session& session);
 
     /// Puts the index of these levels in its place, and removes what it doesn't lead to.
     /// `FileFailure`.
@@ -65,10 +65,12 @@ public:
 
 private:
     std::string FolderOf(const LevelTask& task) const;
+    LevelOutcome MakeNew(const LevelTask& task, Session& session, const std::string& name);
 
     std::string root_; ///< with its end
     GalleryOptions options_;
     FileGroup group_;
+    Claims claims_;
 };
 
 } // namespace morlik::gallery

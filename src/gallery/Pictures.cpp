@@ -170,8 +170,8 @@ std::string Pictures::Still(const Scene& scene, TexturePixels& textures)
     if (scene.Faces.empty())
         return {};
     const std::string name = store_.Use(kPictures, KeyOf(scene, textures).Name(), ".png");
-    if (!store_.Has(name))
-        WritePNG(store_.PathOf(name), Draw(scene, kStillSide, textures));
+    store_.Make(
+        name, [&](const std::string& path) { WritePNG(path, Draw(scene, kStillSide, textures)); });
     return name;
 }
 
@@ -180,12 +180,12 @@ std::string Pictures::Turning(const Scene& scene, TexturePixels& textures)
     if (scene.Faces.empty() || !HasWebP() || !budget_.Take(kTurnPictures))
         return {};
     const std::string name = store_.Use(kPictures, KeyOf(scene, textures).Name(), ".webp");
-    if (!store_.Has(name)) {
-        const auto file = NewAnimatedWebP(store_.PathOf(name), kTurnPictures,
-                                          {.Rate = kTurnRate, .IsLossy = true});
+    store_.Make(name, [&](const std::string& path) {
+        const auto file =
+            NewAnimatedWebP(path, kTurnPictures, {.Rate = kTurnRate, .IsLossy = true});
         DrawTurn(scene, textures, *file);
         file->TakePlace();
-    }
+    });
     return name;
 }
 
@@ -205,12 +205,12 @@ std::string Pictures::Moving(const ObjectSet& set, std::size_t moveable, std::si
     for (std::size_t frame = 1; frame < count; ++frame)
         AddVertices(key, animated.Frame(frame));
     const std::string name = store_.Use(kPictures, key.Name(), ".webp");
-    if (!store_.Has(name)) {
-        const auto file = NewAnimatedWebP(store_.PathOf(name), count, {.IsLossy = true});
+    store_.Make(name, [&](const std::string& path) {
+        const auto file = NewAnimatedWebP(path, count, {.IsLossy = true});
         DrawAnimation(animated, ObliqueCamera(), {.Width = kMovingSide, .Height = kMovingSide},
                       textures, [&](const Picture& picture) { file->Add(picture); });
         file->TakePlace();
-    }
+    });
     return name;
 }
 
@@ -225,10 +225,11 @@ std::string Pictures::Tile(std::int32_t number, const TexturePixels& textures)
 {
     const std::span pixels(textures.Tile(number), std::size_t{kTilePixels});
     const std::string name = store_.Use(kPictures, ContentName(std::as_bytes(pixels)), ".png");
-    if (!store_.Has(name))
+    store_.Make(name, [&](const std::string& path) {
         WritePNG(
-            store_.PathOf(name),
+            path,
             {.Width = kTileSide, .Height = kTileSide, .Pixels = {pixels.begin(), pixels.end()}});
+    });
     return name;
 }
 

@@ -31,6 +31,30 @@ std::string ContentName(std::span<const std::byte> bytes)
     return name.substr(0, kNameDigits);
 }
 
+void Claims::Make(const std::string& name, const std::function<bool()>& isThere,
+                  const std::function<void()>& make)
+{
+    {
+        std::unique_lock lock(mutex_);
+        freed_.wait(lock, [&] { return !names_.contains(name); });
+        names_.insert(name);
+    }
+    struct Claim
+    {
+        Claims& All;
+        const std::string& Name;
+        ~Claim()
+        {
+            const std::lock_guard lock(All.mutex_);
+            All.names_.erase(Name);
+            All.freed_.notify_all();
+        }
+    };
+    const Claim claim{*this, name};
+    if (!isThere())
+        make();
+}
+
 std::string Store::Use(const std::string& kind, const std::string& key, const std::string& ending)
 {
     std::string name = kind;
@@ -40,17 +64,17 @@ std::string Store::Use(const std::string& kind, const std::string& key, const st
     return name;
 }
 
-bool Store::Has(const std::string& name) const
-{
-    std::error_code none;
-    return std::filesystem::is_regular_file(ToPath(root_) / ToPath(name), none);
-}
-
-std::string Store::PathOf(const std::string& name) const
+void Store::Make(const std::string& name, const std::function<void(const std::string&)>& make)
 {
     const auto path = ToPath(root_) / ToPath(name);
-    MakeFolder(path.parent_path());
-    return FromPath(path);
+    const auto isThere = [&path] {
+        std::error_code none;
+        return std::filesystem::is_regular_file(path, none);
+    };
+    claims_.Make(name, isThere, [&] {
+        MakeFolder(path.parent_path());
+        make(FromPath(path));
+    });
 }
 
 std::string Store::Keep(const std::string& kind, std::span<const std::byte> bytes,
@@ -64,8 +88,7 @@ std::string Store::Keep(const std::string& kind, std::span<const std::byte> byte
         name = kind + "/" + title + "-" + key + ending;
         used_.insert(name);
     }
-    if (!Has(name))
-        WriteWholeFile(PathOf(name), bytes);
+    Make(name, [&](const std::string& path) { WriteWholeFile(path, bytes); });
     return name;
 }
 

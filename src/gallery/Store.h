@@ -2,11 +2,14 @@
 
 #include "base/Bytes.h"
 
-#include <concepts>
+#include <condition_variable>
 #include <cstddef>
+#include <functional>
+#include <mutex>
 #include <set>
 #include <span>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -40,20 +43,33 @@ private:
     std::vector<std::byte> bytes_;
 };
 
+/// The names that some thread makes just now: others who want the same wait for it.
+class Claims
+{
+public:
+    /// Does `make` unless `isThere` tells that it is done already, one thread at a time for a name.
+    void Make(const std::string& name, const std::function<bool()>& isThere,
+              const std::function<void()>& make);
+
+private:
+    std::mutex mutex_;
+    std::condition_variable freed_;
+    std::set<std::string> names_;
+};
+
 /// The files of a gallery that levels share: pictures, sounds and models, each under a name that
 /// follows from its content, so that equal ones are there once and none ever changes. A level has a
 /// `Store` of its own, which knows the names that its page uses.
 class Store
 {
 public:
-    /// `root` is the gallery's folder.
-    explicit Store(std::string root) : root_(std::move(root)) {}
+    /// `root` is the gallery's folder; `claims` are those of all levels.
+    Store(std::string root, Claims& claims) : root_(std::move(root)), claims_(claims) {}
 
     /// "pictures/ab/cdef....png": from here on the level uses it.
     std::string Use(const std::string& kind, const std::string& key, const std::string& ending);
-    bool Has(const std::string& name) const;
-    /// Where it stands or is to be written; its folder is made.
-    std::string PathOf(const std::string& name) const;
+    /// Lets `make` write the file of that name at the path that it gets, unless it is there.
+    void Make(const std::string& name, const std::function<void(const std::string& path)>& make);
 
     /// A file by its bytes, written where it isn't there yet. `title` stands before its digits.
     /// `FileFailure`.
@@ -64,6 +80,7 @@ public:
 
 private:
     std::string root_;
+    Claims& claims_;
     std::set<std::string> used_;
 };
 

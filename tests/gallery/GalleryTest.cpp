@@ -150,7 +150,7 @@ TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
             std::filesystem::rename(entry.path(), ToPath(File("in")) / entry.path().filename());
     const auto ran = Expect(1, "gallery -r %in -d %g -j 2 --sets", "bad.tr4: MORLIK error: ");
     EXPECT_EQ(std::ranges::count(ran.Errors, '\n'), 1) << ran.Errors;
-    EXPECT_PRED2(Has, ran.Out, "3 levels with ");
+    EXPECT_PRED2(Has, ran.Out, ": levels: 3, objects: ");
     const std::string index = TextOf("g/index.html");
     EXPECT_PRED2(Has, index, "&#39;");
     EXPECT_EQ(index.find("<script>"), std::string::npos);
