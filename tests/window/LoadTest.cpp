@@ -138,6 +138,8 @@ TEST(WindowLoad, KeepsItsListsAndRecentFilesWhereAFileIsNone)
         run.Host.Messages.clear();
         run.Open(run.Write(std::as_bytes(std::span(head)), name));
         EXPECT_EQ(run.Host.Messages.size(), 1U) << name;
+        EXPECT_EQ(run.Program.LevelTitle, LevelName(kTR1)); // which the list of a set has
+        EXPECT_NE(run.Program.State.LevelIsLoaded, 0);
     }
     EXPECT_EQ(run.List("SndLst"), sounds);
     EXPECT_TRUE(run.IsOn("Frame1"));

@@ -67,7 +67,9 @@ void NotedList::paintEvent(QPaintEvent* event)
         return;
     constexpr int kMargin = 8;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    QColor colour = palette().color(QPalette::Active, QPalette::Text);
+    colour.setAlphaF(0.5); // to be read in a list that is off, too, on light and dark
+    painter.setPen(colour);
     painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
                      Qt::AlignCenter | Qt::TextWordWrap,
                      count() == 0 ? note_ : QString("No entry holds the text of the filter"));

@@ -60,9 +60,9 @@ private:
     void FormLoad(Registry& registry, const QString& file);
     void DoLoadTR();
     void LoadChosen();
-    void LoadFile(const std::string& path);
     void LoadLevelFile();
-    /// Both give whether there is something to show, and tell if not.
+    /// These give whether there is something to show, and tell if not.
+    bool LoadFile(const std::string& path);
     bool LoadMainSFX();
     bool DoLoadPRJ(const std::string& path);
     bool ReloadMainSFX();

@@ -101,34 +101,37 @@ void Main_Frm::LoadChosen()
     const std::string title = session_.LevelTitle;
     const bool areFramesOn = controls_.Frame1->isEnabled();
     try {
-        LoadFile(path);
-    } catch (const ProgramEnd&) { // its message was there
-        session_.State = state;
-        session_.LevelTitle = title;
-        session_.FMLoad.FileName = loadedFile_;
-        for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
-            frame->setEnabled(areFramesOn);
-        TellFoot(FromText(FileTitle(path)) + " can't be read; what was opened before stays");
+        if (LoadFile(path))
+            return;
+    } catch (const ProgramEnd&) {
+        // its message was there
     }
+    session_.State = state;
+    session_.LevelTitle = title;
+    session_.FMLoad.FileName = loadedFile_;
+    for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
+        frame->setEnabled(areFramesOn);
+    TellFoot(FromText(FileTitle(path)) + " can't be read; what was opened before stays");
 }
 
-void Main_Frm::LoadFile(const std::string& path)
+bool Main_Frm::LoadFile(const std::string& path)
 {
     if (IsMainSFX(path)) {
         if (!LoadMainSFX())
-            return;
+            return false;
     } else {
         for (QGroupBox* frame : {controls_.Frame1, controls_.Frame2, controls_.Frame4})
             frame->setEnabled(true);
         if (!EndsWithNoCase(path, "prj"))
             LoadLevelFile();
         else if (!DoLoadPRJ(path))
-            return;
+            return false;
     }
     loadedFile_ = path;
     TellFoot(Opened());
     recent_.Add(FromPathText(path));
     FillRecentMenu();
+    return true;
 }
 
 void Main_Frm::LoadLevelFile()
@@ -253,10 +256,11 @@ bool Main_Frm::DoLoadPRJ(const std::string& path)
     }
     session_.LevelTitle = FileTitle(dialog.FileName);
     show();
-    session_.ProjectData = ReadPRJ(dialog.FileName, session_.State.LevelIsLoaded, session_.Report);
-    ListRooms();
-    if (session_.ProjectData.Rooms.empty())
+    PRJData project = ReadPRJ(dialog.FileName, session_.State.LevelIsLoaded, session_.Report);
+    if (project.Rooms.empty())
         return false;
+    session_.ProjectData = std::move(project);
+    ListRooms();
     session_.ProjectFile = dialog.FileName;
     controls_.ShowRooms();
     return true;
