@@ -204,6 +204,8 @@ TEST(WindowLoad, KeepsTheLevelOnScreenWhereAnotherIsDamaged)
         run.Trigger("Mnu_Edit_Move"); // shows the caption anew
         EXPECT_EQ(run.Title(), caption);
     }
+    QTest::keyClick(run.Window.get(), Qt::Key_F7); // from the damaged one on
+    EXPECT_EQ(run.Label("Foot"), "This is the last level of its folder");
     EXPECT_EQ(run.Find<QMenu>("Mnu_Go_Recent")->actions().size(), 1);
     run.Save("TB_Save", "set.was");
     EXPECT_TRUE(run.Label("Foot").startsWith("Saved "));

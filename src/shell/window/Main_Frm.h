@@ -174,8 +174,9 @@ private:
     std::unique_ptr<ShownObjects> shown_; ///< of the level
     bool arePicturesStale_ = false;       ///< the pane doesn't show them yet
     QTimer thumbnails_;
-    int nextThumbnail_ = 0;  ///< row that is drawn next
-    std::string loadedFile_; ///< the file that was opened last, for reload
+    int nextThumbnail_ = 0;   ///< row that is drawn next
+    std::string loadedFile_;  ///< the file that was opened last, for reload
+    std::string damagedFile_; ///< the last step in the folder led to it; empty where it was good
     bool busy_ = false;
     bool ended_ = false;
     int exitCode_ = 0;

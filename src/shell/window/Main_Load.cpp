@@ -128,6 +128,7 @@ bool Main_Frm::LoadFile(const std::string& path)
             return false;
     }
     loadedFile_ = path;
+    damagedFile_.clear();
     TellFoot(Opened());
     recent_.Add(FromPathText(path));
     FillRecentMenu();
@@ -214,6 +215,7 @@ void Main_Frm::ListSounds(const std::vector<SoundEntry>& entries)
         auto* item = new QListWidgetItem(FromText(entry.Text), controls_.SndLst);
         item->setData(Qt::UserRole, entry.Sample);
         item->setData(kNameRole, FromText(entry.Name));
+        item->setToolTip(FromText(entry.Text)); // which the list may cut
     }
     controls_.FilterSounds();
 }
@@ -305,7 +307,7 @@ void Main_Frm::LoadKnown(const QString& path)
 /// The file `step` places behind the level on screen among the levels of its folder, by name.
 void Main_Frm::StepInFolder(int step)
 {
-    const QFileInfo loaded(FromPathText(session_.LevelFile));
+    const QFileInfo loaded(FromPathText(damagedFile_.empty() ? session_.LevelFile : damagedFile_));
     const auto files = loaded.dir().entryInfoList({"*.phd", "*.tub", "*.tr2", "*.tr4", "*.trc"},
                                                   QDir::Files, QDir::Name | QDir::IgnoreCase);
     const auto at = files.indexOf(loaded) + step;
@@ -313,8 +315,10 @@ void Main_Frm::StepInFolder(int step)
         Refuse("There is no level whose folder could be gone through");
     else if (at < 0 || at >= files.size())
         Refuse(QString("This is the %1 level of its folder").arg(at < 0 ? "first" : "last"));
-    else
+    else {
+        damagedFile_ = ToPathText(files[at].filePath()); // the next step leads past it
         LoadKnown(files[at].filePath());
+    }
 }
 
 void Main_Frm::FillRecentMenu()
