@@ -42,7 +42,7 @@ concept PlainString = std::same_as<Text, std::string> || std::same_as<Text, std:
 class Html
 {
 public:
-    Html& operator<<(Markup markup)
+    Html& operator<<(const Markup& markup)
     {
         text_ += markup.Text();
         return *this;

@@ -78,7 +78,8 @@ void AddCard(Html& page, const ObjectCard& object, const std::string& anchor)
     page << FactsOf(object) << "</li>\n";
 }
 
-void AddCards(Html& page, const LevelCards& cards, CardKind kind, Markup id, Markup heading)
+void AddCards(Html& page, const LevelCards& cards, CardKind kind, const Markup& id,
+              const Markup& heading)
 {
     const auto anchors = AnchorsOf(cards.Objects);
     Html list;

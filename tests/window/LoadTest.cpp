@@ -191,9 +191,10 @@ TEST(WindowLoad, KeepsTheLevelOnScreenWhereAnotherIsDamaged)
     WindowRun run(kTR1);
     const auto caption = run.Title();
     const auto path = run.Write(damaged, "z.tr4");
-    for (const auto& load :
-         std::vector<std::function<void()>>{[&] { QTest::keyClick(run.Window.get(), Qt::Key_F7); },
-                                            [&] { run.Drop(path); }, [&] { run.Open(path); }}) {
+    const std::vector<std::function<void()>> loads{
+        [&] { QTest::keyClick(run.Window.get(), Qt::Key_F7); }, [&] { run.Drop(path); },
+        [&] { run.Open(path); }};
+    for (const auto& load : loads) {
         run.Host.Messages.clear();
         load();
         EXPECT_EQ(run.Host.Messages, Strings{"MORLIK error: ReadTR -> Error reading level"});
