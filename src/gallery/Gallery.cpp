@@ -29,7 +29,7 @@ std::string MadeFolder(const std::string& path)
 {
     const auto folder = ToPath(path);
     MakeFolder(folder);
-    const std::string root = FromPath(folder / "");
+    std::string root = FromPath(folder / "");
     const auto index = folder / kIndexFile;
     std::error_code none;
     if (!std::filesystem::exists(index, none))
@@ -38,7 +38,7 @@ std::string MadeFolder(const std::string& path)
     const auto file = FileBytes::Load(FromPath(index));
     const auto head = file.Bytes().first(std::min(file.Bytes().size(), kHeadBytes));
     const std::string_view text(reinterpret_cast<const char*>(head.data()), head.size());
-    if (text.find("name=\"generator\" content=\"Morlik\"") == std::string_view::npos)
+    if (text.find(R"(name="generator" content="Morlik")") == std::string_view::npos)
         throw FileFailure("write", FromPath(index), "There is one that no gallery has made");
     return root;
 }

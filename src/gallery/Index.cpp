@@ -13,6 +13,9 @@
 #include <functional>
 #include <set>
 
+// Markup is full of quotes, and most of it holds line breaks, too.
+// NOLINTBEGIN(modernize-raw-string-literal)
+
 namespace morlik::gallery
 {
 
@@ -167,3 +170,5 @@ void RemoveUnused(const std::string& root, const std::vector<IndexEntry>& entrie
 }
 
 } // namespace morlik::gallery
+
+// NOLINTEND(modernize-raw-string-literal)

@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <array>
 
+// Markup is full of quotes, and most of it holds line breaks, too.
+// NOLINTBEGIN(modernize-raw-string-literal)
+
 namespace morlik::gallery
 {
 
@@ -121,7 +124,8 @@ void AddSounds(Html& page, const std::vector<SoundCard>& sounds)
 /// Leaves empty values out.
 void Set(Json& object, const char* key, Json value)
 {
-    if (!value.empty() && value != "")
+    const bool isEmptyText = value.is_string() && value.get_ref<const std::string&>().empty();
+    if (!value.empty() && !isEmptyText)
         object[key] = std::move(value);
 }
 
@@ -213,3 +217,5 @@ std::string LevelScript(const LevelCards& cards)
 }
 
 } // namespace morlik::gallery
+
+// NOLINTEND(modernize-raw-string-literal)

@@ -41,8 +41,8 @@ std::string NameOf(const TextInfo& box, const TexturePixels& textures)
     ContentKey key;
     const Colour* const tile = textures.Tile(box.Tile);
     for (int row = box.Y; row <= box.Y + box.Height; ++row)
-        key.Add(
-            std::as_bytes(std::span(tile + row * kTileSide + box.X, std::size_t{box.Width} + 1)));
+        key.Add(std::as_bytes(
+            std::span(tile + std::ptrdiff_t{row} * kTileSide + box.X, std::size_t{box.Width} + 1)));
     return key.Name();
 }
 
@@ -169,7 +169,7 @@ std::string Pictures::Still(const Scene& scene, TexturePixels& textures)
 {
     if (scene.Faces.empty())
         return {};
-    const std::string name = store_.Use(kPictures, KeyOf(scene, textures).Name(), ".png");
+    std::string name = store_.Use(kPictures, KeyOf(scene, textures).Name(), ".png");
     store_.Make(
         name, [&](const std::string& path) { WritePNG(path, Draw(scene, kStillSide, textures)); });
     return name;
@@ -179,7 +179,7 @@ std::string Pictures::Turning(const Scene& scene, TexturePixels& textures)
 {
     if (scene.Faces.empty() || !HasWebP() || !budget_.Take(kTurnPictures))
         return {};
-    const std::string name = store_.Use(kPictures, KeyOf(scene, textures).Name(), ".webp");
+    std::string name = store_.Use(kPictures, KeyOf(scene, textures).Name(), ".webp");
     store_.Make(name, [&](const std::string& path) {
         const auto file =
             NewAnimatedWebP(path, kTurnPictures, {.Rate = kTurnRate, .IsLossy = true});
@@ -204,7 +204,7 @@ std::string Pictures::Moving(const ObjectSet& set, std::size_t moveable, std::si
     ContentKey key = KeyOf(first, textures);
     for (std::size_t frame = 1; frame < count; ++frame)
         AddVertices(key, animated.Frame(frame));
-    const std::string name = store_.Use(kPictures, key.Name(), ".webp");
+    std::string name = store_.Use(kPictures, key.Name(), ".webp");
     store_.Make(name, [&](const std::string& path) {
         const auto file = NewAnimatedWebP(path, count, {.IsLossy = true});
         DrawAnimation(animated, ObliqueCamera(), {.Width = kMovingSide, .Height = kMovingSide},
@@ -224,7 +224,7 @@ std::string Pictures::Sprites(const SpriteTables& sprites, const SpriteSequence&
 std::string Pictures::Tile(std::int32_t number, const TexturePixels& textures)
 {
     const std::span pixels(textures.Tile(number), std::size_t{kTilePixels});
-    const std::string name = store_.Use(kPictures, ContentName(std::as_bytes(pixels)), ".png");
+    std::string name = store_.Use(kPictures, ContentName(std::as_bytes(pixels)), ".png");
     store_.Make(name, [&](const std::string& path) {
         WritePNG(
             path,
