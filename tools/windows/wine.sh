@@ -8,6 +8,7 @@ server=/usr/lib/wine/wineserver64 # of the Wine of WINEPREFIX alone
 use_wine() {
     export WINEPREFIX=$1 WINEDEBUG=-all LC_ALL=C.UTF-8
     export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
+    trap 'exit 1' TERM INT # else the end by a signal would count as good
     unset MORLIK_FOLDER
     [ -e "$wine" ] || fail "$wine is missing"
     mkdir -p "$WINEPREFIX"
