@@ -16,8 +16,8 @@ namespace morlik
 class Allowance
 {
 public:
-    /// All objects of real levels fit in half of it.
-    static constexpr std::size_t kAll = std::size_t{256} << 20U;
+    /// All objects of real levels fit in half of it; what the level itself takes comes on top.
+    static constexpr std::size_t kAll = std::size_t{192} << 20U;
 
     /// `ReadFailure` if no more is left. What is taken stays so, also for objects that fail.
     void Take(std::size_t count, std::size_t bytesOfEach);

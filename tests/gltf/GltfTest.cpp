@@ -9,6 +9,7 @@
 #include "tests/gltf/ReadBack.h"
 #include "tests/model/MadeSet.h"
 #include "tests/support/Conversion.h"
+#include "tests/support/HeapPeak.h"
 #include "tests/support/RealLevels.h"
 
 #include <algorithm>
@@ -358,24 +359,38 @@ TEST_F(Gltf, TellsMaterialsAndLights)
     EXPECT_EQ(file.Tables.nodes[0].extras.Get("collisionBox").Get(5).GetNumberAsInt(), 6);
 }
 
-/// Moveables that lead to the same animations again and again are left out in the end.
+/// Moveables that lead to the same animations or the same mesh again and again are left out in the
+/// end, before the file takes more memory than it may.
 TEST_F(Gltf, IsBounded)
 {
-    Load(kTR4);
-    Set.Animations.resize(300);
-    for (Animation& animation : Set.Animations)
-        animation = {.FrameRate = 1};
-    Set.Frames.clear();
-    Set.Moveables.resize(1);
-    Set.Moveables[0].Animation = 0;
-    Set.Moveables.resize(400, Set.Moveables[0]);
-    for (std::size_t i = 1; i < 400; i += 2)
-        Set.Moveables[i].Animation = 299;
-    std::vector<GltfObject> objects;
-    for (std::size_t i = 0; i < Set.Moveables.size(); i += 2)
-        objects.push_back(ObjectAt(i));
-    EXPECT_FALSE(SaveGltf(Set, objects, Run.Folder.File("all.glb"), false, {}, Run.Program.Report));
-    EXPECT_NE(Run.Host.Details.at(0).find("would take more than"), std::string::npos);
+    constexpr std::size_t kMany = 400;
+    for (const bool animates : {true, false}) {
+        SCOPED_TRACE(animates);
+        std::vector<GltfObject> objects;
+        if (animates) {
+            Load(kTR4);
+            Set.Animations.assign(300, {.FrameRate = 1});
+            Set.Frames.clear();
+            Set.Moveables.resize(1);
+            Set.Moveables[0].Animation = 0;
+            Set.Moveables.resize(kMany, Set.Moveables[0]);
+            for (std::size_t i = 1; i < kMany; i += 2)
+                Set.Moveables[i].Animation = 299;
+        } else {
+            Set = MadeSet(std::vector(200, MadeMesh()));
+            Set.Tiles = FewTiles({});
+            Set.MeshTrees.resize(4 * Set.Meshes.MeshPointers.size());
+            Set.Moveables.assign(kMany, {.NumMeshes = 200, .Animation = -1});
+        }
+        for (std::size_t i = 0; i < kMany; i += 2)
+            objects.push_back(ObjectAt(i));
+        Run.Host.Details.clear();
+        ResetHeapPeak();
+        EXPECT_FALSE(
+            SaveGltf(Set, objects, Run.Folder.File("all.glb"), false, {}, Run.Program.Report));
+        EXPECT_LT(HeapPeak(), std::size_t{256} << 20U);
+        EXPECT_NE(Run.Host.Details.at(0).find("would take more than"), std::string::npos);
+    }
 }
 
 } // namespace
