@@ -91,7 +91,7 @@ Complaints CheckWaves(const std::string& folder, const std::vector<std::string>&
         try {
             const auto file = FileBytes::Load(FromPath(path));
             if (const char* wrong = WaveFault(file.Bytes(), game))
-                out.Add(name, wrong);
+                out.Add(Quoted(name), wrong);
         } catch (const FileFailure& failure) {
             out.Add(failure.what());
         }

@@ -342,14 +342,15 @@ TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
             WriteWholeFile(folder + "/" + name, bytes);
             return found();
         };
-        EXPECT_EQ(with({}), "wav: " + name + " holds no sound\n");
+        EXPECT_EQ(with({}), "wav: \"" + name + "\" holds no sound\n");
         const std::size_t head = game == kTR1 ? 8 : 44;
-        EXPECT_EQ(with(std::span(wave).first(head)), "wav: " + name + " holds no sound\n");
+        EXPECT_EQ(with(std::span(wave).first(head)), "wav: \"" + name + "\" holds no sound\n");
         EXPECT_EQ(with(std::span(wave).first(head + 1)),
-                  "wav: " + name + " has another size than its header says\n");
+                  "wav: \"" + name + "\" has another size than its header says\n");
         EXPECT_EQ(with(std::span(wave).first(wave.size() - 1)),
-                  "wav: " + name + " has another size than its header says\n");
-        EXPECT_EQ(with(std::vector<std::byte>(wave.size())), "wav: " + name + " is no RIFF file\n");
+                  "wav: \"" + name + "\" has another size than its header says\n");
+        EXPECT_EQ(with(std::vector<std::byte>(wave.size())),
+                  "wav: \"" + name + "\" is no RIFF file\n");
         std::filesystem::resize_file(ToPath(folder + "/" + name), (512U << 20U) + 1);
         EXPECT_PRED2(Has, found(),
                      "wav: Can't open " + FromPath(ToPath(folder) / ToPath(name)) +
