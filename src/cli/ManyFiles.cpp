@@ -98,7 +98,9 @@ private:
             const std::string message = std::string(kErrorTitle) + ": " + ReasonOf(failure);
             return {.Status = kFailed,
                     .Told = TextOfMessages(files_[i], {message}, files_.size() > 1),
-                    .Members = {{"file", files_[i]}, {"messages", {message}}}};
+                    .Members = {{"event", "failed"},
+                                {"file", files_[i]},
+                                {"messages", Json::array({message})}}};
         }
     }
 

@@ -33,6 +33,8 @@ std::string ProgressBar::Line() const
 {
     constexpr std::size_t kLeastBar = 10;
     constexpr std::size_t kMostBar = 40;
+    constexpr std::size_t kLeastName = 6; // what is shorter tells nothing
+    const std::string gap = "  ";
     float sum = 0;
     for (const float percent : percents_)
         sum += std::max(percent, 0.0F);
@@ -43,16 +45,18 @@ std::string ProgressBar::Line() const
         return {}; // there is nothing left to show
     std::string tail = "] " + std::to_string(percent) + " %";
     if (all > 1)
-        tail += "  " + std::to_string(done) + " of " + std::to_string(all);
+        tail += gap + std::to_string(done) + " of " + std::to_string(all);
     // The last column stays free: some terminals go to the next line behind it.
     const std::size_t columns = std::max<std::size_t>(streams_.Columns, 1) - 1;
-    const std::string name = "  " + Printable(FileTitle(names_[last_]));
+    const std::string name = Printable(FileTitle(names_[last_]));
     const std::size_t room = columns - std::min(columns, 1 + tail.size());
-    const std::size_t bar =
-        std::clamp(room - std::min(room, Width(name)), std::min(room, kLeastBar), kMostBar);
+    const std::size_t bar = std::clamp(room - std::min(room, gap.size() + Width(name)),
+                                       std::min(room, kLeastBar), kMostBar);
     const std::size_t full = percent * bar / 100;
     std::string line = "[" + std::string(full, '#') + std::string(bar - full, ' ') + tail;
-    line += LastColumns(name, room - bar);
+    const std::size_t left = room - bar;
+    if (left >= gap.size() + std::min(kLeastName, Width(name)))
+        line += gap + LastColumns(name, left - gap.size());
     return line.substr(0, Width(line) > columns ? columns : line.size());
 }
 

@@ -140,16 +140,20 @@ TEST(ProgressBar, FitsTheLineAndNamesWhatItDoes)
     std::ostringstream out;
     std::ostringstream errors;
     const auto drawn = [&errors] { return std::exchange(errors, {}).str(); };
-    for (const std::size_t columns : {4U, 20U, 50U, 80U, 200U}) {
+    for (const std::size_t columns : {4U, 20U, 30U, 50U, 80U, 200U}) {
         const cli::Streams streams{out, errors, true, columns};
-        const Strings names{"folder/a.tr4", "folder/l\u00f6we with a long name.tr4"};
+        const Strings names{"folder/a.tr4", "folder/\u57ce l\u00f6we with a long name.tr4"};
         cli::ProgressBar bar(streams, names);
         bar.Set(1, 50);
         const std::string line = drawn();
         EXPECT_LT(cli::Width(line), columns + 1) << line; // a '\r' stands before it
         if (columns == 200) {
             EXPECT_EQ(line, "\r[" + std::string(10, '#') + std::string(30, ' ') +
-                                "] 25 %  0 of 2  l\u00f6we with a long name.tr4");
+                                "] 25 %  0 of 2  \u57ce l\u00f6we with a long name.tr4");
+        } else if (columns == 50) {
+            EXPECT_TRUE(line.ends_with("  0 of 2  e with a long name.tr4")) << line;
+        } else if (columns == 30) {
+            EXPECT_TRUE(line.ends_with("  0 of 2")) << line;
         }
         bar.Set(1, 40); // a save goes back to 0 at its end
         EXPECT_EQ(drawn(), "");
@@ -172,15 +176,20 @@ TEST(WorkOnFiles, TellsWhatAWorkThrowsAndGoesOn)
 {
     std::ostringstream out;
     std::ostringstream errors;
-    const int status = cli::WorkOnFiles({"a", "b"}, {}, {out, errors, false},
-                                        [](std::size_t file, const cli::OnProg&) {
-                                            if (file == 0)
-                                                throw std::bad_alloc();
-                                            return cli::FileOutcome{.Text = "good\n"};
-                                        });
-    EXPECT_EQ(status, cli::kFailed);
+    const auto work = [](std::size_t file, const cli::OnProg&) {
+        if (file == 0)
+            throw std::bad_alloc();
+        return cli::FileOutcome{.Text = "good\n"};
+    };
+    const cli::Streams streams{out, errors, false};
+    EXPECT_EQ(cli::WorkOnFiles({"a", "b"}, {}, streams, work), cli::kFailed);
     EXPECT_EQ(out.str(), "good\n");
     EXPECT_PRED2(Has, errors.str(), "a:\n  MORLIK error: There is not enough memory\n");
+    cli::ManyOptions lines;
+    lines.JsonLines = true;
+    EXPECT_EQ(cli::WorkOnFiles({"a"}, lines, streams, work), cli::kFailed);
+    EXPECT_PRED2(Has, out.str(),
+                 R"({"schema":2,"event":"failed","file":"a","messages":["MORLIK error: )");
 }
 
 } // namespace
