@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace morlik::cli
@@ -14,11 +15,10 @@ namespace morlik::cli
 namespace
 {
 
-constexpr const char* kExamples =
-    "Examples:\n"
+constexpr std::string_view kExamples =
     "  morlik-cli convert level.phd -o sets/level.was\n"
     "  morlik-cli convert -r levels -d sets --main-sfx auto --skip-existing\n"
-    "  morlik-cli convert level.tr4 -o lara.was --objects 'LARA*,0-9,static:10-30'\n"
+    "  morlik-cli convert level.tr4 -o lara.was --objects 'LARA*,0-9'\n"
     "  morlik-cli info level.tr4 --json\n"
     "  morlik-cli sheet level.trc sheet.png\n"
     "  morlik-cli sounds main.sfx waves\n"
@@ -28,12 +28,29 @@ constexpr const char* kExamples =
     "  morlik-cli gltf level.tr4 -d models --objects 'LARA*'\n"
     "  morlik-cli check -r sets\n"
     "  morlik-cli find -r 'DOG*' levels\n"
-    "  morlik-cli gallery -r levels -d gallery\n"
+    "  morlik-cli gallery -r levels -d gallery\n";
+
+constexpr const char* kResults =
     "\n"
     "Results go to standard output, messages to standard error.\n"
-    "Exit status: 0 all good, 1 something failed, 2 wrong use.";
+    "Exit status: 0 all good, 1 something failed (nothing found, of find), 2 wrong use,\n"
+    "130 stopped by Ctrl+C.";
 
 constexpr const char* kSeeHelp = "\nRun with --help for more information.\n";
+
+/// What follows the options of a command, with the examples of that command alone; those of all
+/// commands where none is named.
+std::string FooterOf(const std::string& command)
+{
+    std::string footer = "Examples:\n";
+    for (std::string_view rest = kExamples; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n') + 1);
+        rest.remove_prefix(line.size());
+        if (command.empty() || line.find(" " + command + " ") != std::string_view::npos)
+            footer += line;
+    }
+    return footer + kResults;
+}
 
 /// What a command does; gives the exit status.
 using Run = std::function<int()>;
@@ -42,6 +59,7 @@ using Run = std::function<int()>;
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* description, int& status, Run run)
 {
     CLI::App& command = *app.add_subcommand(name, description);
+    command.footer(FooterOf(name));
     command.callback([&status, run = std::move(run)] { status = run(); });
     return command;
 }
@@ -327,7 +345,7 @@ int RunCommandLine(std::vector<std::string> arguments, const Streams& streams)
     app.allow_windows_style_options(false); // a word that begins with "/" is a path there too
     app.set_version_flag("--version", BuildVersionString({}));
     app.require_subcommand(1);
-    app.footer(kExamples);
+    app.footer(FooterOf(""));
     app.failure_message([](const CLI::App* /*app*/, const CLI::Error& failure) {
         return Printable(failure.what()) + kSeeHelp; // it holds words, as a shell may find them
     });
