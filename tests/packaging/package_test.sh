@@ -181,6 +181,8 @@ check_clicks() {
     cp "$work/levels/tr3.tr2" "$work/levels/tr5.trc" "$work/levels/tr1gold.tub" "$work/files"
     cp "$work/levels/tr4.tr4" "$work/files/a copy"
     cp "$work/levels/tr1.phd" "$work/files/another"
+    cp "$work/levels/tr1.phd" "$work/files/OLD.PHD"
+    cp "$work/levels/tr4.tr4" "$work/files/my level.TR4"
     cp "$work/wanted/tr1.phd/out.was" "$work/files"
     cp "$work/wanted/tr5.trc/out.was" "$work/files/a list"
     while IFS='|' read -r file wanted; do
@@ -190,6 +192,8 @@ check_clicks() {
 tr3.tr2|application/x-tomb-raider-level
 tr5.trc|application/x-tomb-raider-level
 tr1gold.tub|application/x-tomb-raider-level
+OLD.PHD|application/x-tomb-raider-level
+my level.TR4|application/x-tomb-raider-level
 a copy|application/x-tomb-raider-level
 another|application/x-tomb-raider-level
 out.was|text/x-tomb-raider-object-list
@@ -212,49 +216,61 @@ FILES
         fail "The program doesn't open a level"
 }
 
-# Every option that the program tells of stands in its man page and in the completion.
+# What bash, and fish, offer behind a line, parted by commas.
+bash_offers() {
+    bash --norc -c '
+        source "$1"
+        complete -p morlik-cli >/dev/null
+        read -ra COMP_WORDS <<<"$2"
+        [[ $2 != *" " ]] || COMP_WORDS+=("")
+        COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+        _morlik_cli; printf "%s\n" "${COMPREPLY[@]}" | sort | paste -sd,
+        ' bash "$tree/share/bash-completion/completions/morlik-cli" "$1" 2>&1 || true
+}
+fish_offers() {
+    fish --no-config -c '
+        source $argv[1]
+        complete -C $argv[2] | string split -f 1 \t | string trim -r -c / | sort | string join ,
+        ' "$tree/share/fish/vendor_completions.d/morlik-cli.fish" "$1" 2>&1 || true
+}
+
+# Every command, and every option that it tells of, stands in the man page and in the completions.
 check_options() {
-    local command option page
+    local command option page offered cli=$tree/bin/morlik-cli fish= commands
+    local zsh=$tree/share/zsh/vendor-completions/_morlik-cli
+    ! have fish || fish=yes
     page=$(zcat "$tree/share/man/man1/morlik-cli.1.gz" | tr -d '\\')
-    for command in convert info sheet sounds picture animate contact gltf check find gallery; do
-        for option in $("$tree/bin/morlik-cli" "$command" --help | grep -oE '^ +-[^ ]+' |
-            tr , '\n' | grep -oE -- '--[a-z-]+'); do
+    commands=$("$cli" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+    [[ $commands == *gallery* ]] || fail "morlik-cli --help tells of no commands"
+    for command in $commands; do
+        [[ $page == *".BI $command~ "* ]] || fail "The man page lacks $command"
+        [[ ,$(bash_offers 'morlik-cli '), == *,"$command",* ]] || fail "Bash lacks $command"
+        [[ ! $fish || ,$(fish_offers 'morlik-cli '), == *,"$command",* ]] || fail "Fish lacks $command"
+        grep -qF "'$command:" "$zsh" || fail "The completion for zsh lacks $command"
+        for option in $("$cli" "$command" --help | grep -oE '^ +-[^ ]+' | sed 's/.*,//'); do
             [[ $page == *"$option"* ]] || fail "The man page lacks $option"
-            grep -qe " $option\b" "$tree/share/bash-completion/completions/morlik-cli" ||
-                fail "The completion for bash lacks $option"
-            grep -qe " ${option#-}\b" -e "-l ${option#--}\b" \
-                "$tree/share/fish/vendor_completions.d/morlik-cli.fish" ||
-                fail "The completion for fish lacks $option"
-            grep -qe "[\"',{)]$option[[}]" "$tree/share/zsh/vendor-completions/_morlik-cli" ||
-                fail "The completion for zsh lacks $option"
+            offered=$(bash_offers "morlik-cli $command -")
+            [[ ,$offered, == *,"$option",* ]] || fail "Bash lacks $option of $command"
+            [[ ! $fish || ,$(fish_offers "morlik-cli $command -"), == *,"$option",* ]] ||
+                fail "Fish lacks $option of $command"
+            grep -qe "[\"',{)]$option[[}]" "$zsh" || fail "The completion for zsh lacks $option"
         done
     done
 }
 
-# What bash offers behind each line, in a folder with these files.
+# What they offer behind each line, in a folder with these files.
 check_completion() {
-    local line wanted offered fish=
-    ! have fish || fish=yes
+    local line wanted offered
     ! have zsh || zsh -n "$tree/share/zsh/vendor-completions/_morlik-cli" ||
         fail "The completion for zsh is no script"
     mkdir -p "$work/files/old levels"
-    touch "$work/files"/{'my level.TR4',a.phd,b.was,main.sfx,c.prj,notes.md}
+    touch "$work/files"/{'my level.TR4',a.phd,b.was,main.sfx,c.prj,d.png,notes.md}
     while IFS='|' read -r line wanted; do
-        offered=$(cd "$work/files" && bash --norc -c '
-            source "$1"
-            complete -p morlik-cli >/dev/null
-            read -ra COMP_WORDS <<<"$2"
-            [[ $2 != *" " ]] || COMP_WORDS+=("")
-            COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-            _morlik_cli; printf "%s\n" "${COMPREPLY[@]}" | sort | paste -sd,
-            ' bash "$tree/share/bash-completion/completions/morlik-cli" "$line" 2>&1) || true
+        offered=$(cd "$work/files" && bash_offers "$line")
         [ "$offered" = "$wanted" ] || fail "Behind '$line' bash offers '$offered', not '$wanted'"
         # Fish reads a line by its own rules: quotes and the sign of folders differ.
-        [[ $fish && $line != *\"* ]] || continue
-        offered=$(cd "$work/files" && fish --no-config -c '
-            source $argv[1]
-            complete -C $argv[2] | string split -f 1 \t | string trim -r -c / | sort | string join ,
-            ' "$tree/share/fish/vendor_completions.d/morlik-cli.fish" "$line" 2>&1) || true
+        [[ $line != *\"* ]] && command -v fish >/dev/null || continue
+        offered=$(cd "$work/files" && fish_offers "$line")
         [ "$offered" = "$wanted" ] || fail "Behind '$line' fish offers '$offered', not '$wanted'"
     done <<'LINES'
 morlik-cli c|check,contact,convert
@@ -265,6 +281,7 @@ morlik-cli convert --main-sfx |auto,main.sfx,old levels
 morlik-cli convert -d |old levels
 morlik-cli info |a.phd,c.prj,main.sfx,my level.TR4,old levels
 morlik-cli check |b.was,old levels
+morlik-cli sheet a.phd |d.png,old levels
 morlik-cli find --same-as |a.phd,b.was,my level.TR4,old levels
 morlik-cli find --s|--same-as,--sound
 LINES
