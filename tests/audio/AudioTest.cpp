@@ -2,17 +2,10 @@
 #include "audio/PlainWave.h"
 #include "audio/WaveInfo.h"
 #include "convert/ConvertLevel.h"
-#include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/WaveFile.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 namespace morlik::test
-{
-
-namespace
 {
 
 TEST(WaveInfo, TellsTheSoundOrWhyItIsNone)
@@ -85,7 +78,7 @@ TEST(AnimationSounds, AreThoseOfTheCommandsInAllGames)
         MainSFXState& sfx = run.Program.MainSFX;
         if (HasMainSFX(game)) {
             EXPECT_TRUE(SoundsOfAnimation(level, sfx, walk).empty());
-            WriteWholeFile(mainSFX, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+            WriteWholeFile(mainSFX, MainSfxFile());
             ASSERT_TRUE(ReadMainSFX(mainSFX, sfx, run.Program.Report));
         }
         // The third command now says that its sound is made in the water, and of one in none.
@@ -120,7 +113,5 @@ TEST(AnimationSounds, AreThoseOfTheCommandsInAllGames)
         EXPECT_TRUE(SoundsOfAnimation(level, sfx, level.Animations.size()).empty());
     }
 }
-
-} // namespace
 
 } // namespace morlik::test

@@ -10,9 +10,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 constexpr std::array<std::byte, 10> kTen{};
 
 TEST(ByteReader, RefusesEveryStepThatLeavesTheBytes)
@@ -86,7 +83,5 @@ TEST(Printable, EscapesControlCharactersAndKeepsLetters)
     EXPECT_EQ(PrintableLines("one\ntwo\t\n\nfour"), "one\n  two\\x09\n  \n  four");
     EXPECT_EQ(PrintableLines(""), "");
 }
-
-} // namespace
 
 } // namespace morlik::test

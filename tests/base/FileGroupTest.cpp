@@ -2,8 +2,6 @@
 
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 

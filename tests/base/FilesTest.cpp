@@ -1,21 +1,16 @@
 #include "base/FileIdentity.h"
 #include "base/Folders.h"
-#include "base/Text.h"
 #include "base/TextLines.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/Failures.h"
 
 #include <fstream>
-#include <gtest/gtest.h>
 
 #ifndef _WIN32
 #include <sys/stat.h>
 #endif
 
 namespace morlik::test
-{
-
-namespace
 {
 
 TEST(Text, ChangesTheCaseOfAsciiLettersAlone)
@@ -215,7 +210,5 @@ TEST(Folders, ThatCannotBeMadeTellWhy)
     EXPECT_EQ(told.find("No such file"), std::string::npos) << told;
 #endif
 }
-
-} // namespace
 
 } // namespace morlik::test

@@ -2,7 +2,6 @@
 
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
 #include <new>
 
 namespace morlik::test

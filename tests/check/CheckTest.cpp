@@ -1,15 +1,11 @@
 // A good set with one fault at a time: the checker must find each and say where it is.
 
-#include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "check/WadCheck.h"
-#include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
 
-#include <algorithm>
 #include <cstring>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 
 namespace morlik::test
@@ -25,7 +21,7 @@ struct Set
 {
     explicit Set(VersionCode game)
     {
-        run_->Folder.Write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+        run_->Folder.Write("main.sfx", MainSfxFile());
         run_->Host.OpenAnswers = {run_->Folder.File("main.sfx")};
         run_->Host.ExpSprTicked = true;
         EXPECT_TRUE(run_->Load(samples::MakeRichLevel(game)));

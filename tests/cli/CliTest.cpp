@@ -1,6 +1,5 @@
 // The commands of morlik-cli, from the words of a command line to what is printed and written.
 
-#include "base/Text.h"
 #include "cli/MainSFX.h"
 #include "platform/Platform.h"
 #include "samples/Project.h"
@@ -213,16 +212,10 @@ TEST_F(CliTest, TellsWrongUseAndDoesNothing)
 TEST_F(CliTest, TakesTheObjectsOfAList)
 {
     WriteText("list", "LARA\r\n\n 140 \n"); // the level has the moveables 0 and 140
-    struct Row
-    {
-        std::string Options;
-        std::string Told; ///< of a wrong use; else the set is good and holds
-        std::size_t Moveables;
-        std::size_t Statics;
-    };
     const auto info = FileOf(Run("info %4 --json"));
     const std::pair all{info["moveables"].size(), info["static_meshes"].size()};
-    const std::vector<Row> rows{
+    // What is told of a wrong use, and how much there is in the set, which else is good.
+    const std::vector<std::tuple<std::string, std::string, std::size_t, std::size_t>> rows{
         {"--objects lara", "", 1, 0},
         {"--objects LARA,130-140,static:10-11", "", 2, 2},
         {"--objects * --without ?A*,static:*", "", all.first - 2, 0},
@@ -238,16 +231,16 @@ TEST_F(CliTest, TakesTheObjectsOfAList)
         {"--objects @%none", "Can't open %none", 0, 0},
     };
     int number = 0;
-    for (const Row& row : rows) {
+    for (const auto& [options, told, moveables, statics] : rows) {
         const std::string set = "chosen" + std::to_string(++number) + ".was";
-        Expect(row.Told.empty() ? 0 : 2, "convert %4 -o %" + set + ' ' + row.Options, row.Told);
-        ASSERT_EQ(Exists(set), row.Told.empty()) << row.Options;
-        if (!row.Told.empty())
+        Expect(told.empty() ? 0 : 2, "convert %4 -o %" + set + ' ' + options, told);
+        ASSERT_EQ(Exists(set), told.empty()) << options;
+        if (!told.empty())
             continue;
-        EXPECT_EQ(Run("check %" + set).Out, "good\n") << row.Options;
+        EXPECT_EQ(Run("check %" + set).Out, "good\n") << options;
         const ObjectSet made = ReadSet(File(set));
-        EXPECT_EQ(made.Moveables.size(), row.Moveables) << row.Options;
-        EXPECT_EQ(made.StaticMeshes.size(), row.Statics) << row.Options;
+        EXPECT_EQ(made.Moveables.size(), moveables) << options;
+        EXPECT_EQ(made.StaticMeshes.size(), statics) << options;
     }
     Expect(2, "convert %4 -o %list.was --log %list --objects @%list"); // a list is no log
 }
@@ -255,36 +248,32 @@ TEST_F(CliTest, TakesTheObjectsOfAList)
 TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
 {
     Write("game.sfx", Read("MAIN.Sfx"));
-    struct Row
-    {
-        std::string Input;
-        std::string Output; ///< a link to it
-        std::string Line;
-    };
-    std::vector<Row> rows{{"%0", "log", "convert %0 -o %set.was --log %log"},
-                          {"%0", "sheet.tga", "sheet %0 %sheet.tga"},
-                          {"%0", "waves/l1level 17-1.wav", "sounds %0 %waves"},
-                          {"%game.sfx", "waves/game1.wav", "sounds %game.sfx %waves"},
-                          {"%1", "all/l1level.wad", "convert %0 %1 -d %all"}};
+    // The output is a link to the input.
+    std::vector<std::array<std::string, 3>> rows{
+        {"%0", "log", "convert %0 -o %set.was --log %log"},
+        {"%0", "sheet.tga", "sheet %0 %sheet.tga"},
+        {"%0", "waves/l1level 17-1.wav", "sounds %0 %waves"},
+        {"%game.sfx", "waves/game1.wav", "sounds %game.sfx %waves"},
+        {"%1", "all/l1level.wad", "convert %0 %1 -d %all"}};
     for (const std::string ending :
          {".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt", "-Sounds/TR1 Sound 17-1.wav"})
         rows.push_back({"%0", "set" + ending, "convert %0 -o %set.was"});
     for (const std::string ending : {".sfx", ".wad", "-Sounds/TR2 Sound 17-1.wav"})
         rows.push_back(
             {"%game.sfx", "set" + ending, "convert %2 -o %set.was --main-sfx %game.sfx"});
-    for (const Row& row : rows) {
-        const auto input = Filled(row.Input);
+    for (const auto& [name, link, line] : rows) {
+        const auto input = Filled(name);
         const auto before = ReadFile(input);
-        const auto output = ToPath(File(row.Output));
+        const auto output = ToPath(File(link));
         std::filesystem::create_directories(output.parent_path());
         std::filesystem::create_hard_link(ToPath(input), output);
-        const auto ran = Run(row.Line);
-        EXPECT_NE(ran.Status, 0) << row.Output;
+        const auto ran = Run(line);
+        EXPECT_NE(ran.Status, 0) << link;
         EXPECT_EQ(ran.Out, "");
         EXPECT_PRED2(Has, WithSlashes(ran.Errors),
-                     WithSlashes("Can't write " + File(row.Output) + ": it is " + input +
+                     WithSlashes("Can't write " + File(link) + ": it is " + input +
                                  ", which is read and would be replaced"));
-        EXPECT_EQ(ReadFile(input), before) << row.Output;
+        EXPECT_EQ(ReadFile(input), before) << link;
         std::filesystem::remove(output);
     }
     EXPECT_FALSE(Exists("set.wad"));

@@ -1,17 +1,14 @@
 // The program itself, stopped by real signals at random moments of a save over an older set.
 
 #include "check/ObjectSetCheck.h"
-#include "samples/MainSfx.h"
 #include "set/ReadSet.h"
 #include "tests/support/Conversion.h"
 
 #ifndef _WIN32
 
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <random>
 #include <sys/wait.h>
 #include <thread>
@@ -33,7 +30,7 @@ protected:
         std::filesystem::create_directory(Folder.File("out"));
         for (const VersionCode game : {kTR1, kTR3})
             WriteWholeFile(LevelOf(game), WriteLevel(samples::MakeRichLevel(game)).Bytes);
-        Folder.Write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+        Folder.Write("main.sfx", MainSfxFile());
     }
 
     std::string LevelOf(VersionCode game) const { return Folder.File(LevelName(game)); }

@@ -91,38 +91,31 @@ TEST_F(ManyFilesTest, GoThroughFoldersAndTellEachFileInALine)
 TEST_F(ManyFilesTest, FindObjects)
 {
     Expect(0, "convert %2 -o %in/made.was");
-    struct Row
-    {
-        std::string Words;
-        int Status;
-        std::string Out;
-        std::string Told{};
-    };
     const std::string level = "%in/b/one.tr2\t";
     const std::string set = "%in/made.was\t";
     const std::string other = "%in/a/deep/one.TR4\t";
     const std::string fan = "moveable\t95\tAir fan\t2\t2\t9\n";
     const std::string crate = "moveable\t67\tMovable cubical block (pushable)\t1\t0\t2\n";
     const std::string plant = "static\t0\tPLANT0\t1\t0\t1\n";
-    const std::vector<Row> rows{
-        {"air?fan %in/b/one.tr2", 0, level + fan},
+    const std::vector<std::tuple<std::string, int, std::string, std::string>> rows{
+        {"air?fan %in/b/one.tr2", 0, level + fan, ""},
         {"67 90-99,static:PLANT0 %in/b/one.tr2 %in/made.was", 0,
-         level + crate + level + fan + level + plant + set + crate + set + fan + set + plant},
+         level + crate + level + fan + level + plant + set + crate + set + fan + set + plant, ""},
         {"--sound 17 -r %in", 0,
          other + "sound\t17\t-\t-\t-\t-\n" + level + "sound\t17\t-\t-\t-\t-\n" + set +
-             "sound\t17\t-\t-\t-\t-\n"},
-        {"LARRA -r %in", 1, ""},
+             "sound\t17\t-\t-\t-\t-\n",
+         ""},
+        {"LARRA -r %in", 1, "", ""},
         {"LARRA %none.tr2", 2, "", "none of the words is a file or a folder"},
         {", %in/b/one.tr2", 2, "", "names no object"},
         {"--same-as %none.tr2:LARA %in/b/one.tr2", 2, "", "is not LEVEL:NAME"},
         {"--same-as %2:LARRA %in/b/one.tr2", 2, "", "near: LARA"},
-        {"-q LARA -r %in", 0, ""},
+        {"-q LARA -r %in", 0, "", ""},
         {"LARA %in/a/bad.phd", 1, "", "bad.phd: MORLIK: Unknown level version - 0x63345254 If"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(WithSlashes(Expect(row.Status, "find " + row.Words, row.Told).Out),
-                  WithSlashes(Filled(row.Out)))
-            << row.Words;
+    for (const auto& [words, status, out, told] : rows)
+        EXPECT_EQ(WithSlashes(Expect(status, "find " + words, told).Out), WithSlashes(Filled(out)))
+            << words;
     // The same meshes in the level, in its set and, by chance of the sample, in other games.
     const auto lines = LinesOf(Run("find --same-as %2:static:PLANT0 --json-lines -r %in"));
     Strings files;

@@ -6,9 +6,7 @@
 #include "set/ReadSet.h"
 #include "tests/cli/RunCli.h"
 
-#include <algorithm>
 #include <functional>
-#include <gtest/gtest.h>
 #include <numeric>
 
 #ifdef MORLIK_PNG
@@ -350,14 +348,8 @@ TEST_F(PictureCommands, LeaveOutWhatIsDamaged)
 
 TEST_F(PictureCommands, WriteGltfOfChosenObjects)
 {
-    struct Row
-    {
-        std::string Words; ///< behind the name of the command and the file
-        int Status;
-        std::string Told;
-        Strings Files;
-    };
-    const std::vector<Row> rows{
+    // What stands behind the name of the command and the file; the files that come of it.
+    const std::vector<std::tuple<std::string, int, std::string, Strings>> rows{
         {"-d %models --objects lara,static:* --without static:0-90", 0, "", {"0-Lara.glb"}},
         {"-d %models --objects 0 --gltf --skin",
          0,

@@ -1,13 +1,10 @@
 #pragma once
 
 #include "cli/Commands.h"
-#include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <sstream>
 
 namespace morlik::test
@@ -59,7 +56,7 @@ protected:
             Levels.push_back(File(name));
             Write(name, samples::MakeRichLevel(game));
         }
-        Write("MAIN.Sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+        Write("MAIN.Sfx", MainSfxFile());
     }
 
     std::string File(const std::string& name) const

@@ -11,9 +11,7 @@
 #include "tests/support/Conversion.h"
 #include "tests/support/RealLevels.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <random>
 
 namespace morlik::test
@@ -196,9 +194,7 @@ void ExpectChoicesGood(Session& program)
     }
 }
 
-class ChosenObjects : public testing::TestWithParam<VersionCode>
-{
-};
+using ChosenObjects = testing::TestWithParam<VersionCode>;
 
 TEST_P(ChosenObjects, OfSamplesAreThoseOfTheWholeSet)
 {

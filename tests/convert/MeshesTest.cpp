@@ -2,8 +2,6 @@
 #include "samples/Models.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 
@@ -247,22 +245,15 @@ TEST(UsedTextures, OfFractionalLevelsBeginWithOneThatNothingMirrors)
     }
 }
 
-/// One horizon conversion. The vertices 0, 1 and 2 lie at, 3 above and 4 below the line.
-struct HorizonRow
-{
-    VersionCode Version;
-    bool SkyFix;
-    std::vector<std::pair<std::array<std::int16_t, 4>, std::uint8_t>> Rectangles; ///< and colours
-    std::vector<std::pair<std::array<std::int16_t, 4>, std::uint8_t>> Triangles;
-    std::vector<int> Textures; ///< of all faces
-    const char* Layer;         ///< colour of the clouds; null for the text without them
-};
-
 TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
 {
     constexpr std::uint8_t kBright = 9; // (10, 20, 30)
     constexpr std::uint8_t kDark = 8;   // (0, 20, 30)
-    const std::vector<HorizonRow> rows{
+    // The vertices 0, 1 and 2 lie at, 3 above and 4 below the line. Behind the faces with their
+    // colours stand the textures of all and the colour of the clouds; null for the text without.
+    using Faces = std::vector<std::pair<std::array<std::int16_t, 4>, std::uint8_t>>;
+    using Textures = std::vector<int>;
+    const std::vector<std::tuple<VersionCode, bool, Faces, Faces, Textures, const char*>> rows{
         {kTR2, false, {{{0, 1, 2, 3}, 9}}, {{{0, 1, 3}, 9}, {{0, 1, 4}, 8}}, {9, 9, 8}, nullptr},
         {kTR3, false, {{{0, 1, 2, 4}, 9}}, {{{0, 1, 3}, 9}, {{0, 1, 4}, 8}}, {9, 9, 256}, nullptr},
         {kTR2,
@@ -282,43 +273,43 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
         {kTR2, true, {}, {}, {}, nullptr},
     };
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const HorizonRow& row = rows[i];
+        const auto& [game, fixesSky, rectangles, triangles, wanted, layer] = rows[i];
         MeshContent mesh;
         mesh.Vertices = {{5, 0, 5}, {5, 0, 5}, {5, 0, 5}, {5, -1, 5}, {-5, 1, -5}};
-        for (const auto& [vertices, colour] : row.Rectangles)
+        for (const auto& [vertices, colour] : rectangles)
             mesh.ColouredRectangles.push_back({vertices, Word(colour << 8 | 1)});
-        for (const auto& [vertices, colour] : row.Triangles)
+        for (const auto& [vertices, colour] : triangles)
             mesh.ColouredTriangles.push_back({vertices, Word(colour << 8 | 1)});
-        MeshLevel made(row.Version, {Corner(), mesh}, {});
+        MeshLevel made(game, {Corner(), mesh}, {});
         made.Level.Palette16[kBright] = {10, 20, 30};
         made.Level.Palette16[kDark] = {0, 20, 30};
         made.Level.Palette16[255] = {255, 1, 2};
-        const std::int32_t id = row.Version == kTR2 ? 254 : 355;
+        const std::int32_t id = game == kTR2 ? 254 : 355;
         made.Level.Moveables = {{.ObjectID = id}, {.ObjectID = id, .StartingMesh = 1}};
-        made.Host.SkyFixTicked = row.SkyFix;
+        made.Host.SkyFixTicked = fixesSky;
         ASSERT_TRUE(made.Convert());
         std::vector<int> textures;
         for (const WadFace& face : made.FacesOf(1))
             textures.push_back(face.Texture);
-        EXPECT_EQ(textures, row.Textures) << i;
+        EXPECT_EQ(textures, wanted) << i;
         Strings lines{"Horizon information", "-------------------",
                       "This WAS has a horizon included."};
-        if (row.Layer != nullptr)
+        if (layer != nullptr)
             lines.insert(lines.end(),
                          {"The horizon has support for clouds",
                           "To enable clouds with the color from the horizon, paste this in the "
                           "script:",
-                          std::string("Layer1=") + row.Layer});
+                          std::string("Layer1=") + layer});
         else
             lines.emplace_back("The horizon is NOT updates for cloud support");
         EXPECT_EQ(made.Info, lines) << i;
         for (const std::int16_t vertex : {Word(5), Word(-1)}) { // of 5
             mesh.ColouredRectangles = {{{0, 1, 2, vertex}, 1}};
-            made.MeshData = EncodeMesh(mesh, row.Version);
+            made.MeshData = EncodeMesh(mesh, game);
             made.Level.MeshPointers = {0};
             made.Level.Moveables = {{.ObjectID = id}};
             EXPECT_EQ(EndOf([&] { made.Convert(); }),
-                      row.SkyFix ? "Mesh 0 is damaged - can't continue!" : "");
+                      fixesSky ? "Mesh 0 is damaged - can't continue!" : "");
         }
     }
 }

@@ -1,10 +1,8 @@
 // Whole sets, from the level to its files and back, of the sample levels and of real ones.
 
-#include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "convert/ConvertLevel.h"
 #include "convert/RawMesh.h"
-#include "samples/MainSfx.h"
 #include "samples/Textures.h"
 #include "set/Sounds.h"
 #include "tests/support/Conversion.h"
@@ -12,7 +10,6 @@
 #include "tests/support/SameSet.h"
 
 #include <cstdlib>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {
@@ -136,7 +133,7 @@ TEST(ObjectSets, OfTheSampleLevelsAreGoodInBothFormsWithAndWithoutOptions)
             Conversion run;
             run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
             const auto mainSfx = run.Folder.File("main.sfx");
-            WriteWholeFile(mainSfx, samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+            WriteWholeFile(mainSfx, MainSfxFile());
             if (ticked)
                 run.Host.OpenAnswers = {mainSfx, mainSfx};
             ASSERT_TRUE(run.Load(level));

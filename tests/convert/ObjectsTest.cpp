@@ -2,7 +2,6 @@
 #include "convert/FixAnimDispatches.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
 #include <limits>
 
 namespace morlik::test

@@ -4,7 +4,6 @@
 #include "tests/support/Conversion.h"
 
 #include <cstring>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {

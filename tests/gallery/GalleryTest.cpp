@@ -6,7 +6,6 @@
 #include "picture/PNG.h"
 #include "tests/cli/RunCli.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace morlik::test
@@ -21,28 +20,22 @@ using nlohmann::json;
 
 TEST(GalleryTextsTest, NamesComeIntoPagesAsTexts)
 {
-    struct Row
-    {
-        std::string Text;
-        std::string Escaped;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<std::string, std::string>> rows{
         {"<script>alert(1)</script>", "&lt;script&gt;alert(1)&lt;/script&gt;"},
         {R"(a" onload='x' & b)", "a&quot; onload=&#39;x&#39; &amp; b"},
         {"caf\xe9 \xc3\xa9", "caf\xc3\xa9 \xc3\xa9"},
         {"a\x1b\n\x7f\xc2\x85", "a\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(gallery::EscapeHtml(row.Text), row.Escaped);
-        const LevelCards cards{
-            .Title = row.Text,
-            .Game = kTR3,
-            .Objects = {{.ID = 7, .Name = row.Text, .EditorName = row.Text + "2"}},
-            .Sounds = {},
-            .Strip = {}};
+    for (const auto& [text, escaped] : rows) {
+        EXPECT_EQ(gallery::EscapeHtml(text), escaped);
+        const LevelCards cards{.Title = text,
+                               .Game = kTR3,
+                               .Objects = {{.ID = 7, .Name = text, .EditorName = text + "2"}},
+                               .Sounds = {},
+                               .Strip = {}};
         const std::string page = gallery::LevelPage(cards);
-        EXPECT_PRED2(Has, page, "<h1>" + row.Escaped + "</h1>");
-        EXPECT_PRED2(Has, page, "in IV: " + row.Escaped + "2</p>");
+        EXPECT_PRED2(Has, page, "<h1>" + escaped + "</h1>");
+        EXPECT_PRED2(Has, page, "in IV: " + escaped + "2</p>");
         EXPECT_EQ(page.find("<script>"), std::string::npos);
         const std::string script = gallery::LevelScript(cards);
         EXPECT_EQ(std::ranges::count(script, '\n'), 1);

@@ -12,9 +12,7 @@
 #include "tests/support/HeapPeak.h"
 #include "tests/support/RealLevels.h"
 
-#include <algorithm>
 #include <cmath>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {

@@ -1,17 +1,13 @@
 // Levels with one fault each. Whatever is wrong with a file, a load and a save end in a message or
 // in a set, never in a crash.
 
-#include "base/Text.h"
 #include "level/Readers.h"
-#include "samples/MainSfx.h"
 #include "side/MainSFX_Mod.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 #include "tests/support/SameSet.h"
 
-#include <algorithm>
 #include <ctime>
-#include <gtest/gtest.h>
 #include <map>
 #include <optional>
 #include <set>
@@ -118,9 +114,7 @@ private:
     std::optional<ObjectSet> good_;
 };
 
-class Damage : public testing::TestWithParam<VersionCode>
-{
-};
+using Damage = testing::TestWithParam<VersionCode>;
 INSTANTIATE_TEST_SUITE_P(AllGames, Damage, testing::ValuesIn(kGames));
 
 TEST_P(Damage, BySoManyObjectsThatNoLevelHasThemIsAReadErrorWithItsPlace)
@@ -299,9 +293,7 @@ TEST_P(Damage, OfTheSmallestLevelIsFoundAtEveryLength)
 }
 
 /// The games whose models differ in form.
-class DamageOfModels : public testing::TestWithParam<VersionCode>
-{
-};
+using DamageOfModels = testing::TestWithParam<VersionCode>;
 INSTANTIATE_TEST_SUITE_P(Forms, DamageOfModels, testing::Values(kTR1, kTR3, kTR4, kTR5));
 
 TEST_P(DamageOfModels, IsASetOrAKnownMessageWhateverWordItHits)

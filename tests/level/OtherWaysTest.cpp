@@ -3,11 +3,7 @@
 
 #include "check/ObjectSetCheck.h"
 #include "level/Extension.h"
-#include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
-
-#include <algorithm>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {
@@ -38,45 +34,36 @@ LevelContent LevelWithMessage(VersionCode game)
 
 TEST(OtherWays, OpenALevelThatCanNotBeReadAsItsNameTells)
 {
-    struct Row
-    {
-        VersionCode Game;
-        bool OtherPalette;
-        const char* Name;
-        VersionCode ToldByName;
-        const char* LogLine; ///< of the other way
-    };
-    const std::vector<Row> rows{
-        {kTR1, true, "demo.phd", kTR1, "-Palette where .TUB files have it"},
-        {kTR1Gold, true, "gold.tub", kTR1Gold, "-Palette where .PHD files have it"},
-        {kTR5, false, "tr5.trc.bak", kTR4, "-LevelVersion:5"},
-        {kTR5, false, "level.tr5", kTR4, "-LevelVersion:5"},
-        {kTR4, false, "level.trc", kTR5, "-LevelVersion:4"},
-        {kTR4, false, "model.trc", kTR5Demo, "-LevelVersion:4"}};
-    for (const Row& row : rows) {
-        LevelContent level = LevelWithMessage(row.Game);
+    const std::vector<std::tuple<VersionCode, const char*, VersionCode, std::string>> rows{
+        {kTR1, "demo.phd", kTR1, "-Palette where .TUB files have it"},
+        {kTR1Gold, "gold.tub", kTR1Gold, "-Palette where .PHD files have it"},
+        {kTR5, "tr5.trc.bak", kTR4, "-LevelVersion:5"},
+        {kTR5, "level.tr5", kTR4, "-LevelVersion:5"},
+        {kTR4, "level.trc", kTR5, "-LevelVersion:4"},
+        {kTR4, "model.trc", kTR5Demo, "-LevelVersion:4"}};
+    for (const auto& [game, name, toldByName, logLine] : rows) {
+        LevelContent level = LevelWithMessage(game);
         std::array<Conversion, 2> runs;
-        for (Conversion& run : runs) {
+        for (Conversion& run : runs)
             run.OpenLog();
-        }
         ASSERT_TRUE(runs[0].Load(level));
-        level.OtherPalettePlace = row.OtherPalette;
+        level.OtherPalettePlace = logLine.starts_with("-Palette");
         const auto file = WriteLevel(level).Bytes;
-        ASSERT_TRUE(runs[1].Load(file, row.Name)) << row.Name;
+        ASSERT_TRUE(runs[1].Load(file, name)) << name;
         EXPECT_EQ(runs[1].Program.Level.Version, runs[0].Program.Level.Version);
         EXPECT_EQ(runs[1].Host.Messages(), runs[0].Host.Messages());
         const auto lines = runs[1].LogLines();
-        EXPECT_EQ(lines.at(1), "-LevelVersion:" + DigitsOf(row.ToldByName));
+        EXPECT_EQ(lines.at(1), "-LevelVersion:" + DigitsOf(toldByName));
         EXPECT_EQ(lines.at(2).find("-Can't be read as its name tells: "), 0U) << lines[2];
-        EXPECT_EQ(lines.at(3), row.LogLine);
+        EXPECT_EQ(lines.at(3), logLine);
         EXPECT_EQ(lines.size(), runs[0].LogLines().size() + 2);
-        EXPECT_EQ(WadOf(runs[1]), WadOf(runs[0])) << row.Name;
+        EXPECT_EQ(WadOf(runs[1]), WadOf(runs[0])) << name;
 
         // Without its end it can be read in no way: then the name counts.
         Conversion cut;
         cut.OpenLog();
-        EXPECT_FALSE(cut.Load({file.begin(), file.begin() + std::ssize(file) / 2}, row.Name));
-        EXPECT_EQ(cut.Program.State.LevelVersion, row.ToldByName);
+        EXPECT_FALSE(cut.Load({file.begin(), file.begin() + std::ssize(file) / 2}, name));
+        EXPECT_EQ(cut.Program.State.LevelVersion, toldByName);
         const auto told = cut.Host.Messages();
         EXPECT_EQ(std::count(told.begin(), told.end(), told.back()), 1)
             << testing::PrintToString(told);

@@ -1,9 +1,6 @@
 #include "level/Compressed.h"
 #include "tests/support/Conversion.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 
@@ -85,16 +82,11 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
                                            ": No such file or directory"});
 }
 
-/// What a section makes of a count of 0 and of -1: "++" takes both, "+-" the first, "--" none.
-struct CountRow
-{
-    const char* Name;
-    void (*Empty)(LevelContent&);
-    const char* Older;
-    const char* TR4;
-    const char* TR5;
-};
-
+/// What a section makes of a count of 0 and of -1 in games I to III, in IV and in V: "++" takes
+/// both,
+/// "+-" the first, "--" none.
+using CountRow =
+    std::tuple<const char*, void (*)(LevelContent&), const char*, const char*, const char*>;
 const std::vector<CountRow> kCountRows{
     {"Rooms", [](LevelContent& c) { c.Rooms.clear(); }, "--", "+-", "+-"},
     {"Room 0 X sectors", [](LevelContent& c) { c.Rooms[0].NumXSectors = 0; }, "--", "+-", ""},
@@ -124,17 +116,16 @@ const std::vector<CountRow> kCountRows{
 TEST(ReadTR, TakesCountsOf0AndLessWhereTheGameAllowsThem)
 {
     for (const VersionCode game : kGames) {
-        for (const CountRow& row : kCountRows) {
+        for (const auto& [name, empty, older, fourth, fifth] : kCountRows) {
             LevelContent level = MakeTinyLevel(game);
-            row.Empty(level);
+            empty(level);
             LevelFile part = PartOf(level);
-            const std::string expected =
-                game == kTR4 ? row.TR4 : (game == kTR5 ? row.TR5 : row.Older);
+            const std::string expected = game == kTR4 ? fourth : game == kTR5 ? fifth : older;
             for (std::size_t i = 0; i < expected.size(); ++i) {
-                part.SetCount(row.Name, -static_cast<std::int64_t>(i));
+                part.SetCount(name, -static_cast<std::int64_t>(i));
                 Conversion run;
                 EXPECT_EQ(run.Load(FileOf(level, part), LevelName(game)), expected[i] == '+')
-                    << game << ' ' << row.Name << " at -" << i;
+                    << game << ' ' << name << " at -" << i;
             }
         }
     }
@@ -142,6 +133,9 @@ TEST(ReadTR, TakesCountsOf0AndLessWhereTheGameAllowsThem)
 
 TEST(ReadTR, FillsWhatEachGameHasAndLeavesTheRest)
 {
+    Conversion demo;
+    ASSERT_TRUE(demo.Load(WriteLevel(MakeTinyLevel(kTR5)).Bytes, "model.trc"));
+    EXPECT_EQ(demo.Program.State.LevelVersion, kTR5); // as its other levels
     for (const VersionCode game : kGames) {
         LevelContent content = MakeRichLevel(game);
         content.SoundMap.fill(7);
@@ -215,13 +209,6 @@ TEST(ReadTR, LetsTheSampleListEndEarly)
         EXPECT_EQ(sizes(run),
                   wrong > -1000000 ? std::vector<std::size_t>{0} : std::vector<std::size_t>{});
     }
-}
-
-TEST(ReadTR, LoadsADemoOfTombRaiderVAsOneOfItsLevels)
-{
-    Conversion run;
-    ASSERT_TRUE(run.Load(WriteLevel(MakeTinyLevel(kTR5)).Bytes, "model.trc"));
-    EXPECT_EQ(run.Program.State.LevelVersion, kTR5);
 }
 
 TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)

@@ -5,8 +5,6 @@
 #include "samples/Textures.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 
@@ -83,14 +81,9 @@ ObjectTexture Rectangle(const std::array<std::uint8_t, 6>& c)
 
 TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
 {
-    struct Row
-    {
-        std::array<std::uint8_t, 6> Corners;
-        std::vector<int> Box; ///< empty where the program ends
-        std::int32_t Code;
-        std::size_t Messages;
-    };
-    const std::vector<Row> rows{
+    using Corners = std::array<std::uint8_t, 6>;
+    using Place = std::vector<int>; // of the box; empty where the program ends
+    const std::vector<std::tuple<Corners, Place, std::int32_t, std::size_t>> rows{
         {{1, 0, 255, 1, 5, 9}, {0, 5, 255, 4, 255, 255}, 1, 0},
         {{0xff, 30, 20, 1, 5, 9}, {20, 5, 10, 4, 255, 255}, -1, 0},
         {{1, 3, 4, 0xff, 9, 0}, {3, 0, 1, 9, 255, 255}, 1, 0},
@@ -102,18 +95,18 @@ TEST(ConvertTextInfo, TurnsRectanglesOverAndTellsThoseThatCannotBe)
         {{0xff, 10, 20, 1, 5, 9}, {}, 0, 1},
     };
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const Row& row = rows[i];
-        const ObjectTexture good = Rectangle(rows[0].Corners);
-        const Textures made({good, Rectangle(row.Corners), good});
+        const auto& [corners, place, code, messages] = rows[i];
+        const ObjectTexture good = Rectangle(std::get<0>(rows[0]));
+        const Textures made({good, Rectangle(corners), good});
         EXPECT_EQ(made.Host.Messages(),
-                  Strings(row.Messages, "MORLIK: ConvertTextInfo -> Error reading texture1"))
+                  Strings(messages, "MORLIK: ConvertTextInfo -> Error reading texture1"))
             << i;
-        EXPECT_EQ(!made.End.empty(), row.Box.empty()) << i;
-        if (row.Box.empty())
+        EXPECT_EQ(!made.End.empty(), place.empty()) << i;
+        if (place.empty())
             continue;
-        EXPECT_EQ(Box(made.Level.Textures.at(1).Info), row.Box) << i;
-        EXPECT_EQ(made.Level.Textures.at(1).TextureFlip, row.Code) << i;
-        EXPECT_EQ(Box(made.Level.Textures.at(2).Info), rows[0].Box) << i;
+        EXPECT_EQ(Box(made.Level.Textures.at(1).Info), place) << i;
+        EXPECT_EQ(made.Level.Textures.at(1).TextureFlip, code) << i;
+        EXPECT_EQ(Box(made.Level.Textures.at(2).Info), std::get<1>(rows[0])) << i;
         EXPECT_EQ(made.Remaps(), (std::vector<std::int32_t>{0, 1, 2}));
     }
 }
@@ -180,24 +173,19 @@ TEST(TextureForm, IsToldByCornersAndSizes)
     EXPECT_FALSE(isFractional(63, other, {kOther, kOther, kOther, kClassic}));
 
     constexpr std::int32_t kOne = 0x3f800000; // 1.0 as a float
-    struct Row
-    {
-        std::int32_t Size;
-        bool Classic;
-        bool Float;
-    };
-    for (const Row& row :
-         {Row{0, true, true}, Row{255, true, false}, Row{256, false, false}, Row{-1, false, false},
-          Row{kOne, false, true}, Row{kOne - 1, false, false}, Row{0x47800000, false, true},
-          Row{0x47800001, false, false}}) {
+    const std::vector<std::tuple<std::int32_t, bool, bool>> rows{
+        {0, true, true},           {255, true, false},        {256, false, false},
+        {-1, false, false},        {kOne, false, true},       {kOne - 1, false, false},
+        {0x47800000, false, true}, {0x47800001, false, false}};
+    for (const auto& [size, isClassic, isFloat] : rows) {
         for (const bool wide : {false, true}) {
             // The corner is not at the middle of its pixel: the sizes alone tell.
             ObjectTextureTR45 texture{.Corners = {kOther, kOther, kOther, kOther}};
-            (wide ? texture.Width : texture.Height) = row.Size;
+            (wide ? texture.Width : texture.Height) = size;
             const std::vector textures{ObjectTextureTR45{}, texture};
-            EXPECT_EQ(HasClassicSizes(textures), row.Classic) << row.Size;
-            EXPECT_EQ(HasFloatSizes(textures), row.Float) << row.Size;
-            EXPECT_EQ(FormOf(textures) == TextureForm::Fractional, !row.Classic && row.Float);
+            EXPECT_EQ(HasClassicSizes(textures), isClassic) << size;
+            EXPECT_EQ(HasFloatSizes(textures), isFloat) << size;
+            EXPECT_EQ(FormOf(textures) == TextureForm::Fractional, !isClassic && isFloat);
         }
     }
     // With sizes of the games' own tools, boxes from even to odd pixels are theirs too.

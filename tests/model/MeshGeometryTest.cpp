@@ -8,7 +8,6 @@
 #include "tests/support/RealLevels.h"
 
 #include <functional>
-#include <gtest/gtest.h>
 #include <utility>
 
 namespace morlik::test

@@ -8,7 +8,6 @@
 #include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
-#include <gtest/gtest.h>
 #include <numeric>
 
 namespace morlik::test
@@ -252,20 +251,9 @@ TEST_F(RenderTest, ShowsACubeFromSixSides)
 
 TEST_F(RenderTest, HidesAddsAndLeavesOut)
 {
-    struct Face
-    {
-        std::int32_t Texture;
-        std::int16_t Nearer, Flags;
-    };
-    struct Case
-    {
-        const char* Name;
-        Colour Background;
-        std::vector<Face> Faces;
-        Colour Middle;
-    };
     constexpr Colour kSum = Opaque(255, 32, 23);
-    const std::array<Case, 8> cases{{
+    using Faces = std::vector<std::array<std::int16_t, 3>>; // texture, how much nearer, flags
+    const std::vector<std::tuple<const char*, Colour, Faces, Colour>> cases{
         {"nothing", 0, {}, 0},
         {"nearer last", 0, {{1, 0, 0}, {2, 3, 0}}, kBright},
         {"nearer first", 0, {{2, 3, 0}, {1, 0, 0}}, kBright},
@@ -277,7 +265,7 @@ TEST_F(RenderTest, HidesAddsAndLeavesOut)
          0,
          {{1, 0, 1}},
          Opaque(255, 191, 128) - kOpaque + (40U << 24U)},
-    }};
+    };
     for (const auto& [name, background, faces, middle] : cases) {
         SCOPED_TRACE(name);
         mesh_ = {};

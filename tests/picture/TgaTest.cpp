@@ -2,9 +2,6 @@
 #include "picture/TGA_Mod.h"
 #include "tests/support/Conversion.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 
@@ -98,14 +95,8 @@ TEST_F(TgaTest, ShowsRoomTilesAndAboveThemBumpTiles)
 
 TEST_F(TgaTest, CountsTilesByTheFacesOfTheRooms)
 {
-    struct Case
-    {
-        VersionCode Version;
-        std::vector<std::int16_t> Rectangles;
-        std::vector<std::int16_t> Triangles;
-        std::int16_t NumRoomTiles;
-    };
-    const std::vector<Case> cases{
+    using Textures = std::vector<std::int16_t>; // of rectangles and of triangles
+    const std::vector<std::tuple<VersionCode, Textures, Textures, std::int16_t>> cases{
         {kTR3, {2, 11, 4}, {3}, 12},
         {kTR2, {2}, {9}, 10},
         {kTR1, {0, -32768 + 7}, {0}, 1}, // 0 and what has the top bit set don't count
@@ -113,10 +104,9 @@ TEST_F(TgaTest, CountsTilesByTheFacesOfTheRooms)
         {kTR4, {5}, {}, 0},              // the level file tells
         {kTR2, {}, {}, 1},
     };
-    for (const Case& c : cases) {
-        const LevelData level = LevelWithFaces(c.Version, c.Rectangles, c.Triangles);
-        EXPECT_EQ(CountRoomTiles(level), c.NumRoomTiles) << "game " << c.Version;
-    }
+    for (const auto& [game, rectangles, triangles, numRoomTiles] : cases)
+        EXPECT_EQ(CountRoomTiles(LevelWithFaces(game, rectangles, triangles)), numRoomTiles)
+            << "game " << game;
 }
 
 TEST_F(TgaTest, CaptionTellsProgressAndComesBack)
@@ -154,21 +144,17 @@ TEST_F(TgaTest, RefusesWhatCannotBeWritten)
         return good;
     };
     EXPECT_FALSE(fits(LevelWithFaces(kTR3, {127}, {}), "128 room tiles and 0 bump tiles"));
-    struct Row
-    {
-        std::int16_t Rooms;
-        std::int16_t Bumps; ///< of half the height
-        bool Fits;
-    };
-    for (const Row& row :
-         {Row{127, 1, true}, Row{127, 2, false}, Row{100, 100, false}, Row{0, 0, true},
-          Row{0, 1, true}, Row{-1, 4, false}, Row{4, -1, false}}) {
+    // Tiles of rooms, and bump tiles, which have half the height.
+    const std::vector<std::tuple<std::int16_t, std::int16_t, bool>> rows{
+        {127, 1, true}, {127, 2, false}, {100, 100, false}, {0, 0, true},
+        {0, 1, true},   {-1, 4, false},  {4, -1, false}};
+    for (const auto& [rooms, bumps, good] : rows) {
         LevelData level = NumberedRows(kTR5, 1);
-        level.NumRoomTiles = row.Rooms;
-        level.NumBumpTiles = row.Bumps;
-        EXPECT_EQ(fits(level, std::to_string(row.Rooms) + " room tiles and " +
-                                  std::to_string(row.Bumps) + " bump tiles"),
-                  row.Fits);
+        level.NumRoomTiles = rooms;
+        level.NumBumpTiles = bumps;
+        EXPECT_EQ(fits(level, std::to_string(rooms) + " room tiles and " + std::to_string(bumps) +
+                                  " bump tiles"),
+                  good);
     }
     EXPECT_FALSE(std::filesystem::exists(Name));
 

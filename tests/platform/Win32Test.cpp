@@ -10,9 +10,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 using namespace std::string_literals;
 
 TEST(Win32Text, KeepsEveryLetterAndReplacesWhatIsNone)
@@ -53,8 +50,6 @@ TEST(Win32, KnowsTheUsersFolderAndTheDate)
     const std::time_t now = std::time(nullptr);
     EXPECT_PRED2(Has, ShortDate(), std::to_string(std::localtime(&now)->tm_mday));
 }
-
-} // namespace
 
 } // namespace morlik::test
 

@@ -10,12 +10,7 @@
 #include "tests/support/WaveFile.h"
 #include "tests/window/DiskSound.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
-{
-
-namespace
 {
 
 TEST(Decode, GivesTheValuesOfEachCoding)
@@ -127,7 +122,5 @@ TEST(Player, TellsWhyThereIsNoSound)
     EXPECT_TRUE(player->Play(wave));
     EXPECT_EQ(player->Error(), "");
 }
-
-} // namespace
 
 } // namespace morlik::test

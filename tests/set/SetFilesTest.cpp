@@ -7,8 +7,6 @@
 #include "set/Was.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 

@@ -1,12 +1,8 @@
 #include "shell/Batch.h"
 
-#include "base/Text.h"
 #include "shell/MORLIK_Main.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/MemoryRegistry.h"
-
-#include <algorithm>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {
@@ -16,41 +12,30 @@ namespace
 
 TEST(BatchLine, IsCutByPositionsAndNeverSplit)
 {
-    struct Row
-    {
-        const char* Line;
-        bool Good;
-        const char* Level;
-        const char* Title;
-        const char* Output;
-    };
-    const std::vector<Row> rows{
-        {R"(/makewas C:\levels\city.tr4 /export C:\out\city.was)", true, R"(C:\levels\city.tr4)",
+    // Level, title and output of each.
+    const std::vector<std::array<const char*, 4>> rows{
+        {R"(/makewas C:\levels\city.tr4 /export C:\out\city.was)", R"(C:\levels\city.tr4)",
          "city.tr4", R"(C:\out\city.was)"},
-        {"/MakeWAS /my levels/a b.phd /export /out put/a.was", true, "/my levels/a b.phd",
-         "a b.phd", "/out put/a.was"},
-        {"/makewas x/a.phd  /export o.was", true, "x/a.phd ", "a.phd ", "o.was"},
-        {R"(/makewas "a.phd" /export "o.was")", true, R"("a.phd")", R"("a.phd")", R"("o.was")"},
-        {R"(/makewas-a\b/c.phd+/export=o.was /export p)", true, R"(a\b/c.phd)", "c.phd",
+        {"/MakeWAS /my levels/a b.phd /export /out put/a.was", "/my levels/a b.phd", "a b.phd",
+         "/out put/a.was"},
+        {"/makewas x/a.phd  /export o.was", "x/a.phd ", "a.phd ", "o.was"},
+        {R"(/makewas "a.phd" /export "o.was")", R"("a.phd")", R"("a.phd")", R"("o.was")"},
+        {R"(/makewas-a\b/c.phd+/export=o.was /export p)", R"(a\b/c.phd)", "c.phd",
          "o.was /export p"},
-        {"/makewas x/export/a.phd /export o.was", true, "", "", "a.phd /export o.was"},
-        {"/makewas a.phd /EXPORT o.was", false, "", "", ""},
-        {"/makewas a.phd", false, "", "", ""},
-        {"/makewas", false, "", "", ""},
-        {"/makewas a.phd /export", false, "", "", ""},
-        {"/makewas a.phd /export ", false, "", "", ""},
-        {"/makewas /export o.was", false, "", "", ""},
+        {"/makewas x/export/a.phd /export o.was", "", "", "a.phd /export o.was"},
     };
-    for (const Row& row : rows) {
-        EXPECT_TRUE(IsBatch(row.Line));
-        const auto paths = CutBatchLine(row.Line);
-        ASSERT_EQ(paths.has_value(), row.Good) << row.Line;
-        if (!paths)
-            continue;
-        EXPECT_EQ(paths->Level, row.Level);
-        EXPECT_EQ(GetTitle(paths->LevelWithBlank), row.Title) << row.Line;
-        EXPECT_EQ(paths->Output, row.Output);
+    for (const auto& [line, level, title, output] : rows) {
+        EXPECT_TRUE(IsBatch(line));
+        const auto paths = CutBatchLine(line);
+        ASSERT_TRUE(paths) << line;
+        EXPECT_EQ(paths->Level, level);
+        EXPECT_EQ(GetTitle(paths->LevelWithBlank), title) << line;
+        EXPECT_EQ(paths->Output, output);
     }
+    for (const char* line :
+         {"/makewas a.phd /EXPORT o.was", "/makewas a.phd", "/makewas", "/makewas a.phd /export",
+          "/makewas a.phd /export ", "/makewas /export o.was"})
+        EXPECT_TRUE(IsBatch(line) && !CutBatchLine(line)) << line;
     EXPECT_TRUE(IsBatch("/makewashing"));
     for (const char* line : {"", "/makewa", " /makewas a"})
         EXPECT_FALSE(IsBatch(line)) << line;
@@ -74,30 +59,23 @@ bool Batch(Conversion& run, const std::string& level, const std::string& output)
 
 TEST(Batch, LogsEveryStage)
 {
-    struct Row
-    {
-        VersionCode Game;
-        std::string Level;
-        std::int16_t Version;
-        std::string Reading; ///< of its textures
+    const std::vector<std::tuple<VersionCode, std::string, std::string>> rows{
+        {kTR2, "a b.tr2", "-Converting Textures"},
+        {kTR3, "c.tr2", "-Converting textures"},
+        {kTR1Gold, "c.TUB", "-Converting Textures"},
+        {kTR4, "c.tr4", ""},
     };
-    const std::vector<Row> rows{
-        {kTR2, "a b.tr2", 2, "-Converting Textures"},
-        {kTR3, "c.tr2", 3, "-Converting textures"},
-        {kTR1Gold, "c.TUB", 15, "-Converting Textures"},
-        {kTR4, "c.tr4", 4, ""},
-    };
-    for (const Row& row : rows) {
+    for (const auto& [game, name, reading] : rows) {
         Conversion run;
         run.Host.Date = "11/24/26";
         run.Folder.Write("MORLIK.log", std::vector<std::byte>(10000));
         OpenLog(run.Program.Report);
-        run.Folder.Write(row.Level, WriteLevel(samples::MakeTinyLevel(row.Game)).Bytes);
-        EXPECT_TRUE(Batch(run, row.Level, run.Output(".WAS")));
+        run.Folder.Write(name, WriteLevel(samples::MakeTinyLevel(game)).Bytes);
+        EXPECT_TRUE(Batch(run, name, run.Output(".WAS")));
         EXPECT_EQ(run.Host.Messages(), Strings{"Morlik v1.6: WAS Saved!"});
-        EXPECT_EQ(NumberOf(run.Program.Level.Version), row.Version == 15 ? 1 : row.Version);
+        EXPECT_EQ(run.Program.Level.Version, game == kTR1Gold ? kTR1 : game);
 
-        const std::string level = run.Folder.File(row.Level);
+        const std::string level = run.Folder.File(name);
         const std::string set = run.Output(".WAS");
         Strings expected{"MORLIK v1.6",
                          "File created on 11/24/26",
@@ -108,8 +86,8 @@ TEST(Batch, LogsEveryStage)
                          "Loading TR4Objects.dat",
                          "Loading level",
                          "-LevelFile:" + level,
-                         "-LevelVersion:" + std::to_string(row.Version),
-                         row.Reading,
+                         "-LevelVersion:" + std::to_string(NumberOf(game)),
+                         reading,
                          "Saving WAS",
                          "Writing WAD file " + set,
                          "Converting Meshes",
@@ -121,7 +99,7 @@ TEST(Batch, LogsEveryStage)
                          "Writing SFX file",
                          "Writing SWD file",
                          "Writing WAS file"};
-        if (row.Game == kTR4) // which has neither a palette nor frames to convert
+        if (game == kTR4) // which has neither a palette nor frames to convert
             for (const std::string none : {"", "Building palette", "Converting frames"})
                 std::erase(expected, none);
         EXPECT_EQ(LinesOfFile(run.Folder.File("MORLIK.log")), expected);

@@ -1,11 +1,8 @@
 // Saves onto disks that are full, folders that stand in the way and the like. The faults are such
 // that they stop root too.
 
-#include "base/Text.h"
-#include "samples/MainSfx.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
 #include <optional>
 
 #ifndef _WIN32
@@ -27,7 +24,7 @@ class SaveOfAll
 public:
     explicit SaveOfAll(VersionCode game)
     {
-        run_.Folder.Write("main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+        run_.Folder.Write("main.sfx", MainSfxFile());
         std::filesystem::create_directory(run_.Folder.Path() / "out");
         run_.Folder.Write("out/set of another.wad", "mine");
         run_.Host.ExpSprTicked = true;
@@ -63,9 +60,7 @@ private:
     Conversion run_;
 };
 
-class DiskFault : public testing::TestWithParam<VersionCode>
-{
-};
+using DiskFault = testing::TestWithParam<VersionCode>;
 INSTANTIATE_TEST_SUITE_P(Forms, DiskFault, testing::Values(kTR1, kTR2, kTR4));
 
 /// One line of the messages that a failed write of `path` must give.

@@ -1,11 +1,8 @@
 // What a save must not replace, and what it asks about.
 
-#include "samples/MainSfx.h"
 #include "shell/MORLIK_Main.h"
 #include "shell/SetFiles.h"
 #include "tests/support/Conversion.h"
-
-#include <gtest/gtest.h>
 
 #ifndef _WIN32
 #include <sys/stat.h>
@@ -14,14 +11,11 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 namespace fs = std::filesystem;
 
 TEST(SaveLevel, DoesNotReplaceWhatItReads)
 {
-    const auto sounds = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+    const auto sounds = MainSfxFile();
     const std::vector<std::tuple<VersionCode, const char*, std::vector<const char*>>> rows{
         {kTR1, "level.phd", {".was", ".wad", " Info.txt", "-Sounds/TR1 Sound 17-0.wav"}},
         {kTR1, "morlik.sam", {".was", ".sam", "-Sounds/TR1 Sound 17-0.wav"}},
@@ -114,7 +108,5 @@ TEST(Log, DoesNotReplaceTheLevel)
     EXPECT_TRUE(fs::is_fifo(log));
 #endif
 }
-
-} // namespace
 
 } // namespace morlik::test

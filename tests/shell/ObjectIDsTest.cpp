@@ -1,8 +1,6 @@
 #include "shell/ObjectID_Mod.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 

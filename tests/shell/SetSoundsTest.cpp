@@ -1,14 +1,10 @@
 // The sounds of a set, and the export of all sounds: what it takes, and that the user can stop it.
 
-#include "base/Text.h"
-#include "samples/MainSfx.h"
 #include "set/Sounds.h"
 #include "shell/Sounds.h"
 #include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <map>
 #include <numeric>
 

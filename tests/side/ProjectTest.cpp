@@ -3,8 +3,6 @@
 #include "side/PRJ_Mod.h"
 #include "tests/support/Conversion.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
 {
 

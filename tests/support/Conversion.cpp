@@ -1,11 +1,8 @@
 #include "tests/support/Conversion.h"
 
-#include "base/Text.h"
 #include "set/Wad.h"
 #include "set/Was.h"
 #include "shell/MORLIK_Main.h"
-
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {

@@ -1,7 +1,11 @@
 #pragma once
 
+// What nearly every test needs, with what it is looked at by.
+
 #include "base/OutputFile.h"
+#include "base/Text.h"
 #include "samples/LevelWriter.h"
+#include "samples/MainSfx.h"
 #include "set/ObjectSet.h"
 #include "set/ReadSet.h"
 #include "shell/Session.h"
@@ -9,7 +13,9 @@
 #include "tests/support/ScriptedHost.h"
 #include "tests/support/TempFolder.h"
 
+#include <algorithm>
 #include <array>
+#include <gtest/gtest.h>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,6 +32,12 @@ const char* LevelName(VersionCode game);
 /// the level block. `FileOf` makes the file of it again.
 samples::LevelFile PartOf(const samples::LevelContent& level);
 std::vector<std::byte> FileOf(const samples::LevelContent& level, const samples::LevelFile& part);
+
+/// A `main.sfx` with the sounds of the samples.
+inline std::vector<std::byte> MainSfxFile()
+{
+    return samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+}
 
 /// A run of the program in a folder of its own: levels are written there, loaded and saved.
 class Conversion

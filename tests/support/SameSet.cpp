@@ -2,8 +2,6 @@
 
 #include "tests/support/Conversion.h"
 
-#include <algorithm>
-
 namespace morlik::test
 {
 

@@ -22,8 +22,7 @@ void TriggerOfMenu(WindowRun& run, const QString& caption)
 
 TEST(WindowChoose, SavesTheTickedObjects)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR4, "a.tr4")));
+    WindowRun run(kTR4);
     auto* list = run.Find<QListWidget>("ObjList");
     const LevelData& level = run.Program.Level;
     const auto all = level.Moveables.size() + level.StaticMeshes.size();

@@ -3,8 +3,6 @@
 #include "tests/support/Conversion.h"
 
 #include <QTest>
-#include <algorithm>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {

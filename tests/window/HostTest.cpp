@@ -66,12 +66,8 @@ TEST(QtHostDialogs, StartInTheStoredFolderAndGiveTheNameOfTheSystem)
 TEST(QtHostTexts, ShowWesternNamesAndPathsAlike)
 {
     WindowRun run;
-    struct Row
-    {
-        std::string Text;
-        std::string Shown; ///< in UTF-8
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<std::string, std::string>> rows{
+        // as given, and in UTF-8
         {"animations from the L\xf6we", "animations from the L\xc3\xb6we"},
         {"Can't open /L\xc3\xb6we/\xe4\xb8\xad.tr4", "Can't open /L\xc3\xb6we/\xe4\xb8\xad.tr4"},
         {"<b>Caf\xe9", "<b>Caf\xc3\xa9"},

@@ -1,50 +1,33 @@
-#include "samples/MainSfx.h"
 #include "samples/Project.h"
 #include "tests/support/HeapPeak.h"
 #include "tests/window/WindowRun.h"
 
-#include <gtest/gtest.h>
-
 namespace morlik::test
-{
-
-namespace
 {
 
 TEST(WindowLoad, ShowsEachGame)
 {
-    struct Row
-    {
-        VersionCode Game;
-        const char* Name;
-        const char* Caption;
-        bool HasHorizon;
-        bool HasSounds;
-    };
-    const std::vector<Row> rows{{kTR1, "a.phd", "Tomb Raider I level", false, true},
-                                {kTR2, "a.tr2", "Tomb Raider II level", true, false},
-                                {kTR5, "a.trc", "Tomb Raider V level", false, true},
-                                {kTR3, "b.tr2", "Tomb Raider III level", true, false},
-                                {kTR4, "a.tr4", "Tomb Raider IV level", false, true},
-                                {kTR1Gold, "a.tub", "Tomb Raider I Gold level", false, true}};
+    const std::vector<std::tuple<VersionCode, const char*, const char*>> rows{
+        {kTR1, "a.phd", "I"},   {kTR2, "a.tr2", "II"}, {kTR5, "a.trc", "V"},
+        {kTR3, "b.tr2", "III"}, {kTR4, "a.tr4", "IV"}, {kTR1Gold, "a.tub", "I Gold"}};
     WindowRun run(kTR1);
-    for (const Row& row : rows) {
-        const auto path = run.Write(row.Game, row.Name);
+    for (const auto& [game, name, caption] : rows) {
+        const auto path = run.Write(game, name);
         run.Open(path);
-        const LevelData& level = run.Program.Level;
-        EXPECT_EQ(run.Label("LevelType"), row.Caption);
-        EXPECT_EQ(run.IsOn("SkyFix"), row.HasHorizon) << row.Name;
-        EXPECT_EQ(run.IsOn("SndFrame"), row.HasSounds) << row.Name;
-        EXPECT_EQ(run.IsOn("LaraType"), row.Game == kTR5);
+        const bool isSecondOrThird = game == kTR2 || game == kTR3;
+        EXPECT_EQ(run.Label("LevelType"), QString("Tomb Raider %1 level").arg(caption));
+        EXPECT_EQ(run.IsOn("SkyFix"), isSecondOrThird) << name;
+        EXPECT_EQ(run.IsOn("SndFrame"), !isSecondOrThird) << name;
+        EXPECT_EQ(run.IsOn("LaraType"), game == kTR5);
         EXPECT_EQ(run.Find<QComboBox>("LaraType")->currentText(),
-                  row.Game == kTR5 ? "Catsuit Lara" : "Normal Lara");
+                  game == kTR5 ? "Catsuit Lara" : "Normal Lara");
         EXPECT_EQ(run.Find<QComboBox>("Weather")->currentText(),
-                  row.Game == kTR5 ? "Rain" : "No weather");
-        EXPECT_EQ(run.List("ObjList").size(), level.Moveables.size());
+                  game == kTR5 ? "Rain" : "No weather");
+        EXPECT_EQ(run.List("ObjList").size(), run.Program.Level.Moveables.size());
         EXPECT_EQ(ToLower(run.List("ObjList").at(0)), "lara");
-        EXPECT_EQ(run.List("SndLst").empty(), !row.HasSounds);
+        EXPECT_EQ(run.List("SndLst").empty(), isSecondOrThird);
         EXPECT_EQ(run.Title(), "MORLIK 1.7 - [" + path + "] - Moveables");
-        EXPECT_EQ(run.Program.LevelTitle, row.Name);
+        EXPECT_EQ(run.Program.LevelTitle, name);
     }
     EXPECT_TRUE(run.Host.Messages.empty());
     // The list of sounds: the first slot that names a sound, its samples with their sizes.
@@ -77,9 +60,8 @@ TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
     EXPECT_TRUE(run.Find<QPushButton>("SndOpen")->isVisible());
     EXPECT_TRUE(run.List("SndLst").empty());
     EXPECT_EQ(run.Host.Messages, Strings());
-    run.Host.OpenAnswers = {
-        // as the save asks for it
-        run.Write(samples::WriteMainSfx(samples::SampleSounds()).Bytes, "main.sfx")};
+    run.Host.OpenAnswers = {// as the save asks for it
+                            run.Write(MainSfxFile(), "main.sfx")};
     run.Save("Mnu_File_SaveWAD", "set.was");
     EXPECT_TRUE(std::filesystem::exists(run.Folder.File("set-Sounds/TR4 Sound 65-0.wav")));
 }
@@ -152,20 +134,15 @@ TEST(WindowLoad, TakesADropAsACopyAndNoForeignFile)
     WindowRun run(kTR1);
     const auto level = run.Write(kTR4, "b.TR4");
     const auto other = run.Write(std::span<const std::byte>(), "c.txt");
-    struct Row
-    {
-        std::string File;
-        Qt::DropActions Possible;
-        bool IsTaken;
-        VersionCode Loaded;
-    };
-    for (const Row& row : {Row{other, Qt::CopyAction | Qt::MoveAction, true, kTR1},
-                           {level, Qt::MoveAction, false, kTR1},
-                           {level, Qt::MoveAction | Qt::LinkAction, false, kTR1},
-                           {level, Qt::MoveAction | Qt::CopyAction, true, kTR4}}) {
-        EXPECT_EQ(run.Drop(row.File, row.Possible), row.IsTaken);
-        EXPECT_EQ(run.Program.Level.Version, row.Loaded);
-        EXPECT_EQ(run.Label("Foot").contains("c.txt is no level"), row.Loaded == kTR1);
+    const std::vector<std::tuple<std::string, Qt::DropActions, bool, VersionCode>> rows{
+        {other, Qt::CopyAction | Qt::MoveAction, true, kTR1},
+        {level, Qt::MoveAction, false, kTR1},
+        {level, Qt::MoveAction | Qt::LinkAction, false, kTR1},
+        {level, Qt::MoveAction | Qt::CopyAction, true, kTR4}};
+    for (const auto& [file, possible, isTaken, loaded] : rows) {
+        EXPECT_EQ(run.Drop(file, possible), isTaken);
+        EXPECT_EQ(run.Program.Level.Version, loaded);
+        EXPECT_EQ(run.Label("Foot").contains("c.txt is no level"), loaded == kTR1);
     }
     EXPECT_TRUE(run.Host.Messages.empty());
     EXPECT_TRUE(run.Window->isVisible());
@@ -276,7 +253,5 @@ TEST(WindowLoad, KeepsTwentyRecentFilesOfAnyNumberThatTheSettingsHold)
     run.Recent->Remove(files[0]);
     EXPECT_EQ(run.Recent->List().size(), 19);
 }
-
-} // namespace
 
 } // namespace morlik::test

@@ -20,14 +20,18 @@ namespace
 class PaneRun : public WindowRun
 {
 public:
-    PaneRun() { Store->setValue("window/pictures", true); }
-
-    bool Begin(const std::string& file)
+    explicit PaneRun(const samples::LevelContent& level)
     {
-        const bool started = Start(file);
+        Store->setValue("window/pictures", true);
+        Begin(Write(level, LevelName(level.Game)));
+    }
+    explicit PaneRun(VersionCode game) : PaneRun(samples::MakeRichLevel(game)) {}
+
+    void Begin(const std::string& file)
+    {
+        EXPECT_TRUE(Start(file));
         QApplication::processEvents();
         View = Find<ObjectView>("ObjectView");
-        return started;
     }
     /// Selects an object and gives its picture.
     QImage Select(int row)
@@ -84,11 +88,10 @@ void SelectWalk(PaneRun& run)
 TEST(WindowPictures, AnimationsPlayTheirSounds)
 {
     const DiskSound disk;
-    PaneRun run;
     auto level = samples::MakeRichLevel(kTR4);
     for (auto& sample : level.Samples) // a step takes one of four
         sample = level.Samples.front();
-    ASSERT_TRUE(run.Begin(run.Write(level, "a.tr4")));
+    PaneRun run(level);
     SelectWalk(run);
     run.Find<QPushButton>("AnimPlay")->click();
     QTest::qWait(100);
@@ -98,25 +101,32 @@ TEST(WindowPictures, AnimationsPlayTheirSounds)
     WaitUntil([&] { return disk.Holds(step); });
 }
 
-TEST(WindowPictures, AnimationsPlayWithoutADevice)
+TEST(WindowPictures, AnimationsPlayWithoutADeviceWhichSoundsMiss)
 {
+    const std::string told = "No sound can be played: Audio target 'none such' not available";
     qputenv("SDL_AUDIODRIVER", "none such");
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    PaneRun run(kTR4);
     SelectWalk(run);
     run.Find<QCheckBox>("AnimSound")->click();
     run.Find<QPushButton>("AnimPlay")->click();
-    qputenv("SDL_AUDIODRIVER", "dummy");
-    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip().toStdString(),
-              "No sound can be played: Audio target 'none such' not available");
+    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip().toStdString(), told);
     EXPECT_FALSE(run.Find<QCheckBox>("AnimSound")->isChecked());
     EXPECT_TRUE(run.Find<QPushButton>("AnimPlay")->isChecked());
+    auto* sounds = run.Find<QListWidget>("SndLst");
+    sounds->setCurrentRow(0);
+    sounds->setFocus();
+    run.Find<QLabel>("Foot")->setToolTip("");
+    QTest::keyClick(sounds, Qt::Key_Space);
+    qputenv("SDL_AUDIODRIVER", "dummy");
+    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip().toStdString(), told);
+    EXPECT_FALSE(run.Find<QTimer>("SndTimer")->isActive());
+    EXPECT_TRUE(run.Host.Messages.empty());
+    EXPECT_NE(run.Label("SndText"), "");
 }
 
 TEST(WindowPictures, TurnsMovesAndZoomsByMouseAndKeys)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    PaneRun run(kTR4);
     EXPECT_TRUE(run.View->Image().isNull()); // nothing is selected
     QImage last = run.Select(LivelyMoveable(run.Program.Level));
     const QImage first = last;
@@ -156,8 +166,7 @@ TEST(WindowPictures, TurnsMovesAndZoomsByMouseAndKeys)
 
 TEST(WindowPictures, StepsAndPlaysFrames)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    PaneRun run(kTR4);
     const QImage first = run.Select(LivelyMoveable(run.Program.Level));
     auto* frame = run.Find<QSlider>("AnimFrame");
     ASSERT_GT(frame->maximum(), 1);
@@ -185,8 +194,7 @@ TEST(WindowPictures, StepsAndPlaysFrames)
 
 TEST(WindowPictures, OutlinesAndTellsTheTexturesOfTheObject)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR2, "a.tr2")));
+    PaneRun run(kTR2);
     const LevelData& level = run.Program.Level;
     const ObjectNeeds needs = NeedsOf(level);
     run.ShowTab("Textures");
@@ -217,8 +225,7 @@ TEST(WindowPictures, OutlinesAndTellsTheTexturesOfTheObject)
 
 TEST(WindowPictures, SavesAndCopiesWhatIsSeen)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR1, "a.phd")));
+    PaneRun run(kTR1);
     run.Click("SavePicture");
     EXPECT_EQ(run.Host.Beeps, 1);
     EXPECT_TRUE(run.Host.Dialogs.empty());
@@ -241,8 +248,7 @@ TEST(WindowPictures, SavesAndCopiesWhatIsSeen)
 
 TEST(WindowPictures, GivesTheListSmallPicturesInPauses)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR5, "a.trc")));
+    PaneRun run(kTR5);
     auto* list = run.Find<QListWidget>("ObjList");
     const auto names = run.List("ObjList");
     EXPECT_TRUE(list->item(0)->icon().isNull());
@@ -263,11 +269,10 @@ TEST(WindowPictures, GivesTheListSmallPicturesInPauses)
 
 TEST(WindowPictures, TellsWhatCanNotBeShown)
 {
-    PaneRun run;
     auto level = samples::MakeRichLevel(kTR4);
     const auto mesh = level.MeshTable[static_cast<std::size_t>(level.Moveables[1].StartingMesh)];
     level.Meshes[mesh].Rectangles.at(0).Texture = 9999;
-    ASSERT_TRUE(run.Begin(run.Write(level, "a.tr4")));
+    PaneRun run(level);
     EXPECT_TRUE(run.Select(1).isNull());
     const QImage good = run.Select(2); // of a level that doesn't convert
     EXPECT_FALSE(good.isNull());
@@ -277,8 +282,7 @@ TEST(WindowPictures, TellsWhatCanNotBeShown)
 
 TEST(WindowPictures, ComeBackAsTheyWereLeft)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    PaneRun run(kTR4);
     const int width = run.Window->width();
     run.Trigger("Mnu_View_Pictures");
     EXPECT_FALSE(run.View->isVisible());
@@ -291,7 +295,7 @@ TEST(WindowPictures, ComeBackAsTheyWereLeft)
     run.Trigger("Mnu_File_Quit");
     run.Window = std::make_unique<Main_Frm>(run.Program, *run.Store);
     run.Host.Attach(*run.Window, run.Window->Controls());
-    ASSERT_TRUE(run.Begin(run.Folder.File("a.tr4")));
+    run.Begin(run.Folder.File(LevelName(kTR4)));
     EXPECT_FALSE(run.View->isVisible());
     EXPECT_TRUE(run.Find<QAction>("Mnu_View_Large")->isChecked());
     run.Trigger("Mnu_View_Pictures");
@@ -300,8 +304,7 @@ TEST(WindowPictures, ComeBackAsTheyWereLeft)
 
 TEST(WindowPictures, GetATabOfRoomsWithAProject)
 {
-    PaneRun run;
-    ASSERT_TRUE(run.Begin(run.Write(kTR4, "a.tr4")));
+    PaneRun run(kTR4);
     auto* rooms = run.Find<QListWidget>("RoomList");
     EXPECT_EQ(run.Find<QTabWidget>("PictureTabs")->count(), 3);
     WriteWholeFile(run.Folder.File("city.prj"),

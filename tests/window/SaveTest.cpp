@@ -1,10 +1,8 @@
 #include "check/ObjectSetCheck.h"
-#include "samples/MainSfx.h"
 #include "samples/Project.h"
 #include "tests/window/WindowRun.h"
 
 #include <QAbstractButton>
-#include <gtest/gtest.h>
 
 namespace morlik::test
 {
@@ -39,8 +37,7 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
         EXPECT_FALSE(run.Window->close());
     };
     run.Find<QCheckBox>("SkyFix")->setChecked(true);
-    run.Host.OpenAnswers = {
-        run.Write(samples::WriteMainSfx(samples::SampleSounds()).Bytes, "main.sfx")};
+    run.Host.OpenAnswers = {run.Write(MainSfxFile(), "main.sfx")};
     run.Save("TB_Save", "out.was");
     EXPECT_GT(turns, 256);
     EXPECT_EQ(bar, 100);
@@ -144,33 +141,26 @@ TEST(WindowSave, IsNotDisturbedByWhatComesInItsTurns)
 TEST(WindowSave, AsksOnceAboutAllThatIsThere)
 {
     WindowRun run(kTR1);
-    struct Row
-    {
-        const char* Command;
-        const char* Name;
-        const char* There; ///< an empty file that is made before
-        bool Answer;
-        const char* Asked; ///< a line of the question; null where none comes
-        const char* Foot;
-    };
-    for (const Row& row :
-         {Row{"TB_Save", "my.was", "my.wad", false, "my.wad", "Nothing was saved"},
-          {"TB_Save", "my.WAS", nullptr, true, "my.wad", "Saved FOLDER/my.was"},
-          {"TB_Save", "other.was", nullptr, true, nullptr, "Saved FOLDER/other.was"},
-          {"SndSaveAll", "all.wav", nullptr, true, nullptr, "Saved 11 sounds into FOLDER/"},
-          {"SndSaveAll", "all.wav", "all 17-1.wav", false, "all 17-1.wav", "Nothing was saved"}}) {
-        if (row.There != nullptr)
-            run.Write(std::span<const std::byte>(), row.There);
+    // What is asked about is an empty file that is made before, where the answer is a no.
+    const std::vector<std::tuple<const char*, const char*, bool, std::string, const char*>> rows{
+        {"TB_Save", "my.was", false, "my.wad", "Nothing was saved"},
+        {"TB_Save", "my.WAS", true, "my.wad", "Saved FOLDER/my.was"},
+        {"TB_Save", "other.was", true, "", "Saved FOLDER/other.was"},
+        {"SndSaveAll", "all.wav", true, "", "Saved 11 sounds into FOLDER/"},
+        {"SndSaveAll", "all.wav", false, "all 17-1.wav", "Nothing was saved"}};
+    for (const auto& [command, name, answer, asked, foot] : rows) {
+        if (!answer)
+            run.Write(std::span<const std::byte>(), asked);
         run.Host.Questions.clear();
-        run.Host.AnswersYes = row.Answer;
-        run.Save(row.Command, row.Name);
-        ASSERT_EQ(run.Host.Questions.size(), row.Asked != nullptr ? 1U : 0U) << row.Name;
-        if (row.Asked != nullptr) {
-            EXPECT_PRED2(Has, run.Host.Questions[0], "\n" + std::string(row.Asked) + "\n");
+        run.Host.AnswersYes = answer;
+        run.Save(command, name);
+        ASSERT_EQ(run.Host.Questions.size(), asked.empty() ? 0U : 1U) << name;
+        if (!asked.empty()) {
+            EXPECT_PRED2(Has, run.Host.Questions[0], "\n" + asked + "\n");
         }
         EXPECT_EQ(run.Label("Foot").replace(run.Folder.File("").c_str(), "FOLDER/").toStdString(),
-                  row.Foot);
-        EXPECT_TRUE(row.There == nullptr || ReadFile(run.Folder.File(row.There)).empty());
+                  foot);
+        EXPECT_TRUE(answer || ReadFile(run.Folder.File(asked)).empty());
     }
     EXPECT_FALSE(std::filesystem::exists(run.Folder.File("my.WAS")));
     EXPECT_TRUE(run.Host.Messages.empty());
@@ -179,7 +169,7 @@ TEST(WindowSave, AsksOnceAboutAllThatIsThere)
 TEST(WindowSave, WritesOverNothingThatItHasRead)
 {
     WindowRun run(kTR1);
-    const auto sfx = samples::WriteMainSfx(samples::SampleSounds()).Bytes;
+    const auto sfx = MainSfxFile();
     const auto project = samples::WriteProject(samples::MakeProject()).Bytes;
     const std::string level = LevelName(kTR1);
     run.Open(run.Write(sfx, "main.sfx"));

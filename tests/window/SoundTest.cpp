@@ -1,7 +1,6 @@
 // The sound list: what of a sound is shown, and how it is played.
 
 #include "playback/Decode.h"
-#include "samples/MainSfx.h"
 #include "tests/support/WaveFile.h"
 #include "tests/window/DiskSound.h"
 #include "tests/window/WindowRun.h"
@@ -113,21 +112,6 @@ TEST(WindowSounds, KeysAndADoubleClickPlayThem)
     QTest::keyClick(list, Qt::Key_Space);
     Select(run, 9);
     EXPECT_FALSE(IsPlaying(run));
-}
-
-TEST(WindowSounds, NoDeviceIsALineAtTheFoot)
-{
-    qputenv("SDL_AUDIODRIVER", "none such");
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(kTR5, "a.trc")));
-    Select(run, 0);
-    QTest::keyClick(run.Find<QListWidget>("SndLst"), Qt::Key_Space);
-    qputenv("SDL_AUDIODRIVER", "dummy");
-    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip(),
-              "No sound can be played: Audio target 'none such' not available");
-    EXPECT_FALSE(IsPlaying(run));
-    EXPECT_TRUE(run.Host.Messages.empty());
-    EXPECT_NE(run.Label("SndText"), "");
 }
 
 } // namespace

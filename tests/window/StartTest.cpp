@@ -6,12 +6,8 @@
 #include <QGroupBox>
 #include <QScopeGuard>
 #include <QScreen>
-#include <gtest/gtest.h>
 
 namespace morlik::test
-{
-
-namespace
 {
 
 TEST(WindowStart, WritesItsValuesLoadsAFileAndKeepsItsFolder)
@@ -142,7 +138,5 @@ TEST(About, KeepsTheMainWindowOffUntilItIsClosed)
         EXPECT_TRUE(run.Window->isEnabled());
     }
 }
-
-} // namespace
 
 } // namespace morlik::test

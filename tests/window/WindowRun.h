@@ -8,7 +8,6 @@
 #include <QTest>
 #include <deque>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 
 namespace morlik::test
