@@ -111,6 +111,8 @@ TEST(Check, FindsEachFaultOfASet)
         damage(set);
         EXPECT_PRED2(Has, ComplaintsOf(set), complaint);
     }
+    EXPECT_EQ(CheckWas({R"(b:Z:\TOMB4\X\a)"}, nullptr, kTR4),
+              Complaints{"Line 1 has two names for one object"});
     Set painted = good;
     const auto square = painted.Wad.ColourBase() + 3;
     painted.Wad.Textures[square].Width = 9;

@@ -224,6 +224,7 @@ TEST_F(CliTest, TakesTheObjectsOfAList)
         {"--objects *,static:*", "", all.first, all.second},
         {"--fit", "", all.first, all.second},
         {"--objects LARRA", "The level has no moveable \"LARRA\"; near: LARA", 0, 0},
+        {"--objects LA*ARA", "The level has no moveable \"LA*ARA\"", 0, 0},
         {"--objects 1-5", "The level has no moveable \"1-5\"\n", 0, 0},
         {"--without static:77", "The level has no static mesh \"static:77\"\n", 0, 0},
         {"--objects LARA --without 0", "No object of the level is left", 0, 0},

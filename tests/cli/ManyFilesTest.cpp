@@ -4,6 +4,7 @@
 
 #include "cli/Columns.h"
 #include "cli/ProgressBar.h"
+#include "samples/Project.h"
 #include "set/ReadSet.h"
 #include "tests/cli/RunCli.h"
 
@@ -50,6 +51,7 @@ protected:
         Write("in/.morlik-set/half.phd", Read("l4level.tr4"));
         WriteText("in/a/bad.phd", "TR4c: encrypted");
         WriteText("in/readme.txt", "none");
+        Write("in/z.prj", samples::WriteProject(samples::MakeProject()).Bytes);
     }
 };
 
@@ -81,7 +83,7 @@ TEST_F(ManyFilesTest, GoThroughFoldersAndTellEachFileInALine)
     EXPECT_EQ(checked["files"][1]["missing"], json{".swd"});
     EXPECT_EQ(checked["files"][1]["game"], 2);
     EXPECT_EQ(Events(LinesOf(Run("info --json-lines -r %in"))),
-              (Strings{"unreadable", "told", "told", "end"}));
+              (Strings{"unreadable", "told", "told", "told", "end"}));
     EXPECT_PRED2(Has, Run("info %1 %2").Out, "\n\nfile: ");
     Expect(2, "check -r %in", "Can't find a file in");
     Expect(2, "info %0 --json --json-lines", "--json");

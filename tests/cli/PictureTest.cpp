@@ -248,6 +248,7 @@ TEST_F(PictureCommands, DrawTheSameFromALevelAndFromItsSet)
     EXPECT_EQ(pictures[0].Pixels[0], 0U);
     EXPECT_EQ(pictures[1].Height, 70);
     EXPECT_EQ(pictures[2].Pixels[0], Opaque(0x10, 0x20, 0x30));
+    EXPECT_EQ(pictures[4].Width, 8 + 3 * 48); // of three columns
 }
 
 /// All frames are there, each inside of the picture and together filling it; a single one is a

@@ -211,6 +211,11 @@ TEST_P(ChosenObjects, OfSamplesAreThoseOfTheWholeSet)
     const ObjectPlace& last = leftOut.back();
     (last.IsStatic ? choice.StaticMeshes : choice.Moveables)[last.Index] = true;
     EXPECT_GT(CountTextures(needs, choice), most);
+
+    choice.Moveables.assign(choice.Moveables.size(), false); // and so nothing makes a sound
+    const auto counts = SetOf(run.Program, choice).EmptyCounts;
+    EXPECT_EQ(counts.SoundDetails, 0);
+    EXPECT_EQ(counts.SampleIndices, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Games, ChosenObjects, testing::ValuesIn(kGames));

@@ -39,6 +39,7 @@ TEST(GalleryTextsTest, NamesComeIntoPagesAsTexts)
         EXPECT_EQ(page.find("<script>"), std::string::npos);
         const std::string script = gallery::LevelScript(cards);
         EXPECT_EQ(std::ranges::count(script, '\n'), 1);
+        EXPECT_PRED2(Has, script, "\"e\":\""); // the name in the editor, to be found by it
         EXPECT_TRUE(std::ranges::all_of(script, [](char letter) { return letter < 0x7f; }));
     }
     EXPECT_EQ(gallery::EncodeUrl("models/a b#?%.glb"), "models/a%20b%23%3F%25.glb");
@@ -115,7 +116,8 @@ TEST_F(GalleryTest, RedoesOnlyWhatChangedAndWhatWasNotFinished)
     EXPECT_NE(PageFolder("l4level"), before);
     EXPECT_FALSE(Exists(before)) << "pages that the index doesn't lead to go";
     EXPECT_LT(CountPictures(), pictures) << "so do pictures that no page shows";
-    EXPECT_EQ(Made(0, "%2 --no-gltf"), (Strings{"made l2level.tr2"}));
+    for (const std::string words : {"", " --sets", " --animations 1"})
+        EXPECT_EQ(Made(0, "%2 --no-gltf" + words), (Strings{"made l2level.tr2"})) << words;
     EXPECT_TRUE(FilesBelow(ToPath(File("g/models"))).empty());
 }
 

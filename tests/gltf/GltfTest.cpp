@@ -362,9 +362,10 @@ TEST_F(Gltf, TellsMaterialsAndLights)
 TEST_F(Gltf, IsBounded)
 {
     constexpr std::size_t kMany = 400;
+    std::vector<GltfObject> objects;
     for (const bool animates : {true, false}) {
         SCOPED_TRACE(animates);
-        std::vector<GltfObject> objects;
+        objects.clear();
         if (animates) {
             Load(kTR4);
             Set.Animations.assign(300, {.FrameRate = 1});
@@ -389,6 +390,9 @@ TEST_F(Gltf, IsBounded)
         EXPECT_LT(HeapPeak(), std::size_t{256} << 20U);
         EXPECT_NE(Run.Host.Details.at(0).find("would take more than"), std::string::npos);
     }
+    Run.Host.TurnsToStop = Run.Host.Turns + 3; // the user has seen enough
+    EXPECT_THROW(SaveGltf(Set, objects, Run.Folder.File("b"), false, {}, Run.Program.Report),
+                 Interrupted);
 }
 
 } // namespace
