@@ -52,10 +52,10 @@ make_packages() {
     mkdir -p "$build" # for the log: nothing is there yet in a fresh clone
     umask 022 # the folders of the packages take their rights from it
     {
-        cmake --preset package
-        cmake --build --preset package --target morlik_packages morlik-samples
-        rm -rf "$build/packages"
-        cpack --config "$build/CPackConfig.cmake"
+        cmake --preset package &&
+            cmake --build --preset package --target morlik_packages morlik-samples &&
+            rm -rf "$build/packages" &&
+            cpack --config "$build/CPackConfig.cmake"
     } >"$build/package.log" 2>&1 || { tail -n 40 "$build/package.log" >&2; fail "No packages"; }
     deb=$(echo "$build"/packages/*.deb)
     tarball=$(echo "$build"/packages/*.tar.gz)
