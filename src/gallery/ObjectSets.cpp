@@ -20,27 +20,34 @@ namespace
 class SaveHost : public SilentHost
 {
 public:
-    explicit SaveHost(const Host& host) : host_(host) {}
+    explicit SaveHost(Host& host) : host_(host) {}
 
+    void ShowOpen(FileDialog& dialog) override { host_.ShowOpen(dialog); } // for `main.sfx`
     bool StopRequested() const override { return host_.StopRequested(); }
     std::filesystem::path ProgramFolder() const override { return host_.ProgramFolder(); }
     std::string ShortDate() const override { return host_.ShortDate(); }
 
 private:
-    const Host& host_;
+    Host& host_;
 };
 
-/// "91-DOG", as the model of the object is called.
-std::string TitleOf(const ObjectCard& card)
+/// The names of the sets, "91-DOG", as the models of the objects are called; each is of its own.
+std::vector<std::string> TitlesOf(const std::vector<ObjectCard>& cards)
 {
-    const GltfObject object{.IsStatic = card.Kind == CardKind::StaticMesh,
-                            .Place = 0,
-                            .ID = card.ID,
-                            .Name = card.Name};
-    return FromPath(ToPath(GltfFiles(std::span(&object, 1), "", true, {})[0]).stem());
+    std::vector<GltfObject> objects;
+    for (const ObjectCard& card : cards)
+        objects.push_back({.IsStatic = card.Kind == CardKind::StaticMesh,
+                           .Place = 0,
+                           .ID = card.ID,
+                           .Name = card.Name});
+    auto titles = GltfFiles(objects, "", true, {});
+    for (std::string& title : titles)
+        title = FromPath(ToPath(title).stem());
+    return titles;
 }
 
-/// Saves a set of one object. Gives its files below `folder`.
+/// Saves a set of one object. Gives its files below `folder`. `ProgramEnd` where the level is at
+/// fault.
 std::vector<std::string> SaveOne(Session& session, const std::string& folder,
                                  const ObjectPlace& place, const std::string& title)
 {
@@ -57,8 +64,13 @@ std::vector<std::string> SaveOne(Session& session, const std::string& folder,
     SaveResult result;
     if (!SaveWAD(set, level,
                  {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle, report,
-                  objects, result}))
+                  objects, result})) {
+        if (result.Refusal)
+            throw FileFailure(*result.Refusal);
+        if (host.StopRequested())
+            throw Interrupted();
         throw ProgramEnd(host.Texts.empty() ? "There is no set" : host.Texts.back());
+    }
     std::vector<std::string> files;
     std::error_code none;
     for (const std::string& file : FilesOfSet(set, level.Version))
@@ -72,6 +84,7 @@ std::vector<std::string> SaveOne(Session& session, const std::string& folder,
 void SaveObjectSets(Session& session, const std::string& folder, std::vector<ObjectCard>& cards)
 {
     const std::size_t numMoveables = session.Level.Moveables.size();
+    const auto titles = TitlesOf(cards);
     for (std::size_t i = 0; i < cards.size(); ++i) {
         ObjectCard& card = cards[i];
         if (card.Kind == CardKind::Sprites)
@@ -82,7 +95,7 @@ void SaveObjectSets(Session& session, const std::string& folder, std::vector<Obj
         try {
             card.SetFiles = SaveOne(
                 session, folder, {.IsStatic = isStatic, .Index = i - (isStatic ? numMoveables : 0)},
-                TitleOf(card));
+                titles[i]);
         } catch (const ProgramEnd& end) {
             card.Fault += card.Fault.empty() ? "" : "; ";
             card.Fault += std::string("no set: ") + end.what();

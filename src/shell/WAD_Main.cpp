@@ -289,6 +289,7 @@ bool SaveWAD(const std::string& fileName, const LevelData& level, const SaveCont
         return Saver(fileName, level, context, scope).Run();
     } catch (const FileFailure& failure) {
         context.Report.Message(failure.what());
+        context.Result.Refusal = failure;
         return false;
     } catch (const Interrupted& stop) {
         context.Report.LogLine(stop.what());

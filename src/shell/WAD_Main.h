@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Files.h"
 #include "base/Reporter.h"
 #include "convert/ChooseObjects.h"
 #include "level/LevelData.h"
@@ -16,10 +17,11 @@ namespace morlik
 /// What became of a save.
 struct SaveResult
 {
-    bool IsWritten = false;         ///< the files have taken their places
-    bool LacksMainSFX = false;      ///< none was chosen, so there are no WAV files
-    std::size_t NumSamples = 0;     ///< that the set has, where they were written
-    std::size_t MissingSamples = 0; ///< of these, how many do not exist
+    bool IsWritten = false;               ///< the files have taken their places
+    bool LacksMainSFX = false;            ///< none was chosen, so there are no WAV files
+    std::size_t NumSamples = 0;           ///< that the set has, where they were written
+    std::size_t MissingSamples = 0;       ///< of these, how many do not exist
+    std::optional<FileFailure> Refusal{}; ///< of the system, where a file can't be written
 };
 
 /// What a save works with beside the level.
