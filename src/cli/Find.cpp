@@ -302,8 +302,8 @@ std::vector<Shape> ShapesOf(const std::string& told)
     return shapes;
 }
 
-/// The words up to the first that is there on the disk are patterns, one at least where nothing
-/// else says what is looked for.
+/// The words up to the first that is there on the disk, or is called like a level or a set, are
+/// patterns, one at least where nothing else says what is looked for.
 Wish WishOf(const FindOptions& options, Strings& paths)
 {
     Wish wish;
@@ -312,16 +312,20 @@ Wish WishOf(const FindOptions& options, Strings& paths)
         wish.Shapes = ShapesOf(options.SameAs);
     auto word = options.Files.begin();
     bool isNeeded = !wish.Sound && wish.Shapes.empty();
-    std::error_code none;
-    for (;
-         word != options.Files.end() && (isNeeded || !std::filesystem::exists(ToPath(*word), none));
-         ++word, isNeeded = false)
+    const auto isThere = [](const std::string& text) {
+        std::error_code none;
+        return std::filesystem::exists(ToPath(text), none);
+    };
+    const auto isPath = [&](const std::string& text) {
+        return IsWanted(text, Wanted::LevelsAndSets) || isThere(text);
+    };
+    for (; word != options.Files.end() && (isNeeded || !isPath(*word)); ++word, isNeeded = false)
         for (const std::string& item : ReadItems(*word))
             wish.Patterns.emplace_back(item);
     paths.assign(word, options.Files.end());
     if (paths.empty() && options.Recursive)
         paths = {"."};
-    if (paths.empty())
+    if (std::ranges::none_of(paths, isThere))
         throw ListFault("Say where to look: none of the words is a file or a folder");
     return wish;
 }

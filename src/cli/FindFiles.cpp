@@ -23,21 +23,6 @@ bool IsLevel(std::string_view name)
         kEndings, [&](std::string_view ending) { return EndsWithNoCase(name, ending); });
 }
 
-bool IsWanted(std::string_view name, Wanted wanted)
-{
-    switch (wanted) {
-    case Wanted::Levels:
-        return IsLevel(name);
-    case Wanted::Sets:
-        return EndsWithNoCase(name, ".was");
-    case Wanted::LevelsAndSets:
-        return IsLevel(name) || EndsWithNoCase(name, ".was");
-    case Wanted::AllToTell: // the other .sfx files belong to sets
-        return IsLevel(name) || EndsWithNoCase(name, ".prj") || ToLower(name) == "main.sfx";
-    }
-    return false;
-}
-
 void AddBelow(const std::string& folder, Wanted wanted, std::vector<FoundFile>& found)
 {
     std::vector<FoundFile> here;
@@ -64,6 +49,21 @@ void AddBelow(const std::string& folder, Wanted wanted, std::vector<FoundFile>& 
 }
 
 } // namespace
+
+bool IsWanted(std::string_view name, Wanted wanted)
+{
+    switch (wanted) {
+    case Wanted::Levels:
+        return IsLevel(name);
+    case Wanted::Sets:
+        return EndsWithNoCase(name, ".was");
+    case Wanted::LevelsAndSets:
+        return IsLevel(name) || EndsWithNoCase(name, ".was");
+    case Wanted::AllToTell: // the other .sfx files belong to sets
+        return IsLevel(name) || EndsWithNoCase(name, ".prj") || ToLower(name) == "main.sfx";
+    }
+    return false;
+}
 
 std::vector<FoundFile> FindFiles(const std::vector<std::string>& words, bool recursive,
                                  Wanted wanted)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace morlik::cli
@@ -21,6 +22,9 @@ enum class Wanted
     LevelsAndSets,
     AllToTell, ///< levels, projects and `main.sfx`
 };
+
+/// Whether a file of this name is one of those.
+bool IsWanted(std::string_view name, Wanted wanted);
 
 /// The files that words of a command line mean: with `recursive` those below each word that is a
 /// folder, in the order of their names, and links to folders not gone into; every other word as it

@@ -109,6 +109,7 @@ TEST_F(ManyFilesTest, FindObjects)
          ""},
         {"LARRA -r %in", 1, "", ""},
         {"LARRA %none.tr2", 2, "", "none of the words is a file or a folder"},
+        {"air?fan %none.tr2 %in/b/one.tr2", 0, level + fan, "none.tr2: MORLIK error: Can't open"},
         {", %in/b/one.tr2", 2, "", "names no object"},
         {"--same-as %none.tr2:LARA %in/b/one.tr2", 2, "", "is not LEVEL:NAME"},
         {"--same-as %2:LARRA %in/b/one.tr2", 2, "", "near: LARA"},
