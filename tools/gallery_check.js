@@ -15,6 +15,7 @@ const addressOf = (name) => pathToFileURL(path.join(path.resolve(gallery), name)
 const kKeyMilliseconds = 50;
 const kPageBytes = 300 * 1024;
 const kIndexBytes = 40 * 1024; // of a level
+const kMostJumps = 0.01;
 let faults = 0;
 
 function expect(isSo, what) {
@@ -53,11 +54,32 @@ async function lookAt(page, name) {
     await page.size(1280, 900, 1, 'light');
 }
 
+/** How far things jump while a page is scrolled through, as browsers measure it: 0.1 is good. */
+const jumpsOf = (page) => page.ask(async () => {
+    const pause = (milliseconds) => new Promise((done) => setTimeout(done, milliseconds));
+    let jumps = 0;
+    new PerformanceObserver((list) => list.getEntries().forEach((entry) => { jumps += entry.value; }))
+        .observe({ type: 'layout-shift', buffered: true });
+    for (let y = 0; y < document.documentElement.scrollHeight; y += innerHeight / 2) {
+        scrollTo(0, y);
+        await pause(60);
+    }
+    scrollTo(0, 0);
+    await pause(200);
+    return jumps;
+});
+
+async function proveCalm(page, name) {
+    const jumps = await jumpsOf(page);
+    expect(jumps < kMostJumps, `${name} jumps by ${jumps}`);
+}
+
 async function checkIndex(page) {
     await page.go(addressOf('index.html'));
-    await page.until('!document.getElementById("search").hidden');
+    await page.until('document.getElementById("found").value !== ""');
     const levels = await page.ask('document.querySelectorAll("#levels li").length');
     expect(levels > 0, 'the index shows levels');
+    await proveCalm(page, 'the index');
     await lookAt(page, 'index');
     await type(page, 'lara');
     await page.until('document.querySelectorAll("#results .card").length > 0');
@@ -73,6 +95,9 @@ async function checkIndex(page) {
     });
     expect(one !== all, `the game changes what is found: ${all}, ${one}`);
     expect(await type(page, 'no such thing') === 'No object', 'there may be no hit');
+    await page.ask('document.querySelector(".skip").click()');
+    await page.until('location.hash === "#main"');
+    expect(await page.ask('document.getElementById("words").value') !== '', 'the search stays when skipped');
     return levels;
 }
 
@@ -100,7 +125,7 @@ function makeLargeIndex() {
 /** The slowest key of some searches, to the layout of what it shows; of each the best of five. */
 async function timeSearch(page) {
     await page.go(makeLargeIndex());
-    await page.until('!document.getElementById("search").hidden');
+    await page.until('document.getElementById("found").value !== ""');
     return page.ask(async () => {
         const words = document.getElementById('words');
         const timeOf = async (text) => {
@@ -132,7 +157,9 @@ async function checkLevel(page, folder) {
         .reduce((sum, size) => sum + size, 0);
     expect(bytes <= kPageBytes, `${name} has ${bytes} bytes`);
     await page.go(addressOf(name));
-    await page.until('!document.getElementById("filter").hidden');
+    const { title } = JSON.parse(fs.readFileSync(path.join(gallery, 'levels', folder, 'made.json')));
+    expect(await page.ask('document.querySelector("h1").textContent') === title, `${name} shows ${title}`);
+    await proveCalm(page, name);
     await lookAt(page, 'level');
     const cards = await page.ask('document.querySelectorAll(".card").length');
     await type(page, '0');

@@ -176,15 +176,7 @@
             setHash(state.toString());
         }
 
-        function restore() {
-            const state = new URLSearchParams(location.hash.slice(1));
-            for (const field of [words, game, kind])
-                field.value = state.get(field.id) ?? '';
-            update();
-        }
-
         const form = byId('search');
-        form.hidden = false;
         form.addEventListener('submit', (event) => event.preventDefault());
         let waiting = 0; // browsers refuse an address that changes with each key
         form.addEventListener('input', () => {
@@ -192,8 +184,14 @@
             clearTimeout(waiting);
             waiting = setTimeout(keep, 400);
         });
-        window.addEventListener('hashchange', restore);
-        restore();
+        // A link within the page, which goes by the search, leaves it as it is.
+        window.addEventListener('hashchange', () => {
+            if (location.hash !== '#main') {
+                restoreSearch();
+                update();
+            }
+        });
+        update();
         document.addEventListener('keydown', (event) => {
             if (event.key === '/' && event.target === document.body) {
                 event.preventDefault();
@@ -202,8 +200,16 @@
         });
     }
 
-    /** The objects of all levels are many: they come behind the page. */
+    /** Takes the search from the address. */
+    function restoreSearch() {
+        const state = new URLSearchParams(location.hash.slice(1));
+        for (const id of ['words', 'game', 'kind'])
+            byId(id).value = state.get(id) ?? '';
+    }
+
+    /** The objects of all levels are many: they come behind the page, while one may type already. */
     function loadIndex() {
+        restoreSearch();
         document.head.append(make('script', {
             src: 'search.js',
             load: () => startIndex(groupsOf(globalThis.morlikIndex)),
@@ -239,7 +245,7 @@
             image.alt = `${name}, ${view.alt}`;
             buttons.forEach((button, i) => button.setAttribute('aria-pressed', views[i] === view));
         }
-        show(isStill.matches ? views.find((view) => view.file === object.p) : views[0]);
+        show(isStill.matches ? views.find((view) => view.file === object.p) ?? views[0] : views[0]);
         return make('div', {}, image, make('div', { class: 'views' }, ...buttons));
     }
 
@@ -326,7 +332,7 @@
         }
 
         function follow() {
-            const number = numbers.get(decodeURIComponent(location.hash.slice(1)));
+            const number = numbers.get(location.hash.slice(1));
             if (number !== undefined)
                 open(number);
             else if (dialog.open)
@@ -370,7 +376,6 @@
                 : counted(count, 'object', 'objects');
         };
         const form = byId('filter');
-        form.hidden = false;
         form.addEventListener('submit', (event) => event.preventDefault());
         words.addEventListener('input', update);
         update();

@@ -36,9 +36,9 @@ void ForEachPiece(const std::string& root, const std::vector<IndexEntry>& entrie
 Html IndexHead()
 {
     Html head = PageHead("Gallery of levels", "", false);
-    head << "<body class=\"index\">\n<a class=\"skip\" href=\"#levels\">Skip to the levels</a>\n"
+    head << "<body class=\"index\">\n<a class=\"skip\" href=\"#main\">Skip the search</a>\n"
             "<header>\n<h1>Gallery of levels</h1>\n"
-            "<form id=\"search\" role=\"search\" hidden>\n"
+            "<form id=\"search\" role=\"search\">\n"
             "<div><label for=\"words\">Find an object</label><input type=\"search\" id=\"words\" "
             "autocomplete=\"off\" spellcheck=\"false\" placeholder=\"name or number\" "
             "aria-describedby=\"found\"></div>\n"
@@ -51,7 +51,8 @@ Html IndexHead()
             "</option><option value=\"m\">moveables</option><option value=\"s\">static meshes"
             "</option><option value=\"p\">sprites</option></select></div>\n"
             "<output id=\"found\" for=\"words game kind\" aria-live=\"polite\"></output>\n</form>\n"
-            "</header>\n<main>\n<section id=\"results\" aria-label=\"Objects\" hidden></section>\n"
+            "</header>\n<main id=\"main\">\n<section id=\"results\" aria-label=\"Objects\" "
+            "hidden></section>\n"
             "<section id=\"levels\" aria-label=\"Levels\">\n<ul>\n";
     return head;
 }
@@ -59,12 +60,11 @@ Html IndexHead()
 Html RowOf(const IndexEntry& entry, const Piece& piece)
 {
     Html row;
-    const std::size_t pictures = std::min<std::size_t>(piece.Objects.size(), kStripObjects);
     row << "<li data-game=\"" << NumberOf(piece.Game) << "\"><a href=\"" << std::string(kLevels)
         << entry.Folder << "/index.html\"><span class=\"title\">" << piece.Title << "</span>";
     if (!piece.Strip.empty())
         row << "<img class=\"strip\" src=\"" << EncodeUrl(piece.Strip) << "\" alt=\"\" height=\""
-            << kStripSide << "\" width=\"" << kStripSide * pictures
+            << kStripSide << "\" width=\"" << kStripSide * kStripObjects
             << "\" loading=\"lazy\" decoding=\"async\">";
     row << "</a><p class=\"facts\"><span class=\"game\">" << GameText(piece.Game) << "</span> ";
     if (!entry.Below.empty())
@@ -94,7 +94,8 @@ bool EndsInDigits(std::string_view text, std::size_t count)
                std::string_view::npos;
 }
 
-/// Removes files of a folder and the ones below that look like those of a store.
+/// Removes files of a folder and the ones below that look like those of a store, and what a run
+/// that was ended has left of one.
 void RemoveFiles(const std::string& root, const char* kind, const std::set<std::size_t>& used)
 {
     std::error_code none;
@@ -106,12 +107,15 @@ void RemoveFiles(const std::string& root, const char* kind, const std::set<std::
         const auto relative = entry->path().lexically_relative(ToPath(root)).generic_u8string();
         const std::string name(relative.begin(), relative.end());
         std::error_code gone;
-        if (entry->is_regular_file(gone) && EndsInDigits(stem, kDigits - 2) &&
-            !used.contains(std::hash<std::string>()(name)))
+        if (NameBegins(entry->path().filename(), ".morlik-") && entry->is_directory(gone)) {
+            entry.disable_recursion_pending();
+            unused.push_back(entry->path());
+        } else if (entry->is_regular_file(gone) && EndsInDigits(stem, kDigits - 2) &&
+                   !used.contains(std::hash<std::string>()(name)))
             unused.push_back(entry->path());
     }
     for (const fs::path& path : unused)
-        fs::remove(path, none);
+        fs::remove_all(path, none);
 }
 
 } // namespace
@@ -157,11 +161,18 @@ void RemoveUnused(const std::string& root, const std::vector<IndexEntry>& entrie
         if (EndsInDigits(name, kDigits) && !folders.contains(name))
             unused.push_back(entry->path());
     }
-    for (const fs::path& path : unused)
-        fs::remove_all(path, none);
+    std::vector<IndexEntry> kept = entries;
+    for (const fs::path& path : unused) {
+        // First what tells that a page is whole: the rest, and what it shows, goes piece by piece.
+        std::error_code fault;
+        if (fs::remove(path / Piece::kFile, fault); fault)
+            kept.push_back({.Folder = FromPath(path.filename()), .Below = {}});
+        else
+            fs::remove_all(path, none);
+    }
 
     std::set<std::size_t> used; // numbers of names: thousands of levels have many of them
-    ForEachPiece(root, entries, [&](const IndexEntry& /*entry*/, const Piece& piece) {
+    ForEachPiece(root, kept, [&](const IndexEntry& /*entry*/, const Piece& piece) {
         for (const std::string& file : piece.Files)
             used.insert(std::hash<std::string>()(file));
     });

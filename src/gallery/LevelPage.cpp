@@ -186,7 +186,7 @@ std::string LevelPage(const LevelCards& cards)
             "<header><div><nav><a href=\"../../index.html\">All levels</a></nav>\n<h1>"
          << cards.Title << "</h1>\n"
          << FactsOf(cards)
-         << "</div>\n<form id=\"filter\" role=\"search\" hidden><div><label for=\"words\">Find on "
+         << "</div>\n<form id=\"filter\" role=\"search\"><div><label for=\"words\">Find on "
             "this "
             "page</label><input type=\"search\" id=\"words\" autocomplete=\"off\" "
             "spellcheck=\"false\" placeholder=\"name or number\"></div><output id=\"found\" "

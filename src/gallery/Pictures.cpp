@@ -242,7 +242,7 @@ std::string Pictures::Strip(const std::vector<Picture>& objects)
 {
     if (objects.empty())
         return {};
-    Picture strip{.Width = kStripSide * narrow<std::int32_t>(objects.size()),
+    Picture strip{.Width = kStripSide * narrow<std::int32_t>(kStripObjects),
                   .Height = kStripSide,
                   .Pixels = {}};
     strip.Pixels.resize(strip.At(0, strip.Height));

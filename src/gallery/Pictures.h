@@ -49,7 +49,8 @@ public:
                         TexturePixels& textures);
     /// A tile, whose pixels are needed already.
     std::string Tile(std::int32_t number, const TexturePixels& textures);
-    /// An object of a level's contact strip, and the strip of some of them.
+    /// An object of a level's contact strip, and the strip of some of them, which is as wide as for
+    /// all that have room there.
     static Picture ForStrip(const Scene& scene, TexturePixels& textures);
     std::string Strip(const std::vector<Picture>& objects);
 
