@@ -2,6 +2,7 @@
 
 #include "gallery/Gallery.h"
 
+#include "base/Files.h"
 #include "base/Text.h"
 #include "cli/FindFiles.h"
 #include "cli/MainSFX.h"
@@ -26,8 +27,15 @@ struct Work
     std::unique_ptr<gallery::GalleryFolder> Folder;
 };
 
+bool IsLookedFor(const std::string& mainSFX)
+{
+    return ToLower(mainSFX) == "auto";
+}
+
 Work Begin(const GalleryCommand& command)
 {
+    if (!command.MainSFX.empty() && !IsLookedFor(command.MainSFX))
+        FileBytes::Load(command.MainSFX); // a wrong word is told once, not of each level
     Work work;
     work.Found = FindFiles(command.Files, command.Recursive, Wanted::Levels);
     for (const FoundFile& level : work.Found)
@@ -61,8 +69,7 @@ FileOutcome MakePage(gallery::GalleryFolder& folder, const std::string& level,
                      const GalleryCommand& command, const OnProg& onProg,
                      std::optional<std::string>& page)
 {
-    const bool look = ToLower(command.MainSFX) == "auto";
-    const std::string mainSFX = look ? FindMainSFX(level) : command.MainSFX;
+    const std::string mainSFX = IsLookedFor(command.MainSFX) ? FindMainSFX(level) : command.MainSFX;
     QuietHost host({.MainSFX = mainSFX});
     host.OnProg = onProg;
     Session session(host);
@@ -74,8 +81,12 @@ FileOutcome MakePage(gallery::GalleryFolder& folder, const std::string& level,
         outcome = OutcomeOf(level, made, command.IsQuiet);
         return true;
     });
-    if (isMade)
+    outcome.Members["messages"] = host.Messages;
+    if (isMade) {
+        for (const std::string& message : host.Messages) // such as of sounds that it lacks
+            outcome.Told += LineOfFault(level, {message});
         return outcome;
+    }
     outcome.Status = kFailed;
     if (!host.StopRequested() || !host.Messages.empty())
         outcome.Told = LineOfFault(level, host.Messages);
@@ -101,7 +112,7 @@ int MakeGallery(const GalleryCommand& command, const Streams& streams)
         WorkOnFiles(work.Levels, command, streams, [&](std::size_t i, const OnProg& onProg) {
             return MakePage(*work.Folder, work.Levels[i], command, onProg, pages[i]);
         });
-    if (status == kStopped)
+    if (status == kStopped || !work.Folder->IsWhole())
         return status; // the index stays the one before, and what was made is found again
     std::vector<gallery::IndexEntry> entries;
     for (std::size_t i = 0; i < pages.size(); ++i)

@@ -20,7 +20,7 @@ namespace
 {
 
 /// Grows when pages come out otherwise than before, so that none of the old ones is taken.
-constexpr std::uint32_t kPageForm = 1;
+constexpr std::uint32_t kPageForm = 2;
 
 constexpr std::size_t kMostTitleLetters = 40;
 
@@ -84,7 +84,7 @@ GalleryFolder::GalleryFolder(const std::string& path, GalleryOptions options)
 {
 }
 
-std::string GalleryFolder::FolderOf(const LevelTask& task) const
+std::string GalleryFolder::FolderOf(const LevelTask& task, const Host& host) const
 {
     const std::string title = FileTitle(task.File);
     ContentKey key;
@@ -97,12 +97,16 @@ std::string GalleryFolder::FolderOf(const LevelTask& task) const
     AddFile(key, task.File);
     if (!task.MainSFX.empty())
         AddFile(key, task.MainSFX);
+    std::error_code none;
+    if (const auto names = host.ProgramFolder() / kCatalogueName;
+        std::filesystem::exists(names, none))
+        AddFile(key, FromPath(names));
     return PlainName(title) + "-" + key.Name();
 }
 
 LevelOutcome GalleryFolder::Make(const LevelTask& task, Session& session)
 {
-    const std::string name = FolderOf(task);
+    const std::string name = FolderOf(task, session.Report.TheHost());
     LevelOutcome outcome{.Folder = name, .IsNew = false, .Objects = 0, .Faults = 0};
     const auto isThere = [&] {
         const auto piece = LoadPiece(root_ + kLevels + name);
@@ -117,12 +121,22 @@ LevelOutcome GalleryFolder::Make(const LevelTask& task, Session& session)
 LevelOutcome GalleryFolder::MakeNew(const LevelTask& task, Session& session,
                                     const std::string& name)
 {
-    const std::string folder = root_ + kLevels + name;
     LoadObjectIDs("", session.Names, session.Report);
     session.LevelTitle = FileTitle(task.File);
     LoadLevel(session, task.File);
     if (!task.MainSFX.empty() && HasMainSFX(session.Level))
         ReadMainSFX(task.MainSFX, session.MainSFX, session.Report);
+    try {
+        return Write(session, name);
+    } catch (const FileFailure&) {
+        isWhole_ = false;
+        throw;
+    }
+}
+
+LevelOutcome GalleryFolder::Write(Session& session, const std::string& name)
+{
+    const std::string folder = root_ + kLevels + name;
     Store store(root_, claims_);
     LevelCards cards = MakeCards(session, options_, store);
     MakeFolder(ToPath(folder));

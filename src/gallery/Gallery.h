@@ -5,6 +5,7 @@
 #include "gallery/LevelCards.h"
 #include "shell/Session.h"
 
+#include <atomic>
 #include <functional>
 #include <string>
 #include <vector>
@@ -59,18 +60,23 @@ public:
     /// none.
     LevelOutcome Make(const LevelTask& task, Session& session);
 
+    /// Whether all pages could be written. Else an index would lack levels that are good.
+    bool IsWhole() const { return isWhole_; }
+
     /// Puts the index of these levels in its place, and removes what it doesn't lead to.
     /// `FileFailure`.
     IndexCounts Finish(const std::vector<IndexEntry>& entries);
 
 private:
-    std::string FolderOf(const LevelTask& task) const;
+    std::string FolderOf(const LevelTask& task, const Host& host) const;
     LevelOutcome MakeNew(const LevelTask& task, Session& session, const std::string& name);
+    LevelOutcome Write(Session& session, const std::string& name);
 
     std::string root_; ///< with its end
     GalleryOptions options_;
     FileGroup group_;
     Claims claims_;
+    std::atomic<bool> isWhole_ = true;
 };
 
 } // namespace morlik::gallery

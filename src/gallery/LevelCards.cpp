@@ -306,7 +306,8 @@ std::vector<SoundCard> MakeSounds(const Session& session, Store& store)
 {
     std::vector<SoundCard> cards;
     std::size_t bytes = 0;
-    for (std::size_t i = 0; i < SlotsInUse(session.Level).size(); ++i) {
+    const std::size_t numSlots = SlotsInUse(session.Level).size();
+    for (std::size_t i = 0; i < numSlots; ++i) {
         SoundCard card{.Slot = static_cast<std::int32_t>(i), .Samples = {}};
         for (const auto wave : SamplesOfSound(session.Level, session.MainSFX, card.Slot)) {
             bytes += wave.size();

@@ -119,6 +119,10 @@ TEST_F(GalleryTest, RedoesOnlyWhatChangedAndWhatWasNotFinished)
     for (const std::string words : {"", " --sets", " --animations 1"})
         EXPECT_EQ(Made(0, "%2 --no-gltf" + words), (Strings{"made l2level.tr2"})) << words;
     EXPECT_TRUE(FilesBelow(ToPath(File("g/models"))).empty());
+
+    std::filesystem::create_directories(ToPath(File("g/pictures/ab/.morlik-1-2"))); // of a dead run
+    EXPECT_EQ(Made(0, "%2 --no-gltf"), (Strings{"unchanged l2level.tr2"}));
+    EXPECT_FALSE(Exists("g/pictures/ab/.morlik-1-2"));
 }
 
 TEST_F(GalleryTest, EqualObjectsShareTheirFiles)
@@ -143,6 +147,7 @@ TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
     for (const auto& entry : std::filesystem::directory_iterator(ToPath(File(""))))
         if (entry.path().extension() == ".tr2" || entry.path().filename() == "bad.tr4")
             std::filesystem::rename(entry.path(), ToPath(File("in")) / entry.path().filename());
+    Write("in/main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
     const auto ran = Expect(1, "gallery -r %in -d %g -j 2 --sets", "bad.tr4: MORLIK error: ");
     EXPECT_EQ(std::ranges::count(ran.Errors, '\n'), 1) << ran.Errors;
     EXPECT_PRED2(Has, ran.Out, ": levels: 3, objects: ");
@@ -150,14 +155,26 @@ TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
     EXPECT_PRED2(Has, index, "&#39;");
     EXPECT_EQ(index.find("<script>"), std::string::npos);
     const auto sets = FilesBelow(ToPath(File(PageFolder("l2level") + "/sets")));
-    EXPECT_TRUE(std::ranges::any_of(
-        sets, [](const auto& file) { return EndsWithNoCase(file.first, ".was"); }));
+    for (const char* ending : {".was", ".wav"})
+        EXPECT_TRUE(std::ranges::any_of(sets, [&](const auto& file) {
+            return EndsWithNoCase(file.first, ending);
+        })) << ending;
+
+    // A level that can't be written isn't a bad one: the gallery doesn't go on without it.
+    std::filesystem::remove_all(ToPath(File("g/models")));
+    WriteText("g/models", "in the way");
+    Expect(1, "gallery -d %g -r %in --sets %4", "Can't make the folder");
+    EXPECT_EQ(TextOf("g/index.html"), index);
 
     std::filesystem::create_directory(ToPath(File("site")));
     WriteText("site/index.html", "<h1>Mine</h1>");
     Expect(2, "gallery %2 -d %site", "There is one that no gallery has made");
     Expect(2, "gallery %2", "-d is required");
     EXPECT_EQ(TextOf("site/index.html"), "<h1>Mine</h1>");
+    WriteText("wrong.sfx", "no sounds");
+    Expect(0, "gallery %in/l2level.tr2 -d %sfx --main-sfx %wrong.sfx",
+           "wrong.sfx is not a main.sfx");
+    Expect(2, "gallery %1 -d %sfx --main-sfx %none.sfx", "Can't open");
 }
 
 } // namespace
