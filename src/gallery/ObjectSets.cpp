@@ -35,6 +35,7 @@ private:
 std::vector<std::string> TitlesOf(const std::vector<ObjectCard>& cards)
 {
     std::vector<GltfObject> objects;
+    objects.reserve(cards.size());
     for (const ObjectCard& card : cards)
         objects.push_back({.IsStatic = card.Kind == CardKind::StaticMesh,
                            .Place = 0,
