@@ -1,4 +1,5 @@
 #include "shell/Register_Mod.h"
+#include "shell/window/ObjectView.h"
 #include "shell/window/QtRegistry.h"
 #include "tests/window/WindowRun.h"
 
@@ -93,6 +94,8 @@ TEST(WindowControls, StartAsTheyShould)
     WindowRun run;
     EXPECT_EQ(run.Title(), "Morlik 1.7");
     EXPECT_EQ(run.Label("LevelType"), "No level loaded");
+    const QImage pane = run.Find<ObjectView>("ObjectView")->grab().toImage();
+    EXPECT_GT(pane.convertToFormat(QImage::Format_Indexed8).colorCount(), 1) << "it has a text";
     run.Window->show();
     for (const QSize size : {QSize(500, 600), QSize(1400, 900)}) {
         run.Window->resize(size);
