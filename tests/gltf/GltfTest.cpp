@@ -249,7 +249,7 @@ TEST_F(Gltf, KeepsWhatElseAnimationsTell)
                          .NextAnimation = 2,
                          .NextFrame = 9,
                          .NumStateChanges = 1,
-                         .NumAnimCommands = 3};
+                         .NumAnimCommands = 5};
     Set.Animations = {{}, walk, {.FrameOffset = 40, .FrameRate = 1, .FrameEnd = 0}};
     Set.Frames.resize(20);
     Set.Frames[9] = 1 << 14;
@@ -257,7 +257,7 @@ TEST_F(Gltf, KeepsWhatElseAnimationsTell)
     Set.Frames[19] = (1 << 14) | 1024;
     Set.StateChanges = {{.StateID = 12, .NumAnimDispatches = 1, .AnimDispatch = 0}};
     Set.AnimDispatches = {{.Low = 4, .High = 6, .NextAnimation = 1, .NextFrame = 5}};
-    Set.AnimCommands = {5, 6, -0x8000 + 77, 3, 1, -4, 5, 6};
+    Set.AnimCommands = {5, 6, -0x8000 + 77, 3, 2, -30, 40, 6, 8, 12, 1, -4, 5, 6};
     const ReadGltf file = Save(ObjectAt(1));
     ASSERT_EQ(file.Tables.animations.size(), 2U);
     const auto& notes = file.Tables.animations[0].extras;
@@ -270,10 +270,12 @@ TEST_F(Gltf, KeepsWhatElseAnimationsTell)
     EXPECT_EQ(dispatch.Get("animation").GetNumberAsInt(), 0);
     EXPECT_EQ(dispatch.Get("high").GetNumberAsInt(), 6);
     const auto& commands = notes.Get("commands");
-    ASSERT_EQ(commands.ArrayLen(), 3U);
+    ASSERT_EQ(commands.ArrayLen(), 5U);
     EXPECT_EQ(commands.Get(0).Get("sound").GetNumberAsInt(), 77);
     EXPECT_EQ(commands.Get(0).Get("where").GetNumberAsInt(), 2);
-    EXPECT_EQ(commands.Get(2).Get("y").GetNumberAsInt(), 5);
+    EXPECT_EQ(commands.Get(2).Get("vertical").GetNumberAsInt(), -30);
+    EXPECT_EQ(commands.Get(3).Get("effect").GetNumberAsInt(), 12);
+    EXPECT_EQ(commands.Get(4).Get("y").GetNumberAsInt(), 5);
     // Numbers 4 to 8 in steps of 3: two keys, and one on the way to a third that is not stored.
     const auto& sampler = file.Tables.animations[0].samplers[0];
     const auto times = ValuesOf(file.Tables, sampler.input);
@@ -329,6 +331,16 @@ TEST(GltfAtlas, PacksBoxesWithTheirBorders)
     EXPECT_EQ(shown, wanted);
 }
 
+TEST(GltfFileNames, StayInTheFolderAndAreEachOfItsOwn)
+{
+    const std::vector<GltfObject> objects{{.ID = 7, .Name = "Cat"},
+                                          {.ID = 7, .Name = "CAT"},
+                                          {.IsStatic = true, .ID = 7, .Name = ""},
+                                          {.ID = 8, .Name = "../a\xe9 b"}};
+    EXPECT_EQ(GltfFiles(objects, "", true, {}),
+              (Strings{"7-Cat.glb", "7-CAT--2.glb", "static-7.glb", "8-___a__b.glb"}));
+}
+
 TEST_F(Gltf, TellsMaterialsAndLights)
 {
     WadMesh mesh = MadeMesh();
@@ -341,6 +353,7 @@ TEST_F(Gltf, TellsMaterialsAndLights)
     Set.Tiles = FewTiles({{9, 9, 9}});
     Set.StaticMeshes = {{.ObjectID = 7, .CollisionBox = {1, 2, 3, 4, 5, 6}}};
     const ReadGltf file = Save(ObjectAt(0, true), {.IsLit = true, .DoubleSided = true});
+    EXPECT_EQ(file.Tables.asset.generator, "Morlik");
     const auto& materials = file.Tables.materials;
     ASSERT_EQ(materials.size(), 2U);
     EXPECT_EQ(materials[0].alphaMode, "OPAQUE");
