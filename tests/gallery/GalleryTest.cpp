@@ -28,18 +28,20 @@ TEST(GalleryTextsTest, NamesComeIntoPagesAsTexts)
     };
     for (const auto& [text, escaped] : rows) {
         EXPECT_EQ(gallery::EscapeHtml(text), escaped);
-        const LevelCards cards{.Title = text,
-                               .Game = kTR3,
-                               .Objects = {{.ID = 7, .Name = text, .EditorName = text + "2"}},
-                               .Sounds = {},
-                               .Strip = {}};
+        const LevelCards cards{
+            .Title = text,
+            .Game = kTR3,
+            .Objects = {{.ID = 7, .Name = text, .EditorName = text + "2", .Fault = text}},
+            .Sounds = {},
+            .Strip = {}};
         const std::string page = gallery::LevelPage(cards);
         EXPECT_PRED2(Has, page, "<h1>" + escaped + "</h1>");
         EXPECT_PRED2(Has, page, "in IV: " + escaped + "2</p>");
         EXPECT_EQ(page.find("<script>"), std::string::npos);
         const std::string script = gallery::LevelScript(cards);
         EXPECT_EQ(std::ranges::count(script, '\n'), 1);
-        EXPECT_PRED2(Has, script, "\"e\":\""); // the name in the editor, to be found by it
+        for (const char* key : {"e", "f"}) // the name in the editor, to be found by it; the fault
+            EXPECT_PRED2(Has, script, std::string("\"") + key + "\":\"");
         EXPECT_TRUE(std::ranges::all_of(script, [](char letter) { return letter < 0x7f; }));
     }
     EXPECT_EQ(gallery::EncodeUrl("models/a b#?%.glb"), "models/a%20b%23%3F%25.glb");
