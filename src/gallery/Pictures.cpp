@@ -21,7 +21,7 @@ namespace
 {
 
 /// Grows when pictures come out otherwise than before, so that none of the old ones is taken.
-constexpr std::uint32_t kPicturesForm = 1;
+constexpr std::uint32_t kPicturesForm = 2;
 
 constexpr std::size_t kTurnPictures = 30;
 constexpr std::int32_t kTurnRate = 10;           ///< pictures a second
@@ -70,17 +70,21 @@ void AddFaces(ContentKey& key, const Scene& scene, TexturePixels& textures)
     }
 }
 
+/// Adds a place or a direction, rounded as pictures round it: the sines of the systems differ.
+void AddPoint(ContentKey& key, const Point& point)
+{
+    constexpr double kSteps = 1024;
+    for (const double value : {point.X, point.Y, point.Z})
+        key.Add(std::floor(value * kSteps + 0.5));
+}
+
 /// Adds a name of the vertices: those of all frames of an animation together may be many.
 void AddVertices(ContentKey& key, const Scene& scene)
 {
     ContentKey vertices;
     for (const SceneVertex& vertex : scene.Vertices) {
-        const Point normal = vertex.Normal.value_or(Point{});
-        for (const Point& point : {vertex.Position, normal}) {
-            vertices.Add(point.X);
-            vertices.Add(point.Y);
-            vertices.Add(point.Z);
-        }
+        AddPoint(vertices, vertex.Position);
+        AddPoint(vertices, vertex.Normal.value_or(Point{}));
         vertices.Add(vertex.Normal.has_value());
         vertices.Add(vertex.Light);
     }
