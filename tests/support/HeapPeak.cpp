@@ -66,6 +66,12 @@ void operator delete(void* pointer, std::align_val_t alignment) noexcept
     live -= *reinterpret_cast<std::size_t*>(block);
     std::free(block);
 }
+
+// The sanitizers have one of their own.
+void operator delete(void* pointer, std::size_t, std::align_val_t alignment) noexcept
+{
+    operator delete(pointer, alignment);
+}
 #endif
 
 void operator delete(void* pointer) noexcept
