@@ -68,6 +68,7 @@ TEST(WindowBrowse, BeginsInTheListAndFindsByTheFilter)
     QTest::keyClicks(filter, list->item(2)->text().toLower());
     EXPECT_EQ(run.Label("ObjCount"), QString("1 of %1 moveables").arg(all));
     EXPECT_TRUE(list->item(0)->isHidden()); // and no entry has moved
+    EXPECT_FALSE(list->item(2)->isHidden());
     QTest::keyClick(list, Qt::Key_Down);
     EXPECT_TRUE(list->item(2)->isSelected());
     EXPECT_EQ(run.Label("ObjectID").toStdString(),
