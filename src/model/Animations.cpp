@@ -42,6 +42,9 @@ std::size_t CountFrames(const ObjectSet& set, std::size_t index)
     if (size == 0 ? bytes != 0 : bytes % size != 0)
         FailDamaged("animation ", index, ": frames of ", size, " bytes in ", bytes, " bytes");
     const std::int64_t count = size == 0 ? 0 : bytes / size;
+    if (count > 0 && animation.FrameEnd < animation.FrameStart)
+        FailDamaged("animation ", index, ": frames ", animation.FrameStart, " to ",
+                    animation.FrameEnd);
     const std::int64_t needed =
         (animation.FrameEnd - animation.FrameStart) / animation.FrameRate + 1;
     if (size != 0 && count < needed)

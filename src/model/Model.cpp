@@ -1,6 +1,5 @@
 #include "model/Model.h"
 
-#include "base/Narrow.h"
 #include "model/Damage.h"
 
 #include <algorithm>
@@ -22,12 +21,19 @@ void Widen(std::optional<Bounds>& bounds, const Point& point)
     }
 }
 
+std::size_t NumberOfMesh(std::int32_t mesh)
+{
+    if (mesh < 0)
+        FailDamaged("there is no mesh ", mesh);
+    return static_cast<std::size_t>(mesh);
+}
+
 } // namespace
 
 Model ModelOfMoveable(const ObjectSet& set, std::size_t moveable)
 {
     Model model{.Meshes = {}, .Joints = SkeletonOf(set, moveable)};
-    const auto first = narrow<std::size_t>(set.Moveables[moveable].StartingMesh);
+    const std::size_t first = NumberOfMesh(set.Moveables[moveable].StartingMesh);
     std::size_t parts = 0;
     for (std::size_t mesh = 0; mesh < model.Joints.size(); ++mesh) {
         const MeshGeometry& made = model.Meshes.emplace_back(GeometryOf(set, first + mesh));
@@ -43,7 +49,7 @@ Model ModelOfStaticMesh(const ObjectSet& set, std::size_t staticMesh)
 {
     if (staticMesh >= set.StaticMeshes.size())
         FailDamaged("static mesh ", staticMesh, " of ", set.StaticMeshes.size());
-    const auto mesh = narrow<std::size_t>(set.StaticMeshes[staticMesh].Mesh);
+    const std::size_t mesh = NumberOfMesh(set.StaticMeshes[staticMesh].Mesh);
     return {.Meshes = {GeometryOf(set, mesh)}, .Joints = {Joint{}}};
 }
 

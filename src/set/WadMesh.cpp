@@ -184,7 +184,10 @@ WadMesh WadMeshOf(const WadMeshSet& set, std::size_t mesh)
     reader.Section("mesh pointer");
     if (mesh >= set.MeshPointers.size())
         reader.Fail("there is no mesh " + std::to_string(mesh));
-    reader.Seek(narrow<std::size_t>(set.MeshPointers[mesh]));
+    const std::int32_t at = set.MeshPointers[mesh];
+    if (at < 0)
+        reader.Fail("mesh " + std::to_string(mesh) + " can't stand at " + std::to_string(at));
+    reader.Seek(static_cast<std::size_t>(at));
     return ReadMesh(reader);
 }
 

@@ -29,27 +29,6 @@ json FileOf(const Ran& ran)
     return told["files"][0];
 }
 
-TEST_F(CliTest, ConvertsManyLevelsToTheSameFilesAsOneByOne)
-{
-    std::filesystem::create_directory(ToPath(File("single")));
-    for (const std::string& level : Levels) {
-        const auto set =
-            " %single/" + FileTitle(level).substr(0, FileTitle(level).size() - 3) + "was";
-        RunCli({"convert", level, "-o", Filled(set).substr(1), "--main-sfx", File("MAIN.Sfx"),
-                "--export-sprites"});
-        Expect(0, "check" + set);
-    }
-    EXPECT_EQ(LinesOfFile(File("single/l4level.was")).at(0), "LARA:Z:\\TOMB4\\L4LEVEL.TR4\\LARA");
-    for (const std::string jobs : {"1", "3"}) {
-        const auto ran = Expect(0, "convert -d %all" + jobs + " --main-sfx auto --export-sprites " +
-                                       "--jobs " + jobs + " %0 %1 %2 %3 %4 %5");
-        EXPECT_EQ(ran.Errors, "");
-        EXPECT_EQ(std::count(ran.Out.begin(), ran.Out.end(), '\n'), 6);
-        EXPECT_LT(ran.Out.find("l1level"), ran.Out.find("l5level")); // in the order of the words
-        EXPECT_EQ(FilesBelow(ToPath(File("all" + jobs))), FilesBelow(ToPath(File("single"))));
-    }
-}
-
 TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
 {
     WriteText("bad.phd", "TR4c: encrypted");
@@ -140,110 +119,12 @@ TEST_F(CliTest, TakesTheFirstOfSeveralMainSfx)
 
 #endif
 
-TEST_F(CliTest, TellsWrongUseAndDoesNothing)
+TEST_F(CliTest, WritesNoSetInThePlaceOfItsOwnFilesNorALogInThatOfTheSet)
 {
-    const auto level = ReadFile(Levels[0]);
-    const auto second = ReadFile(Levels[2]);
-    const auto sfx = Read("MAIN.Sfx");
-    std::filesystem::create_directory(ToPath(File("other")));
-    Write("other/l1level.phd", level);
-    Write("level.tga", level);
-    Write("main.wad", second);
-    Write("main.tr2", second);
-    Write("main.sfx", sfx);
-    const auto program = FromPath(ProgramFolder() / "morlik.was");
-    std::vector<std::pair<std::string, std::string>> rows{
-        {"", ""},
-        {"frobnicate", ""},
-        {"convert", ""},
-        {"convert %0", ""},
-        {"convert %0 -o %a.was -d %sets", ""},
-        {"convert %0 %1 -o %a.was", ""},
-        {"convert %0 %L1level.tr4 -d %sets", ""},
-        {"convert %0 %1 -d %sets --log %log", ""},
-        {"convert %0 -o %a.was --jobs 0", ""},
-        {"convert %0 -o %a", ""},
-        {"convert %0 -o %a.was --log %0", ""},
-        {"convert %main.wad -d %", ""}, // the set would replace its level
-        {"convert %2 -o %main.was --main-sfx auto", ""},
-        {"convert %0 -o %main.was --main-sfx %./main.sfx", ""},
-        {"convert %0 -o " + program, ""},
-        {"sheet %0 %sheet.bmp", ""},
-        {"sheet %level.tga %level.tga", ""},
-        {"check %a.wad", ""},
-        {"convert %0 -o ''", "-o: has an empty value"},
-        {"convert %0 -d ''", "-d: has an empty value"},
-        {"sounds %0 ''", "FOLDER: has an empty value"},
-        {"convert %0 -o %.WAS", "The set needs a name before its .was"},
-        {"convert %0 -o %a.was --log ''", "--log: has an empty value"},
-        {"convert %0 -o %a.was --main-sfx ''", "--main-sfx: has an empty value"},
-        {"convert %0 -o %a.was -o %b.was", "-o: is given more than once"},
-        {"convert %0 -d %a -d %a", "-d: is given more than once"},
-        {"convert %0 -d %a --jobs 1 --jobs 2", "--jobs: is given more than once"},
-        {"convert %0 %other/l1level.phd -d %a",
-         "%0 and %other/l1level.phd would both be saved as %a/l1level.was"},
-        {"convert %main.tr2 -d %", " holds the sounds of a game; give the set another name"},
-    };
-    for (const std::string result : {"A.was", "A.wad", "a.swd", "a.sam", "a.sfx"})
-        rows.emplace_back("convert %0 -o %a.was --log %" + result, "");
-    for (const auto& [line, told] : rows) {
-        const auto ran = Expect(2, line, told);
-        EXPECT_EQ(ran.Out, "");
-        EXPECT_NE(ran.Errors, "");
-    }
+    Expect(2, "convert %0 -o " + FromPath(ProgramFolder() / "morlik.was"));
     EXPECT_EQ(
         RunCli({"convert", Levels[0], "-o", File("a.was"), "--log", File("a Info.txt")}).Status, 2);
-    for (const char* made : {"sets", "a", "a.was", "log"})
-        EXPECT_FALSE(Exists(made)) << made;
-    EXPECT_EQ(Read("level.tga"), level);
-    EXPECT_EQ(Read("main.wad"), second);
-    EXPECT_EQ(Read("main.sfx"), sfx);
-    EXPECT_EQ(Run("--version").Out, "MORLIK 1.7\n");
-    EXPECT_PRED2(Has, Run("--help").Out, "Exit status: 0 all good");
-
-    // A set is told under the name that its list has.
-    EXPECT_EQ(Run("convert %0 -o %S.WAS").Out, Filled("%0: saved as %S.was\n"));
-    EXPECT_TRUE(Exists("S.was"));
-    // A folder that can't be made is told of each level, and of sounds.
-    for (const char* line : {"convert %1 %2 -d %0", "sounds %4 %0"})
-        Expect(1, line, ": Can't make the folder %0: Not a directory\n");
-}
-
-TEST_F(CliTest, TakesTheObjectsOfAList)
-{
-    WriteText("list", "LARA\r\n\n 140 \n"); // the level has the moveables 0 and 140
-    const auto info = FileOf(Run("info %4 --json"));
-    const std::pair all{info["moveables"].size(), info["static_meshes"].size()};
-    // What is told of a wrong use, and how much there is in the set, which else is good.
-    const std::vector<std::tuple<std::string, std::string, std::size_t, std::size_t>> rows{
-        {"--objects lara", "", 1, 0},
-        {"--objects LARA,130-140,static:10-11", "", 2, 2},
-        {"--objects * --without ?A*,static:*", "", all.first - 2, 0},
-        {"--without LARA,static:PLANT0,400-410,Z*", "", all.first - 1, all.second - 1},
-        {"--objects @%list", "", 2, 0},
-        {"--objects *,static:*", "", all.first, all.second},
-        {"--fit", "", all.first, all.second},
-        {"--objects LARRA", "The level has no moveable \"LARRA\"; near: LARA", 0, 0},
-        {"--objects LA*ARA", "The level has no moveable \"LA*ARA\"", 0, 0},
-        {"--objects 1-5", "The level has no moveable \"1-5\"\n", 0, 0},
-        {"--without static:77", "The level has no static mesh \"static:77\"\n", 0, 0},
-        {"--objects LARA --without 0", "No object of the level is left", 0, 0},
-        {"--objects ,", "\",\" names no object", 0, 0},
-        {"--objects @%none", "Can't open %none", 0, 0},
-    };
-    int number = 0;
-    for (const auto& [options, told, moveables, statics] : rows) {
-        const std::string set = "chosen" + std::to_string(++number) + ".was";
-        Expect(told.empty() ? 0 : 2, "convert %4 -o %" + set + ' ' + options, told);
-        ASSERT_EQ(Exists(set), told.empty()) << options;
-        if (!told.empty())
-            continue;
-        EXPECT_EQ(Run("check %" + set).Out, "good\n") << options;
-        const ObjectSet made = ReadSet(File(set));
-        EXPECT_EQ(made.Moveables.size(), moveables) << options;
-        EXPECT_EQ(made.StaticMeshes.size(), statics) << options;
-    }
-    Expect(2, "convert %4 -o %list.was --log %list --objects @%list"); // a list is no log
+    EXPECT_FALSE(Exists("a.was"));
 }
 
 TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
@@ -283,31 +164,6 @@ TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
 
 TEST_F(CliTest, TellsWhatIsInAFile)
 {
-    const auto content = samples::MakeRichLevel(kTR4);
-    const auto level = FileOf(Run("info %4 --json"));
-    EXPECT_EQ(level["game"], 4);
-    EXPECT_EQ(level["rooms"], content.Rooms.size());
-    EXPECT_EQ(level["textures"], content.ObjectTexturesTR45.size());
-    EXPECT_EQ(level["most_textures"], 2047);
-    ASSERT_EQ(level["moveables"].size(), content.Moveables.size());
-    EXPECT_EQ(level["moveables"][0]["name"], "LARA");
-    for (std::size_t i = 0; i < content.Moveables.size(); ++i) {
-        const int first = content.Moveables[i].Animation;
-        auto end = static_cast<int>(content.Animations.size()); // where those of the next begin
-        for (const Moveable& other : content.Moveables)
-            if (other.Animation > first)
-                end = std::min<int>(end, other.Animation);
-        const auto told = level["moveables"][i];
-        EXPECT_EQ(told["animations"], first == -1 ? 0 : end - first) << i;
-        EXPECT_EQ(told["frames"] > 0, first != -1) << i;
-        EXPECT_LE(told["textures"], level["textures_used"]) << i;
-    }
-    EXPECT_EQ(level["moveables"][0]["sounds"], 1);
-    EXPECT_EQ(level["static_meshes"].size(), content.StaticMeshes.size());
-    EXPECT_EQ(level["sounds"][0]["bytes"], content.Samples[0].size());
-    const auto text = Expect(0, "info %4").Out;
-    for (const char* part : {"game: Tomb Raider IV\n", "\nsprites: unknown\n", "  0  LARA"})
-        EXPECT_PRED2(Has, text, part);
     for (const std::int16_t texture :
          std::initializer_list<std::int16_t>{99, 0}) { // none, one for rectangles
         auto damaged = samples::MakeTinyLevel(kTR4);
@@ -321,12 +177,6 @@ TEST_F(CliTest, TellsWhatIsInAFile)
     Write("horizon.tr2", horizon);
     Expect(0, "info %horizon.tr2");
 
-    const auto sounds = samples::SampleSounds();
-    std::filesystem::rename(ToPath(File("MAIN.Sfx")), ToPath(File("main.sfx")));
-    const auto sfx = FileOf(Run("info %main.sfx --json"));
-    EXPECT_EQ(sfx["samples"].size(), sounds.size());
-    EXPECT_EQ(sfx["samples"][1]["bytes"], sounds[1].size());
-
     samples::ProjectContent named;
     named.Rooms.resize(1);
     named.Rooms[0].Name = "L\xf6\x80 we\x7f ";
@@ -339,14 +189,6 @@ TEST_F(CliTest, TellsWhatIsInAFile)
                      "  number  name           columns  rows  objects\n"
                      "       0  L\u00f6\\x80 we\\x7F       12     2        1\n"));
     EXPECT_PRED2(Has, Run("info %a.prj --json").Out, "\"L\u00f6");
-    const auto project = samples::MakeProject();
-    Write("a.prj", samples::WriteProject(project).Bytes);
-    const auto rooms = FileOf(Run("info %a.prj --json"));
-    EXPECT_EQ(rooms["rooms"].size(), 3U);
-    EXPECT_EQ(rooms["rooms"][0]["columns"], project.Rooms[0].BlockColumns);
-
-    for (const std::string gone : {"gone.phd", "gone.prj", "gone/main.sfx"})
-        EXPECT_EQ(Expect(1, "info %" + gone, "gone").Out, "");
     Expect(1, "info [gone]", "open ./[gone]:");
     Expect(1, "info gone]", "open gone]:");
 }
@@ -370,41 +212,6 @@ TEST_F(CliTest, ExportsSheetsAndSounds)
 #else
     EXPECT_EQ(png.Status, 2);
 #endif
-    Expect(0, "sheet %3 %new/more/a.tga");
-    EXPECT_EQ(Read("new/more/a.tga"), tga);
-
-    const auto content = samples::MakeRichLevel(kTR1);
-    Expect(0, "sounds %0 %waves");
-    const auto waves = FilesBelow(ToPath(File("waves")));
-    ASSERT_FALSE(waves.empty());
-    for (const auto& [name, bytes] : waves)
-        EXPECT_TRUE(std::ranges::find(content.Samples, bytes) != content.Samples.end()) << name;
-    Expect(1, "sounds %2 %waves", "MORLIK: The sounds of this game are in its main.sfx\n");
-    EXPECT_PRED2(Has, Expect(0, "sounds %MAIN.Sfx %sfx").Out, "MAIN1.wav: ");
-    const auto sfx = FilesBelow(ToPath(File("sfx")));
-    EXPECT_EQ(sfx.size(), samples::SampleSounds().size());
-    EXPECT_EQ(sfx.at("MAIN1.wav"), samples::SampleSounds()[1]);
-}
-
-TEST_F(CliTest, CheckTellsWhatIsWrongWithASet)
-{
-    Expect(0, "convert %2 -o %a.was --main-sfx auto");
-    EXPECT_EQ(Run("check %a.was").Out, "good\n");
-    const auto wad = Read("a.wad");
-    for (std::size_t cut : {std::size_t{0}, wad.size() / 2, wad.size() - 1}) {
-        Write("a.wad", std::span(wad).first(cut));
-        EXPECT_TRUE(Expect(1, "check %a.was").Out.starts_with("wad: ")) << cut;
-    }
-    auto damaged = wad;
-    damaged[4] ^= std::byte{1}; // one texture more or less than there are records
-    Write("a.wad", damaged);
-    Expect(1, "check %a.was");
-    Write("a.wad", wad);
-    std::filesystem::remove_all(ToPath(File("a.swd")));
-    EXPECT_EQ(Run("check %a.was --game 2").Out, "missing: the .swd file\nNOT good\n");
-    Expect(1, "check %none.was");
-    WriteText("a.was", "");
-    Expect(1, "check %a.was", "--game N");
 }
 
 /// Whether a terminal shows all of a text as it stands.
@@ -467,20 +274,6 @@ TEST_F(CliTest, ShowsNoOrdersToTheTerminal)
     const auto checked = Run("check %a.was").Out;
     EXPECT_PRED2(Has, checked, "\"\\x1B[2J\\x9Bgood\"");
     EXPECT_TRUE(IsPrintable(checked));
-}
-
-TEST_F(CliTest, TellsThePlaceOfAFault)
-{
-    auto file = WriteLevel(samples::MakeRichLevel(kTR1));
-    file.SetCount("Moveables", -1);
-    Write("a.phd", file.Bytes);
-    const auto place = "moveables, offset " + std::to_string(file.Count("Moveables").Offset + 4) +
-                       ": a count of -1";
-    for (const char* line :
-         {"info %a.phd", "sheet %a.phd %a.tga", "sounds %a.phd %waves", "convert %a.phd -o %a.was"})
-        Expect(1, line, "ReadTR -> Error reading level\n  " + place + "\n");
-    const auto told = FileOf(Run("convert %a.phd -o %a.was --json"));
-    EXPECT_EQ(told["messages"][0], "MORLIK error: ReadTR -> Error reading level\n" + place);
 }
 
 TEST_F(CliTest, PrintsTwentyMessagesOfAKindAndLogsThemAll)

@@ -56,8 +56,8 @@ const std::vector<std::pair<std::string, Change>> kMeshDamages{
     {"", [](auto& set, auto&) { set.Textures[1].X = 250; set.Textures[1].Y = 248; }},
     {"moveable 0: mesh tree of 4 words", [](auto& set, auto&) { set.MeshTrees.clear(); }},
     {"there is no mesh 2", [](auto& set, auto&) { set.Moveables[0].StartingMesh = 1; }},
-    {"out of its range", [](auto& set, auto&) { set.Moveables[0].StartingMesh = -1; }},
-    {"out of its range", [](auto& set, auto&) { set.StaticMeshes[0].Mesh = -1; }},
+    {"there is no mesh -1", [](auto& set, auto&) { set.Moveables[0].StartingMesh = -1; }},
+    {"there is no mesh -1", [](auto& set, auto&) { set.StaticMeshes[0].Mesh = -1; }},
     {"static mesh 0 of 0", [](auto& set, auto&) { set.StaticMeshes.clear(); }},
 };
 // clang-format on

@@ -1,0 +1,261 @@
+// Transcripts of command lines: what each prints and writes stands in tests/cli/transcripts, as a
+// user would see it, and must come out so again. With MORLIK_ACCEPT=1 in the environment the
+// files are written anew: look at each difference before it is committed.
+//
+// A line that begins with "$ " is a command line of morlik-cli, as `CliTest` takes them, or one of
+// the orders of `Prepare`. Below it stand what it prints, its errors behind "! ", its status where
+// that isn't 0, and the files that it made ("+") or removed ("-").
+
+#include "samples/Project.h"
+#include "tests/cli/RunCli.h"
+
+#ifdef MORLIK_PNG
+#include "picture/MovingFile.h"
+#include "tests/support/ReadPng.h"
+#endif
+
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+
+namespace morlik::test
+{
+
+namespace
+{
+
+#ifndef _WIN32 // whose paths look otherwise: there tools/windows compares what the programs write
+
+/// FNV-1a: so short that no library is worth it.
+std::string HashOf(std::span<const std::byte> bytes)
+{
+    std::uint32_t hash = 0x811c9dc5;
+    for (const std::byte byte : bytes)
+        hash = (hash ^ std::to_integer<std::uint32_t>(byte)) * 0x01000193;
+    return Hex(hash);
+}
+
+Strings LinesOf(std::istream& in)
+{
+    Strings lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+/// What a file is known by; of those that libraries compress as their version does, no size.
+std::string Described(const std::string& name, std::span<const std::byte> bytes)
+{
+    const std::string ending = ToLower(name.substr(std::min(name.size(), name.find_last_of('.'))));
+#ifdef MORLIK_PNG
+    if (ending == ".png") {
+        const Picture picture = DecodePNG(bytes);
+        return std::to_string(picture.Width) + 'x' + std::to_string(picture.Height) + ' ' +
+               HashOf(std::as_bytes(std::span(picture.Pixels)));
+    }
+#endif
+    if (ending == ".webp" || ending == ".glb")
+        return "";
+    return std::to_string(bytes.size()) + ' ' + HashOf(bytes);
+}
+
+class Transcripts : public CliTest, public testing::WithParamInterface<const char*>
+{
+protected:
+    /// Carries out an order that prepares a file, if that is what the words are:
+    ///   level NAME GAME COUNT VALUE     a rich sample level, with a count that is changed
+    ///   level NAME extended SIDE        one of IV with so many slots of sounds; of 1024, its
+    ///                                   samples are those of a main.sfx
+    ///   project NAME                    a project
+    ///   text NAME WORDS                 a file of these words
+    ///   bytes NAME OFFSET VALUE...      other bytes in a file; counted from its end below 0
+    ///   cut NAME SIZE, copy NAME TO, remove NAME, folder NAME
+    bool Prepare(const Strings& words, const std::string& line) const
+    {
+        const std::string& order = words.at(0);
+        const auto number = [&](std::size_t i) { return std::stoll(words.at(i), nullptr, 0); };
+        if (order == "level")
+            MakeLevel(words);
+        else if (order == "project")
+            Write(words.at(1), samples::WriteProject(samples::MakeProject()).Bytes);
+        else if (order == "text")
+            WriteText(words.at(1), line.substr(line.find(' ' + words.at(2)) + 1));
+        else if (order == "cut" || order == "bytes") {
+            auto bytes = Read(words.at(1));
+            auto at =
+                static_cast<std::size_t>(number(2) < 0 ? std::ssize(bytes) + number(2) : number(2));
+            if (order == "cut")
+                bytes.resize(at);
+            else
+                for (std::size_t i = 3; i < words.size(); ++i)
+                    bytes.at(at++) = static_cast<std::byte>(number(i));
+            Write(words.at(1), bytes);
+        } else if (order == "copy")
+            Write(words.at(2), Read(words.at(1)));
+        else if (order == "remove")
+            std::filesystem::remove_all(ToPath(File(words.at(1))));
+        else if (order == "folder")
+            std::filesystem::create_directories(ToPath(File(words.at(1))));
+        else
+            return false;
+        return true;
+    }
+
+    /// What a command line leads to, with "%" for the folder.
+    std::string Told(const std::string& line) const
+    {
+        std::istringstream in(line);
+        Strings words;
+        for (std::string word; in >> word;)
+            words.push_back(word);
+        if (Prepare(words, line))
+            return "";
+        if (words[0] == "show")
+            return Shown(words.at(1));
+        if (words[0] == "damage")
+            return OfDamage(words, line);
+        const auto before = FilesBelow(ToPath(File("")));
+        const Ran ran = Run(line);
+        std::string told = ran.Out;
+        std::istringstream errors(ran.Errors);
+        for (const std::string& error : LinesOf(errors))
+            told += "! " + error + '\n';
+        if (ran.Status != 0)
+            told += "status " + std::to_string(ran.Status) + '\n';
+        const auto after = FilesBelow(ToPath(File("")));
+        for (const auto& [name, bytes] : after)
+            if (!before.contains(name) || before.at(name) != bytes)
+                told += "+ " + name + "  " + Described(name, bytes) + '\n';
+        for (const auto& [name, bytes] : before)
+            if (!after.contains(name))
+                told += "- " + name + '\n';
+        return Replaced(told);
+    }
+
+private:
+    void MakeLevel(const Strings& words) const
+    {
+        const bool isExtended = words.at(2) == "extended";
+        const auto number = std::stoi(words.at(3 - (isExtended ? 0 : 1)));
+        auto level = samples::MakeRichLevel(isExtended ? kTR4 : static_cast<VersionCode>(number));
+        if (isExtended)
+            samples::MakeExtended(level, narrow<std::uint16_t>(number), number == 1024);
+        auto part = PartOf(level);
+        if (!isExtended)
+            part.SetCount(words.at(3), std::stoll(words.at(4)));
+        Write(words.at(1), FileOf(level, part));
+    }
+
+    /// damage NAME FROM COUNT LINE: what the line tells of the file with one byte that is wrong, at
+    /// so many places in turn, by its kinds, and a hash of all of it.
+    std::string OfDamage(const Strings& words, const std::string& line) const
+    {
+        const auto whole = Read(words.at(1));
+        const std::size_t from = Place(words.at(2), whole);
+        const auto count = static_cast<std::size_t>(std::stoi(words.at(3)));
+        const std::string command =
+            line.substr(line.find(' ' + words[3] + ' ') + 2 + words[3].size());
+        std::map<std::string, int> counts;
+        std::string all;
+        for (std::size_t i = 0; i < count; ++i) {
+            auto bytes = whole;
+            bytes.at(from + i * (bytes.size() - from) / count) ^=
+                std::array{std::byte{1}, std::byte{0x80}, std::byte{0xff}}[i % 3];
+            Write(words[1], bytes);
+            const Ran ran = Run(command);
+            const std::string told = Replaced(ran.Out + ran.Errors);
+            all += told;
+            ++counts["status " + std::to_string(ran.Status) + '\n' + Kind(told)];
+        }
+        Write(words[1], whole);
+        std::string table;
+        for (const auto& [told, times] : counts)
+            table += std::to_string(times) + " times " + told;
+        return table + HashOf(std::as_bytes(std::span(all))) + '\n';
+    }
+
+    /// An offset; below 0 from the end of the file.
+    static std::size_t Place(const std::string& word, std::span<const std::byte> bytes)
+    {
+        const auto place = std::stoll(word);
+        return static_cast<std::size_t>(place < 0 ? std::ssize(bytes) + place : place);
+    }
+
+    /// What is told without its numbers and names.
+    static std::string Kind(const std::string& told)
+    {
+        static const std::regex numbers("[0-9A-Fa-f]*[0-9][0-9A-Fa-f,.x]*");
+        static const std::regex names("\"[^\"]*\"");
+        return std::regex_replace(std::regex_replace(told, names, "\"\""), numbers, "#");
+    }
+
+    std::string Shown(const std::string& name) const
+    {
+        const auto bytes = Read(name);
+        std::string text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        std::erase(text, '\r');
+        return Replaced(text);
+    }
+
+    std::string Replaced(std::string text) const
+    {
+        const std::string folder = File("");
+        for (std::size_t at = 0; (at = text.find(folder, at)) != std::string::npos;)
+            text.replace(at, folder.size(), "%");
+        return text.empty() || text.back() == '\n' ? text : text + "\n(no line end)\n";
+    }
+};
+
+TEST_P(Transcripts, AreTheSameAgain)
+{
+#ifdef MORLIK_PNG
+    if (GetParam() == std::string("gallery") && !HasWebP())
+        GTEST_SKIP() << "This build has no moving pictures";
+#endif
+    const std::string path = std::string(MORLIK_TRANSCRIPTS "/") + GetParam() + ".txt";
+    std::ifstream file(path);
+    const Strings expected = LinesOf(file);
+    ASSERT_FALSE(expected.empty()) << path;
+    std::string told;
+    bool isNoted = true; // a note stands right above its command
+    for (const std::string& line : expected) {
+        const bool isNote = line.starts_with("# ");
+        if (!isNote && !line.starts_with("$ "))
+            continue;
+        told += (isNoted ? "" : "\n") + line + '\n';
+        if (!isNote)
+            told += Told(line.substr(2));
+        isNoted = isNote;
+    }
+    if (std::getenv("MORLIK_ACCEPT") != nullptr) { // NOLINT(concurrency-mt-unsafe)
+        std::ofstream(path) << told;
+        return;
+    }
+    std::istringstream in(told);
+    const Strings given = LinesOf(in);
+    std::string command;
+    for (std::size_t i = 0; i < std::max(given.size(), expected.size()); ++i) {
+        const std::string line = i < expected.size() ? expected[i] : "nothing";
+        if (line.starts_with("$ "))
+            command = line;
+        ASSERT_EQ(i < given.size() ? given[i] : "nothing", line) << command;
+    }
+}
+
+std::string NameOf(const testing::TestParamInfo<const char*>& transcript)
+{
+    return transcript.param;
+}
+INSTANTIATE_TEST_SUITE_P(Commands, Transcripts,
+                         testing::Values("check", "convert", "find", "info", "many", "use"),
+                         NameOf);
+#ifdef MORLIK_PNG
+INSTANTIATE_TEST_SUITE_P(Pictures, Transcripts, testing::Values("gallery", "gltf", "pictures"),
+                         NameOf);
+#endif
+
+#endif
+
+} // namespace
+
+} // namespace morlik::test
