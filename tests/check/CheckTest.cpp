@@ -320,55 +320,6 @@ TEST(Check, ShowsTheFirst20ComplaintsAndTheFirst60Letters)
     EXPECT_EQ(CheckSfx(sounds).size(), 2U);
 }
 
-TEST(Check, FindsFaultsOfWavFilesAndMissingFiles)
-{
-    for (const VersionCode game : {kTR1, kTR3}) {
-        const Set set(game);
-        const auto found = [&] {
-            const SetReport report = CheckSet(set.Base, game);
-            std::string all;
-            for (const Complaints& some : {report.Missing, report.Problems, report.Notes})
-                for (const std::string& text : some)
-                    all += text + '\n';
-            return all;
-        };
-        EXPECT_EQ(found(), "");
-        const std::string folder = set.Base + "-Sounds";
-        const std::string name = set.Sam[0];
-        const auto wave = ReadFile(folder + "/" + name);
-        const auto with = [&](std::span<const std::byte> bytes) {
-            WriteWholeFile(folder + "/" + name, bytes);
-            return found();
-        };
-        EXPECT_EQ(with({}), "wav: \"" + name + "\" holds no sound\n");
-        const std::size_t head = game == kTR1 ? 8 : 44;
-        EXPECT_EQ(with(std::span(wave).first(head)), "wav: \"" + name + "\" holds no sound\n");
-        EXPECT_EQ(with(std::span(wave).first(head + 1)),
-                  "wav: \"" + name + "\" has another size than its header says\n");
-        EXPECT_EQ(with(std::span(wave).first(wave.size() - 1)),
-                  "wav: \"" + name + "\" has another size than its header says\n");
-        EXPECT_EQ(with(std::vector<std::byte>(wave.size())),
-                  "wav: \"" + name + "\" is no RIFF file\n");
-        std::filesystem::resize_file(ToPath(folder + "/" + name), (512U << 20U) + 1);
-        EXPECT_PRED2(Has, found(),
-                     "wav: Can't open " + FromPath(ToPath(folder) / ToPath(name)) +
-                         ": 536870913 bytes");
-        std::filesystem::remove(ToPath(folder + "/" + name));
-        EXPECT_EQ(found(), "wav: There is no file \"" + name + "\"\n");
-        EXPECT_EQ(with(wave), "");
-        WriteWholeFile(folder + "/old.wav", wave);
-        EXPECT_PRED2(Has, found(), "No line names \"old.wav\"");
-        EXPECT_EQ(CheckSet(set.Base, game).Problems, Complaints());
-
-        std::filesystem::remove_all(ToPath(folder));
-        EXPECT_PRED2(Has, found(), game == kTR1 ? "wav: There is no file " : "without main.sfx");
-        EXPECT_EQ(CheckSet(set.Base, game).Problems.empty(), game != kTR1);
-        for (const char* extension : {".sfx", ".sam", ".wad", ".swd", ".was"})
-            std::filesystem::remove(ToPath(set.Base + extension));
-        EXPECT_EQ(found(), ".wad\n.was\n.swd\n.sfx\n.sam\n");
-    }
-}
-
 } // namespace
 
 } // namespace morlik::test

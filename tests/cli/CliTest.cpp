@@ -57,45 +57,6 @@ TEST_F(CliTest, OneBadLevelDoesNotStopTheOthers)
         EXPECT_EQ(std::ranges::count(lines, line), 1) << line;
 }
 
-TEST_F(CliTest, TellsWhereSoundsAreMissing)
-{
-    const std::string convert = "convert %2 -o %a.was --main-sfx auto";
-    EXPECT_EQ(Expect(0, convert).Errors, "");
-    std::filesystem::remove_all(ToPath(File("a-Sounds")));
-    Expect(0, "convert %2 -o %a.was", "see --main-sfx");
-    Expect(0, "check %a.was");
-    std::filesystem::create_directories(ToPath(File("below/more")));
-    Write("below/a.tr2", ReadFile(Levels[2]));
-    for (const std::string level : {"below/a.tr2", "below/./a.tr2", "below/more/../a.tr2"})
-        EXPECT_EQ(Run("convert %" + level + " -d %new/sets --main-sfx AUTO").Errors, "");
-    const auto indices = samples::MakeRichLevel(kTR2).SampleIndices;
-    const auto sounds = samples::SampleSounds();
-    for (const std::size_t count : {std::size_t{1}, sounds.size() - 1, sounds.size()}) {
-        Write("main.sfx", samples::WriteMainSfx(
-                              {sounds.begin(), sounds.begin() + static_cast<std::ptrdiff_t>(count)})
-                              .Bytes);
-        const auto missing = std::ranges::count_if(
-            indices, [&](int index) { return std::cmp_greater_equal(index, count); });
-        const auto told = Levels[2] + ":\n  " + File("main.sfx") + " lacks " +
-                          std::to_string(missing) + " of the " + std::to_string(indices.size()) +
-                          " samples of the level\n";
-        // Where one name stands for all, the file keeps the letters that it had.
-        EXPECT_EQ(ToLower(Run(convert).Errors), missing == 0 ? "" : ToLower(told));
-    }
-    // These go before MAIN.Sfx: the head of a sound without its data, and no sound at all.
-    const auto sfx = Read("MAIN.Sfx");
-    Write("main.sfx", std::span(sfx).first(44));
-    EXPECT_PRED2(Has, Run(convert).Errors, " lacks ");
-    for (const char* wrong : {"main.sfx holds no sounds", "main.sfx is not a main.sfx"}) {
-        Expect(1, "info %main.sfx", wrong);
-        Expect(1, "sounds %main.sfx %waves", wrong);
-        Write("main.sfx", std::vector<std::byte>(100000));
-    }
-    const auto ran = Expect(1, convert);
-    EXPECT_PRED2(Has, ToLower(ran.Errors), "main.sfx is not a main.sfx");
-    EXPECT_FALSE(Exists("waves"));
-}
-
 #ifndef _WIN32 // there one name stands for all
 
 TEST_F(CliTest, TakesTheFirstOfSeveralMainSfx)
@@ -125,41 +86,6 @@ TEST_F(CliTest, WritesNoSetInThePlaceOfItsOwnFilesNorALogInThatOfTheSet)
     EXPECT_EQ(
         RunCli({"convert", Levels[0], "-o", File("a.was"), "--log", File("a Info.txt")}).Status, 2);
     EXPECT_FALSE(Exists("a.was"));
-}
-
-TEST_F(CliTest, WritesOverNoInputWhateverItIsCalled)
-{
-    Write("game.sfx", Read("MAIN.Sfx"));
-    // The output is a link to the input.
-    std::vector<std::array<std::string, 3>> rows{
-        {"%0", "log", "convert %0 -o %set.was --log %log"},
-        {"%0", "sheet.tga", "sheet %0 %sheet.tga"},
-        {"%0", "waves/l1level 17-1.wav", "sounds %0 %waves"},
-        {"%game.sfx", "waves/game1.wav", "sounds %game.sfx %waves"},
-        {"%1", "all/l1level.wad", "convert %0 %1 -d %all"}};
-    for (const std::string ending :
-         {".was", ".wad", ".swd", ".sam", ".sfx", " Info.txt", "-Sounds/TR1 Sound 17-1.wav"})
-        rows.push_back({"%0", "set" + ending, "convert %0 -o %set.was"});
-    for (const std::string ending : {".sfx", ".wad", "-Sounds/TR2 Sound 17-1.wav"})
-        rows.push_back(
-            {"%game.sfx", "set" + ending, "convert %2 -o %set.was --main-sfx %game.sfx"});
-    for (const auto& [name, link, line] : rows) {
-        const auto input = Filled(name);
-        const auto before = ReadFile(input);
-        const auto output = ToPath(File(link));
-        std::filesystem::create_directories(output.parent_path());
-        std::filesystem::create_hard_link(ToPath(input), output);
-        const auto ran = Run(line);
-        EXPECT_NE(ran.Status, 0) << link;
-        EXPECT_EQ(ran.Out, "");
-        EXPECT_PRED2(Has, WithSlashes(ran.Errors),
-                     WithSlashes("Can't write " + File(link) + ": it is " + input +
-                                 ", which is read and would be replaced"));
-        EXPECT_EQ(ReadFile(input), before) << link;
-        std::filesystem::remove(output);
-    }
-    EXPECT_FALSE(Exists("set.wad"));
-    EXPECT_TRUE(FilesBelow(ToPath(File("waves"))).empty());
 }
 
 TEST_F(CliTest, TellsWhatIsInAFile)
