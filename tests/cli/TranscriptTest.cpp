@@ -7,6 +7,7 @@
 // that isn't 0, and the files that it made ("+") or removed ("-").
 
 #include "samples/Project.h"
+#include "samples/Textures.h"
 #include "tests/cli/RunCli.h"
 
 #ifdef MORLIK_PNG
@@ -74,9 +75,10 @@ class Transcripts : public CliTest, public testing::WithParamInterface<const cha
 protected:
     /// Carries out an order that prepares a file, if that is what the words are. In the names "~"
     /// stands for a blank.
-    ///   level NAME GAME COUNT VALUE     a rich sample level, with a count that is changed
+    ///   level NAME rich GAME [COUNT VALUE]  a sample level, with a count that is changed
     ///   level NAME extended SLOTS       one of IV with so many slots of sounds; of 1024, its
     ///                                   samples are those of a main.sfx
+    ///   level NAME painted COUNT        one of IV with three objects of so many textures
     ///   project NAME, sfx NAME COUNT    a project, a main.sfx with the first of its samples
     ///   text NAME WORDS                 a file of these words
     ///   bytes NAME OFFSET VALUE...      other bytes in a file; counted from its end below 0
@@ -176,15 +178,32 @@ private:
 
     void MakeLevel(const Strings& names) const
     {
-        const bool isExtended = names.at(1) == "extended";
-        const int number = std::stoi(names.at(isExtended ? 2 : 1));
-        auto level = samples::MakeRichLevel(isExtended ? kTR4 : static_cast<VersionCode>(number));
-        if (isExtended)
+        const std::string& kind = names.at(1);
+        const int number = std::stoi(names.at(2));
+        const auto game = kind == "rich" ? static_cast<VersionCode>(number) : kTR4;
+        auto level = samples::MakeRichLevel(game);
+        if (kind == "extended")
             samples::MakeExtended(level, narrow<std::uint16_t>(number), number == 1024);
+        if (kind == "painted")
+            Paint(level, number);
         auto part = PartOf(level);
-        if (!isExtended)
-            part.SetCount(names.at(2), std::stoll(names.at(3)));
+        if (names.size() > 4)
+            part.SetCount(names[3], std::stoll(names[4]));
         Write(names.at(0), FileOf(level, part));
+    }
+
+    /// Gives each of the first three moveables so many textures of its own.
+    static void Paint(samples::LevelContent& level, int count)
+    {
+        for (int object = 0; object < 3; ++object) {
+            const Moveable& moveable = level.Moveables.at(static_cast<std::size_t>(object));
+            const auto mesh = level.MeshTable.at(static_cast<std::size_t>(moveable.StartingMesh));
+            for (int i = 0; i < count; ++i)
+                level.Meshes.at(mesh).Rectangles.push_back(
+                    {{0, 1, 2, 3},
+                     samples::AddTexture(level,
+                                         {.X = i % 100, .Y = i / 100, .Width = 9 + 9 * object})});
+        }
     }
 
     void PutBytes(const Strings& names) const
@@ -306,7 +325,8 @@ INSTANTIATE_TEST_SUITE_P(Commands, Transcripts,
 INSTANTIATE_TEST_SUITE_P(Names, Transcripts, testing::Values("sounds", "use"), NameOf);
 #endif
 #ifdef MORLIK_PNG
-INSTANTIATE_TEST_SUITE_P(Pictures, Transcripts, testing::Values("gallery", "pictures"), NameOf);
+INSTANTIATE_TEST_SUITE_P(Pictures, Transcripts, testing::Values("gallery", "pictures", "textures"),
+                         NameOf);
 #ifndef _WIN32 // whose sine differs in its last bits
 INSTANTIATE_TEST_SUITE_P(Models, Transcripts, testing::Values("gltf"), NameOf);
 #endif
