@@ -139,7 +139,7 @@ protected:
         seen_ = Look(before);
         for (const auto& [name, file] : seen_)
             if (!before.contains(name) || before.at(name).Hash != file.Hash)
-                told += "+ " + name + "  " + file.What + '\n';
+                told += "+ " + name + (file.What.empty() ? "" : "  ") + file.What + '\n';
         for (const auto& [name, file] : before)
             if (!seen_.contains(name))
                 told += "- " + name + '\n';

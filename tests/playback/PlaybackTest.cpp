@@ -76,6 +76,10 @@ TEST(Player, TheDeviceGetsTheSampleAsItIs)
     ASSERT_TRUE(player->PlayBeside(more));
     WaitUntil([&] { return disk.Holds(std::vector<std::int16_t>(3000, 20000)); });
     EXPECT_TRUE(disk.Holds(std::vector<std::int16_t>(1000, 32767)));
+    // One of a single channel beside one of two, of whose values each comes twice.
+    ASSERT_TRUE(player->Play({44100, 2, std::vector<std::int16_t>(88200, 30000)}));
+    ASSERT_TRUE(player->PlayBeside({44100, 1, std::vector<std::int16_t>(2500, 20000)}));
+    WaitUntil([&] { return disk.Holds(std::vector<std::int16_t>(4500, 32767)); });
     ASSERT_TRUE(player->Play(endless));
     player->Stop();
     EXPECT_FALSE(player->Place());
