@@ -79,6 +79,7 @@ protected:
     ///   level NAME extended SLOTS       one of IV with so many slots of sounds; of 1024, its
     ///                                   samples are those of a main.sfx
     ///   level NAME painted COUNT        one of IV with three objects of so many textures
+    ///   level NAME doubled 0            one of IV with faces on top of each other
     ///   project NAME, sfx NAME COUNT    a project, a main.sfx with the first of its samples
     ///   text NAME WORDS                 a file of these words
     ///   bytes NAME OFFSET VALUE...      other bytes in a file; counted from its end below 0
@@ -186,6 +187,11 @@ private:
             samples::MakeExtended(level, narrow<std::uint16_t>(number), number == 1024);
         if (kind == "painted")
             Paint(level, number);
+        if (kind == "doubled")
+            for (samples::MeshContent& mesh : level.Meshes) {
+                const auto faces = mesh.Rectangles;
+                mesh.Rectangles.insert(mesh.Rectangles.end(), faces.begin(), faces.end());
+            }
         auto part = PartOf(level);
         if (names.size() > 4)
             part.SetCount(names[3], std::stoll(names[4]));
