@@ -23,6 +23,8 @@ std::span<const std::byte> ByteReader::TakeTable(std::int64_t count, std::size_t
     if (count < 0)
         Fail("a count of " + std::to_string(count));
     const auto records = static_cast<std::uint64_t>(count);
+    if (records > Left() && size == 1)
+        FailShort(static_cast<std::size_t>(records));
     if (records > Left() / size)
         Fail(std::to_string(count) + " records of " + std::to_string(size) + " bytes wanted, " +
              std::to_string(Left()) + " bytes left");

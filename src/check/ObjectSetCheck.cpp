@@ -60,8 +60,6 @@ void CheckPaletteTile(WadCheck& check)
 void CheckTextures(WadCheck& check)
 {
     const ObjectSet& wad = check.Wad;
-    if (wad.Tiles.NumBytes() % kTileBytes != 0)
-        check.Add(wad.Tiles.NumBytes(), " tile bytes are no whole tiles");
     auto tiles = wad.Tiles.Count();
     if (check.HasPalette()) {
         if (wad.Textures.size() < kNumPaletteTextures || tiles == 0)

@@ -139,8 +139,6 @@ Complaints CheckWas(const std::vector<std::string>& lines, const ObjectSet* wad,
 Complaints CheckSwd(const SpriteTables& sprites)
 {
     Gatherer out;
-    if (sprites.Tiles.NumBytes() % kTileBytes != 0)
-        out.Add(sprites.Tiles.NumBytes(), " tile bytes are no whole tiles");
     // The last tile holds the palette.
     const auto tiles =
         static_cast<std::size_t>(std::max<std::int64_t>(sprites.Tiles.Count(), 1) - 1);

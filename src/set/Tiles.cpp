@@ -53,6 +53,8 @@ void WriteTiles(ByteSink& out, const SetTiles& tiles, TileProgress& progress)
 SetTiles ReadTiles(ByteReader& reader, std::shared_ptr<const void> owner)
 {
     const auto numBytes = reader.Read<std::int32_t>();
+    if (numBytes % kTileBytes != 0)
+        reader.Fail(std::to_string(numBytes) + " bytes are no whole tiles");
     return {numBytes, std::make_shared<FileRows>(reader.TakeTable(numBytes, 1), std::move(owner))};
 }
 

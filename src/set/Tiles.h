@@ -40,9 +40,9 @@ public:
     {
     }
 
-    /// `kTileBytes` for each tile; a damaged file may have others.
+    /// `kTileBytes` for each tile.
     std::int64_t NumBytes() const { return numBytes_; }
-    /// Whole tiles.
+    /// How many tiles.
     std::int64_t Count() const { return numBytes_ / kTileBytes; }
     /// Writes row `row`, 0 to 256 `Count()` - 1, as `kRowBytes` bytes.
     void CopyRow(std::int64_t row, std::byte* out) const { rows_->CopyRow(row, out); }

@@ -245,7 +245,6 @@ TEST(Check, KnowsTheLastGoodValue)
         {"walked: mesh record, offset", [](auto& s) { s.Meshes.MeshData.push_back({}); }},
         {"Mesh pointer 1 leads to 4", [](auto& s) { s.Meshes.MeshPointers[1] = 4; }},
         {"first to the last of the 1 tiles", [](auto& s) { s.Tiles = {kTileBytes, nullptr}; }},
-        {"are no whole tiles", [](auto& s) { s.Tiles = {kTileBytes - 1, nullptr}; }},
         {"2048 textures are more", [](auto& s) { s.Textures.resize(2048); }},
         {"leaves its tile", [](auto& s) { s.Textures = {{.X = 200, .Y = 1, .Width = 56}}; }},
         {"leaves its tile", [](auto& s) { s.Textures = {{.X = 1, .Y = 200, .Height = 56}}; }},
@@ -261,7 +260,6 @@ TEST(Check, KnowsTheLastGoodValue)
          }},
         {"2 textures from", [](auto& s) { WithSprite(s).SpriteSequences[0].NegatedCount = -2; }},
         {"0 textures from", [](auto& s) { WithSprite(s).SpriteSequences[0].NegatedCount = 0; }},
-        {"1 tile bytes are no whole", [](auto& s) { WithSprite(s).Tiles = {1, nullptr}; }},
     };
     // clang-format on
     const auto complaintsOf = [](const ObjectSet& set) {
