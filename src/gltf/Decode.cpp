@@ -97,7 +97,10 @@ void Allowance::Take(std::size_t count, std::size_t bytesOfEach)
 DecodedObject Decode(const ObjectSet& set, const GltfObject& object, Allowance& allowance)
 {
     DecodedObject decoded{.Object = object, .Model = {}, .Motions = {}};
-    allowance.Take(object.IsStatic ? 1 : NumMeshesOf(set, object.Place), kNodeBytes);
+    const std::size_t meshes = object.IsStatic ? 1 : NumMeshesOf(set, object.Place);
+    if (meshes > set.Meshes.MeshPointers.size()) // or it would use up what the others need
+        FailDamaged("moveable ", object.Place, ": ", meshes, " meshes");
+    allowance.Take(meshes, kNodeBytes);
     decoded.Model =
         object.IsStatic ? ModelOfStaticMesh(set, object.Place) : ModelOfMoveable(set, object.Place);
     for (const MeshGeometry& mesh : decoded.Model.Meshes) {
