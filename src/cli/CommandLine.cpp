@@ -214,7 +214,7 @@ void AddFind(CLI::App& app, int& status, const Streams& streams)
               "look for the meshes of an object of a level or set, whatever their name or game")
         .type_name("LEVEL:NAME");
     AddMany(find, *options);
-    find.add_flag("-q,--quiet", options->IsQuiet, "print nothing: the status tells");
+    find.add_flag("-q,--quiet", options->IsQuiet, "print no hits: the status tells");
 }
 
 void AddGallery(CLI::App& app, int& status, const Streams& streams)

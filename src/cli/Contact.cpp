@@ -3,6 +3,7 @@
 #include "base/Folders.h"
 #include "base/Text.h"
 #include "cli/Commands.h"
+#include "cli/ObjectList.h"
 #include "cli/OpenSet.h"
 #include "cli/QuietHost.h"
 #include "picture/ContactSheet.h"
@@ -77,7 +78,7 @@ private:
              const std::function<Picture(std::size_t place)>& draw)
     {
         for (const NamedObject& object : objects)
-            objects_.push_back({kind + std::to_string(object.ObjectID) + " " + object.Names[0],
+            objects_.push_back({kind + NumberAndName(object.ObjectID, object.Names[0]),
                                 [draw, place = object.Place] { return draw(place); }});
     }
 

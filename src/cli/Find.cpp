@@ -261,7 +261,7 @@ FileOutcome FindIn(const std::string& file, const Wish& wish, bool isQuiet)
     for (const Json& hit : outcome.Members)
         outcome.Text += isQuiet ? "" : LineOf(hit);
     if (!isRead) {
-        outcome.Told = LineOfFault(file, host.Messages);
+        outcome.Told = LinesOfFault(file, host.Messages);
         outcome.Members.push_back(
             {{"event", "unreadable"}, {"file", file}, {"messages", host.Messages}});
     }
@@ -326,7 +326,9 @@ Wish WishOf(const FindOptions& options, Strings& paths)
     if (paths.empty() && options.Recursive)
         paths = {"."};
     if (std::ranges::none_of(paths, isThere))
-        throw ListFault("Say where to look: none of the words is a file or a folder");
+        throw ListFault(std::any_of(options.Files.begin(), word, isThere)
+                            ? "Say what to look for, in front of the files and folders"
+                            : "Say where to look: none of the words is a file or a folder");
     return wish;
 }
 

@@ -83,13 +83,13 @@ FileOutcome MakePage(gallery::GalleryFolder& folder, const std::string& level,
     });
     outcome.Members["messages"] = host.Messages;
     if (isMade) {
-        for (const std::string& message : host.Messages) // such as of sounds that it lacks
-            outcome.Told += LineOfFault(level, {message});
+        if (!host.Messages.empty()) // such as of sounds that it lacks
+            outcome.Told += LinesOfFault(level, host.Messages);
         return outcome;
     }
     outcome.Status = kFailed;
     if (!host.StopRequested() || !host.Messages.empty())
-        outcome.Told = LineOfFault(level, host.Messages);
+        outcome.Told = LinesOfFault(level, host.Messages);
     outcome.Members = {{"event", "unreadable"}, {"file", level}, {"messages", host.Messages}};
     return outcome;
 }

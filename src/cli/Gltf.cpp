@@ -19,11 +19,11 @@ namespace
 std::string FaultOf(const GltfCommand& command)
 {
     if (command.Output.empty() == command.Folder.empty())
-        return "Either -d FOLDER or -o OUT.glb is required";
+        return "Say where the files go, with one of -o OUT.glb and -d FOLDER";
     if (!command.Output.empty() &&
         !EndsWithNoCase(command.Output, command.Look.InParts ? ".gltf" : ".glb"))
         return command.Look.InParts ? "With --gltf the file must end in .gltf"
-                                    : "The file must end in .glb, or in .gltf with --gltf";
+                                    : "The file must end in .glb or .gltf";
     return HasPNG() ? "" : "This build of the program can't write PNG files, which glTF takes";
 }
 

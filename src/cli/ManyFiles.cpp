@@ -169,11 +169,16 @@ std::string TextOfMessages(const std::string& file, const std::vector<std::strin
     return text;
 }
 
-std::string LineOfFault(const std::string& file, const std::vector<std::string>& messages)
+std::string LinesOfFault(const std::string& file, const std::vector<std::string>& messages)
 {
-    std::string line = file + ": " + (messages.empty() ? "can't be read" : messages[0]);
-    std::ranges::replace(line, '\n', ' ');
-    return Printable(line) + '\n';
+    if (messages.empty())
+        return Printable(file) + ": can't be read\n";
+    std::string lines;
+    for (std::string message : messages) {
+        std::ranges::replace(message, '\n', ' ');
+        lines += Printable(file + ": " + message) + '\n';
+    }
+    return lines;
 }
 
 } // namespace morlik::cli

@@ -39,8 +39,8 @@ int WorkOnFiles(const std::vector<std::string>& files, const ManyOptions& option
 std::string TextOfMessages(const std::string& file, const std::vector<std::string>& messages,
                            bool isOneOfMany);
 
-/// A broken file as one line for standard error, with its first message.
-std::string LineOfFault(const std::string& file, const std::vector<std::string>& messages);
+/// A broken file for standard error: a line for each of its messages.
+std::string LinesOfFault(const std::string& file, const std::vector<std::string>& messages);
 
 /// Does the work of a command on one file in a session of its own. `work` fills the outcome and
 /// gives whether it was good; its messages are added.

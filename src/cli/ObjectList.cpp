@@ -64,12 +64,12 @@ ObjectChoice Choose(const std::string& source, const std::vector<Candidate>& mov
     return choice;
 }
 
-std::string TextOf(std::int32_t id, const std::string& name)
-{
-    return std::to_string(id) + (name.empty() ? "" : " " + name);
-}
-
 } // namespace
+
+std::string NumberAndName(std::int32_t number, const std::string& name)
+{
+    return std::to_string(number) + (name.empty() ? "" : " " + name);
+}
 
 std::vector<std::string> FilesOfLists(const std::vector<std::string>& lists)
 {
@@ -123,13 +123,13 @@ ObjectChoice ChooseByItems(const OpenedSet& opened, const ObjectItems& objects,
 std::string MoveableText(const LevelData& level, const ObjectNames& names, std::size_t index)
 {
     const auto id = level.Moveables[index].ObjectID;
-    return TextOf(id, names.Moveable(level.Version, id));
+    return NumberAndName(id, names.Moveable(level.Version, id));
 }
 
 std::string StaticText(const LevelData& level, const ObjectNames& names, std::size_t index)
 {
     const auto id = level.StaticMeshes[index].ObjectID;
-    return "static:" + TextOf(id, names.Static(id));
+    return "static:" + NumberAndName(id, names.Static(id));
 }
 
 } // namespace morlik::cli

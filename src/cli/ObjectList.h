@@ -32,6 +32,7 @@ ObjectChoice ChooseByItems(const OpenedSet& opened, const ObjectItems& objects,
                            const ObjectItems& without);
 
 /// Number and name of an object, for a message.
+std::string NumberAndName(std::int32_t number, const std::string& name);
 std::string MoveableText(const LevelData& level, const ObjectNames& names, std::size_t index);
 std::string StaticText(const LevelData& level, const ObjectNames& names, std::size_t index);
 

@@ -157,7 +157,8 @@ private:
 
 std::string GltfLabel(const GltfObject& object)
 {
-    return (object.IsStatic ? "static " : "") + std::to_string(object.ID) + " " + object.Name;
+    return (object.IsStatic ? "static " : "") + std::to_string(object.ID) +
+           (object.Name.empty() ? "" : " " + object.Name);
 }
 
 std::vector<std::string> GltfFiles(std::span<const GltfObject> objects, const std::string& path,
