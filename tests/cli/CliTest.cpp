@@ -73,6 +73,13 @@ TEST_F(CliTest, WritesNoSetInThePlaceOfItsOwnFilesNorALogInThatOfTheSet)
     EXPECT_FALSE(Exists("a.was"));
 }
 
+TEST_F(CliTest, TellsHowItIsUsed)
+{
+    Expect(2, "", "Run with --help for more information.\n");
+    for (const char* line : {"--help", "find --help"})
+        EXPECT_PRED2(Has, Expect(0, line).Out, "Exit status: 0 all good") << line;
+}
+
 TEST_F(CliTest, TellsWhatIsInAFile)
 {
     for (const std::int16_t texture :

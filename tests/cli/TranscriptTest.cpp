@@ -4,7 +4,7 @@
 //
 // A line that begins with "$ " is a command line of morlik-cli, as `CliTest` takes them, or one of
 // the orders of `Prepare`. Below it stand what it prints, its errors behind "! ", its status where
-// that isn't 0, and the files that it made ("+") or removed ("-").
+// that isn't 0, and the files and empty folders that it made ("+") or removed ("-").
 
 #include "samples/Project.h"
 #include "samples/Textures.h"
@@ -81,7 +81,7 @@ protected:
     ///   level NAME painted COUNT        one of IV with three objects of so many textures
     ///   level NAME doubled 0            one of IV with faces on top of each other
     ///   project NAME, sfx NAME COUNT    a project, a main.sfx with the first of its samples
-    ///   text NAME WORDS                 a file of these words
+    ///   text NAME WORDS                 a file of these words, with "\r" and "\n" in them
     ///   bytes NAME OFFSET VALUE...      other bytes in a file; counted from its end below 0
     ///   cut NAME SIZE, copy NAME TO, link NAME TO, remove NAME
     bool Prepare(const std::string& order, const Strings& names) const
@@ -97,7 +97,7 @@ protected:
                  sounds.resize(std::stoul(names.at(1)));
                  Write(names[0], samples::WriteMainSfx(sounds).Bytes);
              }},
-            {"text", [&] { WriteText(names[0], names.at(1)); }},
+            {"text", [&] { MakeText(names); }},
             {"bytes", [&] { PutBytes(names); }},
             {"cut", [&] { std::filesystem::resize_file(path(0), std::stoul(names.at(1))); }},
             {"copy", [&] { Write(names.at(1), Read(names[0])); }},
@@ -126,7 +126,7 @@ protected:
         if (Prepare(words.at(0), names))
             return "";
         if (words[0] == "show")
-            return Shown(words.at(1));
+            return Shown(names.at(0));
         if (words[0] == "damage")
             return OfDamage(words, line);
         const FilesSeen before = Look(seen_);
@@ -156,16 +156,18 @@ private:
     };
     using FilesSeen = std::map<std::string, FileSeen>;
 
-    /// The files of the folder; those that were seen before and have not been written since are not
-    /// read again.
+    /// The files and the empty folders below the folder; files that were seen before and have not
+    /// been written since are not read again.
     FilesSeen Look(const FilesSeen& before) const
     {
         FilesSeen files;
         const auto folder = ToPath(File(""));
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+            const std::string name = WithSlashes(FromPath(entry.path().lexically_relative(folder)));
+            if (entry.is_directory() && std::filesystem::is_empty(entry.path()))
+                files[name + '/'] = {};
             if (!entry.is_regular_file())
                 continue;
-            const std::string name = WithSlashes(FromPath(entry.path().lexically_relative(folder)));
             const auto found = before.find(name);
             if (found != before.end() && found->second.Time == entry.last_write_time()) {
                 files.insert(*found);
@@ -210,6 +212,17 @@ private:
                      samples::AddTexture(level,
                                          {.X = i % 100, .Y = i / 100, .Width = 9 + 9 * object})});
         }
+    }
+
+    void MakeText(const Strings& names) const
+    {
+        std::string text = names.at(1);
+        for (std::size_t i = 2; i < names.size(); ++i)
+            text += ' ' + names[i];
+        for (const auto& [told, meant] : {std::pair{"\\r", "\r"}, {"\\n", "\n"}})
+            for (std::size_t at = 0; (at = text.find(told)) != std::string::npos;)
+                text.replace(at, 2, meant);
+        WriteText(names[0], text);
     }
 
     void PutBytes(const Strings& names) const
@@ -259,7 +272,7 @@ private:
     /// What is told without its numbers and names.
     static std::string Kind(const std::string& told)
     {
-        static const std::regex numbers("[0-9A-Fa-f]*[0-9][0-9A-Fa-f,.x]*");
+        static const std::regex numbers("\\b(0x)?[0-9A-Fa-f]*[0-9][0-9A-Fa-f]*(,[0-9]{3})*\\b");
         static const std::regex names("\"[^\"]*\"");
         return std::regex_replace(std::regex_replace(told, names, "\"\""), numbers, "#");
     }
