@@ -12,12 +12,12 @@ constexpr std::int16_t kEmptySlot = 1;
 constexpr std::size_t kIndexBytes = 2; ///< lists tell the indices of their entries first
 
 /// Bytes of a second object behind its type word.
-std::size_t SecondBodyBytes(std::int16_t type)
+std::size_t SecondBodyBytes(std::int16_t type, bool later)
 {
     constexpr std::size_t kLongTypes = 6;
     const auto* const found = std::ranges::find(kSecondObjectTypes, type);
     if (found == kSecondObjectTypes.end())
-        return type == kLaterSecondObject ? 40 : 0;
+        return later && type == kLaterSecondObject ? 40 : 0;
     return found < kSecondObjectTypes.begin() + kLongTypes ? 70 : 40;
 }
 
@@ -35,7 +35,7 @@ void WriteObjects(MarkedWriter& out, const ProjectRoom& room, const std::string&
                                     kIndexBytes);
     for (const std::int16_t type : room.SecondObjects) {
         out.Put(type);
-        out.PutFiller(SecondBodyBytes(type));
+        out.PutFiller(SecondBodyBytes(type, later));
     }
 }
 

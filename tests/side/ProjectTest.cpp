@@ -86,20 +86,21 @@ TEST_F(ProjectTest, UnknownObjectsGetAMessageAndTheReadGoesOn)
 {
     auto content = samples::MakeProject();
     content.Rooms[0].Objects = {samples::kPlainObject, 9, samples::kLongObject};
-    content.Rooms[0].SecondObjects = {0x4c00, 0x4001, 0x4000};
+    content.Rooms[0].SecondObjects = {0x4c00, 0x4001, samples::kLaterSecondObject, 0x4000};
     content.Rooms[2].Objects = {-1};
     const PRJData project = Read(content);
     EXPECT_EQ(Host.Calls, (Strings{"message: MORLIK: Unknown object found -9",
                                    "message: MORLIK: Unknown object2 -16385",
+                                   "message: MORLIK: Unknown object2 -18432",
                                    "message: MORLIK: Unknown object found --1"}));
     EXPECT_EQ(project.NumRooms, 3);
     EXPECT_EQ(project.TextureFile, "C:\\TEXTURES.TGA");
 
-    for (const std::size_t more : {17U, 18U}) { // 20 of them, and one too many
+    for (const std::size_t more : {16U, 17U}) { // 20 of them, and one too many
         content.Rooms[3].SecondObjects.assign(more, 1);
-        EXPECT_EQ(Read(content).NumRooms, more == 17 ? 3 : 0);
-        EXPECT_EQ(Host.Messages().size(), more == 17 ? 20U : 21U);
-        EXPECT_EQ(Host.Messages().back() == kReadError, more == 18);
+        EXPECT_EQ(Read(content).NumRooms, more == 16 ? 3 : 0);
+        EXPECT_EQ(Host.Messages().size(), more == 16 ? 20U : 21U);
+        EXPECT_EQ(Host.Messages().back() == kReadError, more == 17);
     }
 }
 
