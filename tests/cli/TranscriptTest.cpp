@@ -18,7 +18,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
-#include <regex>
 
 namespace morlik::test
 {
@@ -269,12 +268,29 @@ private:
         return static_cast<std::size_t>(place < 0 ? std::ssize(bytes) + place : place);
     }
 
-    /// What is told without its numbers and names.
+    /// What is told, with "#" for its numbers and "" for its names.
     static std::string Kind(const std::string& told)
     {
-        static const std::regex numbers(R"(\b(0x)?[0-9A-Fa-f]*[0-9][0-9A-Fa-f]*(,[0-9]{3})*\b)");
-        static const std::regex names(R"("[^"]*")");
-        return std::regex_replace(std::regex_replace(told, names, "\"\""), numbers, "#");
+        const std::string hex = "0123456789ABCDEFabcdefx";
+        const std::string letters = hex + "ghijklmnopqrstuvwyzGHIJKLMNOPQRSTUVWXYZ_";
+        std::string kind;
+        for (std::size_t at = 0; at < told.size();) {
+            const std::size_t end = std::min(told.find_first_not_of(letters, at), told.size());
+            const std::string word = told.substr(at, end - at);
+            const bool isNumber = word.find_first_of("0123456789") != std::string::npos &&
+                                  word.find_first_not_of(hex) == std::string::npos;
+            kind += isNumber ? "#" : word;
+            at = end + 1;
+            if (end == told.size())
+                break;
+            kind += told[end];
+            const std::size_t close = told[end] == '"' ? told.find('"', at) : std::string::npos;
+            if (close == std::string::npos)
+                continue;
+            kind += '"';
+            at = close + 1;
+        }
+        return kind;
     }
 
     std::string Shown(const std::string& name) const
