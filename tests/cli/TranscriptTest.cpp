@@ -356,7 +356,7 @@ TEST_P(Transcripts, AreTheSameAgain)
         const std::string line = i < expected.size() ? expected[i] : "nothing";
         if (line.starts_with("$ "))
             command = line;
-        ASSERT_EQ(i < given.size() ? given[i] : "nothing", Plain(line)) << command;
+        ASSERT_EQ(Plain(i < given.size() ? given[i] : "nothing"), Plain(line)) << command;
     }
 }
 
