@@ -10,15 +10,10 @@
 namespace morlik
 {
 
-namespace
-{
-
 std::string LastReason()
 {
     return errno != 0 ? std::generic_category().message(errno) : "unknown reason";
 }
-
-} // namespace
 
 FileBytes FileBytes::Load(const std::string& path, std::size_t most)
 {

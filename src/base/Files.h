@@ -21,6 +21,9 @@ public:
     }
 };
 
+/// Why the last call of the system failed, in its words.
+std::string LastReason();
+
 /// The whole content of a file in memory.
 class FileBytes
 {

@@ -18,11 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kBufferBytes = std::size_t{64} << 10U;
 
-std::string LastReason()
-{
-    return errno != 0 ? std::generic_category().message(errno) : "unknown reason";
-}
-
 } // namespace
 
 OutputFile::OutputFile(std::string path, std::string shownAs, PhaseTimes* times)

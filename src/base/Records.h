@@ -24,10 +24,12 @@ constexpr std::int32_t kTileBytes = kTilePixels * kPixelBytes;
 /// A texture as the object set stores it, 8 bytes: a box in a tile.
 struct TextInfo
 {
+    static constexpr std::uint8_t kFlipMark = 0xff;
+
     std::uint8_t X = 0;      ///< left pixel column in the tile
     std::uint8_t Y = 0;      ///< top pixel row in the tile
     std::int16_t Tile = 0;   ///< tile number, counted over the whole level or set
-    std::uint8_t FlipX = 0;  ///< 0xff, but 0 for triangles of Tomb Raider I to III
+    std::uint8_t FlipX = 0;  ///< `kFlipMark`, but 0 for triangles of Tomb Raider I to III
     std::uint8_t Width = 0;  ///< last pixel column less first
     std::uint8_t FlipY = 0;  ///< as `FlipX`
     std::uint8_t Height = 0; ///< last pixel row less first

@@ -10,8 +10,6 @@ namespace morlik
 namespace
 {
 
-constexpr std::uint8_t kFlipMark = 0xff;
-
 /// Places one texture on its box; gives whether its shape had to be simplified.
 bool Place(const std::array<TextureCorner, 4>& corners, bool triangle, LevelTexture& made)
 {
@@ -36,7 +34,7 @@ std::size_t ConvertTR123(LevelData& level, const TrMainState& state)
         const bool triangle = IsTriangle(texture);
         LevelTexture& made = level.Textures.emplace_back();
         simplified += Place(texture.Corners, triangle, made) ? 1U : 0U;
-        made.Info.FlipX = made.Info.FlipY = triangle ? 0 : kFlipMark;
+        made.Info.FlipX = made.Info.FlipY = triangle ? 0 : TextInfo::kFlipMark;
         made.Info.Tile = texture.Tile;
         made.Attribute = texture.Attribute;
         made.TextureRemap = number;
@@ -52,7 +50,7 @@ std::size_t ConvertTR45(LevelData& level, const TrMainState& state, Reporter& re
         const auto number = static_cast<std::int32_t>(level.Textures.size());
         LevelTexture& made = level.Textures.emplace_back();
         simplified += Place(texture.Corners, IsTriangle(texture), made) ? 1U : 0U;
-        made.Info.FlipX = made.Info.FlipY = kFlipMark;
+        made.Info.FlipX = made.Info.FlipY = TextInfo::kFlipMark;
         made.Info.Tile = TileOf(texture);
         made.Attribute = texture.Attribute;
         made.TextureRemap = boxes.FirstWith(made.Info, number);

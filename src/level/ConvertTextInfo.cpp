@@ -11,7 +11,6 @@ namespace
 {
 
 constexpr std::uint8_t kFarSide = 0xff; ///< side byte of a right or bottom corner
-constexpr std::uint8_t kFlipMark = 0xff;
 
 /// The code tells which corner a triangle starts from, and whether it runs on mirrored.
 std::int32_t TriangleCode(const TextureCorner& c1, const TextureCorner& c2)
@@ -64,7 +63,7 @@ void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t
     const TextureCorner& c4 = texture.Corners[3];
     bool good = true;
 
-    info.FlipX = kFlipMark;
+    info.FlipX = TextInfo::kFlipMark;
     if (c1.XCoord == kFarSide) {
         if (!SetExtent(c2.XPixel, c1.XPixel, info.X, info.Width))
             report.Stop(message());
@@ -77,7 +76,7 @@ void ConvertRectangle(const ObjectTexture& texture, TextInfo& info, std::int32_t
     }
 
     // A fault of the width is told once more here: the user counts on two boxes for it.
-    info.FlipY = kFlipMark;
+    info.FlipY = TextInfo::kFlipMark;
     const bool bottomFirst = c1.YCoord == kFarSide;
     good &= SetExtent(bottomFirst ? c4.YPixel : c1.YPixel, bottomFirst ? c1.YPixel : c4.YPixel,
                       info.Y, info.Height);

@@ -15,14 +15,14 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::string_view kName = "main.sfx";
-constexpr std::string_view kSignature = "RIFF"; ///< of a WAV file
+constexpr std::string_view kWaveSignature = "RIFF"; ///< of a WAV file
 constexpr std::size_t kHeaderBytes = 44;
 constexpr std::size_t kDataSizeOffset = 40;
 
 bool BeginsAsWave(std::span<const std::byte> bytes)
 {
-    return bytes.size() >= kSignature.size() &&
-           std::memcmp(bytes.data(), kSignature.data(), kSignature.size()) == 0;
+    return bytes.size() >= kWaveSignature.size() &&
+           std::memcmp(bytes.data(), kWaveSignature.data(), kWaveSignature.size()) == 0;
 }
 
 std::span<const std::byte> TakeSample(ByteReader& reader)

@@ -13,7 +13,7 @@ namespace morlik
 namespace
 {
 
-constexpr std::string_view kSignature = "PROJFILE";
+constexpr std::string_view kProjectSignature = "PROJFILE";
 
 constexpr std::int16_t kEmptySlot = 1;
 constexpr std::int16_t kRoomState = -1;
@@ -101,7 +101,7 @@ public:
 
     PRJData Read()
     {
-        project_.Signature = ReadText(reader_, kSignature.size());
+        project_.Signature = ReadText(reader_, kProjectSignature.size());
         project_.Version = reader_.Read<std::int32_t>();
         ReadRooms();
         ReadTail();
@@ -216,14 +216,14 @@ std::optional<PRJData> ReadAs(const PRJLayout& layout, std::span<const std::byte
 const PRJLayout& LayoutByVersion(std::span<const std::byte> bytes)
 {
     ByteReader reader(bytes);
-    reader.Skip(kSignature.size());
+    reader.Skip(kProjectSignature.size());
     return reader.Read<std::int32_t>() >= kFirstLaterVersion ? kLaterLayout : kFirstLayout;
 }
 
 bool HasSignature(std::span<const std::byte> bytes)
 {
-    return bytes.size() >= kSignature.size() &&
-           std::memcmp(bytes.data(), kSignature.data(), kSignature.size()) == 0;
+    return bytes.size() >= kProjectSignature.size() &&
+           std::memcmp(bytes.data(), kProjectSignature.data(), kProjectSignature.size()) == 0;
 }
 
 std::optional<FileBytes> LoadFile(const std::string& fileName, Reporter& report)

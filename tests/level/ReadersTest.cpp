@@ -17,7 +17,7 @@ using samples::LevelFile;
 using samples::MakeRichLevel;
 using samples::MakeTinyLevel;
 
-constexpr const char* kReadError = "MORLIK error: ReadTR -> Error reading level";
+constexpr const char* kReadMessage = "MORLIK error: ReadTR -> Error reading level";
 
 TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
 {
@@ -46,7 +46,7 @@ TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
         EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, name));
         EXPECT_EQ(NumberOf(run.Program.State.LevelVersion), version) << word << name;
         EXPECT_EQ(run.LogLines().at(1), "-LevelVersion:" + std::to_string(version));
-        EXPECT_EQ(run.Host.Messages(), Strings{kReadError});
+        EXPECT_EQ(run.Host.Messages(), Strings{kReadMessage});
     }
 }
 
@@ -221,7 +221,7 @@ TEST(ReadTR, TakesTileSizesAsToldUnlessNoStreamCanGiveThem)
             Conversion run;
             run.OpenLog();
             EXPECT_FALSE(run.Load(file.Bytes, LevelName(game))) << size;
-            EXPECT_EQ(run.Host.Messages(), Strings{kReadError});
+            EXPECT_EQ(run.Host.Messages(), Strings{kReadMessage});
             EXPECT_PRED2(Has, run.Host.Details.back(), "inflated size of " + std::to_string(size));
         }
         for (const std::int64_t bytes : {1, 2, 3, 4}) { // of a pixel

@@ -41,9 +41,9 @@ TEST(MeshGeometry, TellsColoursFlagsAndLights)
     }
 }
 
-using Change = std::function<void(ObjectSet&, WadMesh&)>;
+using MeshChange = std::function<void(ObjectSet&, WadMesh&)>;
 // clang-format off
-const std::vector<std::pair<std::string, Change>> kMeshDamages{
+const std::vector<std::pair<std::string, MeshChange>> kMeshDamages{
     {"mesh 0, face 0: vertex 4 of 4", [](auto&, auto& mesh) { mesh.Faces[0].Vertices[3] = 4; }},
     {"mesh 0, face 0: vertex -1 of 4", [](auto&, auto& mesh) { mesh.Faces[0].Vertices[0] = -1; }},
     {"mesh 0, face 0: texture 2 of 2", [](auto&, auto& mesh) { mesh.Faces[0].Texture = -2; }},
