@@ -242,6 +242,30 @@ TEST(Check, KnowsTheLastGoodValue)
              s.StateChanges.assign(200, {0, 30000, 0}), s.AnimDispatches.assign(30000, {});
              s.Animations[0].NumStateChanges = 200;
          }},
+        {"commands of the animations overlap too often",
+         [](auto& s) {
+             s.AnimCommands.assign(30000, 3);
+             s.Animations.assign(200, {.FrameRate = 1, .NumAnimCommands = 30000});
+         }},
+        {"mesh trees overlap too often",
+         [](auto& s) {
+             s.MeshTrees.assign(120000, 0), s.Meshes.MeshPointers.assign(30000, 0);
+             s.Moveables.clear();
+             for (std::int32_t id = 0; id < 200; ++id)
+                 s.Moveables.push_back({.ObjectID = id, .NumMeshes = 30000, .Animation = -1});
+         }},
+        {"The palette is missing", [](auto& s) { s.Game = kTR2; }},
+        {"has frames of 12 words for 2 meshes", [](auto& s) { s.Game = kTR1; }},
+        {"at word 14 doesn't have the form of a rebuilt frame",
+         [](auto& s) {
+             s.Game = kTR1, s.Animations[0].FrameSize = 14;
+             s.Frames.assign(28, 0), s.Frames[27] = 1;
+         }},
+        {"The mesh record at ",
+         [](auto& s) {
+             const auto bytes = s.Meshes.MeshData;
+             s.Meshes.MeshData.insert(s.Meshes.MeshData.end(), bytes.begin(), bytes.end());
+         }},
         {"walked: mesh record, offset", [](auto& s) { s.Meshes.MeshData.push_back({}); }},
         {"Mesh pointer 1 leads to 4", [](auto& s) { s.Meshes.MeshPointers[1] = 4; }},
         {"first to the last of the 1 tiles", [](auto& s) { s.Tiles = {kTileBytes, nullptr}; }},

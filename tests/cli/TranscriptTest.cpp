@@ -80,6 +80,7 @@ protected:
     ///                                   samples are those of a main.sfx
     ///   level NAME painted COUNT        one of IV with three objects of so many textures
     ///   level NAME doubled 0            one of IV with faces on top of each other
+    ///   level NAME crowded COUNT        one of IV with so many static meshes
     ///   project NAME, sfx NAME COUNT    a project, a main.sfx with the first of its samples
     ///   text NAME WORDS                 a file of these words, with "\r" and "\n" in them
     ///   bytes NAME OFFSET VALUE...      other bytes in a file; counted from its end below 0
@@ -203,6 +204,8 @@ private:
                 const auto faces = mesh.Rectangles;
                 mesh.Rectangles.insert(mesh.Rectangles.end(), faces.begin(), faces.end());
             }
+        if (kind == "crowded")
+            level.StaticMeshes.resize(static_cast<std::size_t>(number), level.StaticMeshes.back());
         auto part = PartOf(level);
         if (names.size() > 4)
             part.SetCount(names[3], std::stoll(names[4]));

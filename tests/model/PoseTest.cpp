@@ -163,10 +163,10 @@ TEST(Transforms, LeadTheShorterWayBetweenPoses)
     };
     // Over the full turn, and by Y alone or by X and Z, which lead to the same turn.
     const Pose from = turned({0, 0, 0}, {.Z = kFullTurn - 512}, {.Y = kFullTurn / 2});
-    const Pose to = turned({0, 8, 0}, {.Z = 512}, {.X = kFullTurn / 2, .Z = kFullTurn / 2});
+    const Pose to = turned({2, 8, -6}, {.Z = 512}, {.X = kFullTurn / 2, .Z = kFullTurn / 2});
     const auto middle = TransformsBetween(skeleton, from, to, 0.5);
-    ExpectNear(middle[0].Apply({}), {0, 4, 0});
-    ExpectNear(middle[1].Apply({1, 2, 3}), {99, 6, -3});
+    ExpectNear(middle[0].Apply({}), {1, 4, -3});
+    ExpectNear(middle[1].Apply({1, 2, 3}), {100, 6, -6});
     for (const double share : {0.0, 1.0}) {
         const auto wanted = TransformsOf(skeleton, share == 0 ? from : to);
         const auto ends = TransformsBetween(skeleton, from, to, share);

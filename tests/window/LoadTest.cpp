@@ -60,9 +60,14 @@ TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
     EXPECT_TRUE(run.Find<QPushButton>("SndOpen")->isVisible());
     EXPECT_TRUE(run.List("SndLst").empty());
     EXPECT_EQ(run.Host.Messages, Strings());
+    auto sounds = samples::SampleSounds();
+    sounds.resize(10);
     run.Host.OpenAnswers = {// as the save asks for it
-                            run.Write(MainSfxFile(), "main.sfx")};
+                            run.Write(samples::WriteMainSfx(sounds).Bytes, "main.sfx")};
     run.Save("Mnu_File_SaveWAD", "set.was");
+    EXPECT_TRUE(run.Find<QLabel>("Foot")->toolTip().endsWith(
+        " without 1 of 11 sounds, which main.sfx or the level lacks"))
+        << run.Find<QLabel>("Foot")->toolTip().toStdString();
     EXPECT_TRUE(std::filesystem::exists(run.Folder.File("set-Sounds/TR4 Sound 65-0.wav")));
 }
 
