@@ -26,6 +26,9 @@ TEST(WaveInfo, TellsTheSoundOrWhyItIsNone)
         {longer, "22050 Hz, 4 bits (ADPCM), mono, 0.00 s"},
         {damaged, "its block 1 is damaged"},
         {odd, "3 channels are not played"},
+        {{.Channels = 0, .Data = second}, "0 channels are not played"},
+        {{.Rate = 192001, .Data = second}, "a rate of 192001 Hz is not played"},
+        {{.Coding = 2, .Bits = 8}, "coding 2 with 8 bits is not played"},
         {{.Rate = 999, .Data = second}, "a rate of 999 Hz is not played"},
         {{.Bits = 12, .Data = second}, "coding 1 with 12 bits is not played"},
         {{.Coding = 85, .Data = second}, "coding 85 with 16 bits is not played"},
@@ -106,6 +109,8 @@ TEST(AnimationSounds, AreThoseOfTheCommandsInAllGames)
                 EXPECT_TRUE(std::ranges::equal(ofSet[1].Samples.at(k), waves[k]));
             EXPECT_TRUE(SoundsOfAnimation(set.value(), level.Animations.size()).empty());
         }
+        level.AnimCommands[first + 5] = Word(level.AnimCommands[first + 2] | 0x4000);
+        EXPECT_EQ(SoundsOfAnimation(level, sfx, walk)[1].Place, SoundPlace::OnLand);
         level.AnimCommands[first + 2] = 18; // which has no samples
         EXPECT_EQ(SoundsOfAnimation(level, sfx, walk).size(), 1);
         level.AnimCommands[first] = 9;

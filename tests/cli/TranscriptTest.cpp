@@ -78,7 +78,8 @@ protected:
     ///   level NAME rich GAME [COUNT VALUE]  a sample level, with a count that is changed
     ///   level NAME extended SLOTS       one of IV with so many slots of sounds; of 1024, its
     ///                                   samples are those of a main.sfx
-    ///   level NAME painted COUNT        one of IV with three objects of so many textures
+    ///   level NAME painted COUNT        one of IV with three objects of so many textures, static
+    ///                                   meshes below 0
     ///   level NAME doubled 0            one of IV with faces on top of each other
     ///   level NAME crowded COUNT        one of IV with so many static meshes
     ///   project NAME, sfx NAME COUNT    a project, a main.sfx with the first of its samples
@@ -212,13 +213,14 @@ private:
         Write(names.at(0), FileOf(level, part));
     }
 
-    /// Gives each of the first three moveables so many textures of its own.
+    /// Gives each of the first three moveables or static meshes so many textures of its own.
     static void Paint(samples::LevelContent& level, int count)
     {
         for (int object = 0; object < 3; ++object) {
-            const Moveable& moveable = level.Moveables.at(static_cast<std::size_t>(object));
-            const auto mesh = level.MeshTable.at(static_cast<std::size_t>(moveable.StartingMesh));
-            for (int i = 0; i < count; ++i)
+            const auto at = static_cast<std::size_t>(object);
+            const auto mesh = level.MeshTable.at(static_cast<std::size_t>(
+                count < 0 ? level.StaticMeshes.at(at).Mesh : level.Moveables.at(at).StartingMesh));
+            for (int i = 0; i < std::abs(count); ++i)
                 level.Meshes.at(mesh).Rectangles.push_back(
                     {{0, 1, 2, 3},
                      samples::AddTexture(level,

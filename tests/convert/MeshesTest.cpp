@@ -249,6 +249,7 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
 {
     constexpr std::uint8_t kBright = 9; // (10, 20, 30)
     constexpr std::uint8_t kDark = 8;   // (0, 20, 30)
+    constexpr std::uint8_t kWarm = 6;   // (10, 20, 0)
     // The vertices 0, 1 and 2 lie at, 3 above and 4 below the line. Behind the faces with their
     // colours stand the textures of all and the colour of the clouds; null for the text without.
     using Faces = std::vector<std::pair<std::array<std::int16_t, 4>, std::uint8_t>>;
@@ -263,6 +264,7 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
          {257, 7, 257, 8, 257},
          "10,20,30"},
         {kTR2, true, {}, {{{0, 1, 2}, kDark}, {{0, 1, 2}, kBright}}, {8, 257}, "0,20,30"},
+        {kTR2, true, {}, {{{0, 1, 2}, kWarm}}, {kWarm}, "10,20,0"},
         {kTR3,
          true,
          {},
@@ -283,6 +285,7 @@ TEST(Horizon, IsRepaintedAndTellsOfTheClouds)
         MeshLevel made(game, {Corner(), mesh}, {});
         made.Level.Palette16[kBright] = {10, 20, 30};
         made.Level.Palette16[kDark] = {0, 20, 30};
+        made.Level.Palette16[kWarm] = {10, 20, 0};
         made.Level.Palette16[255] = {255, 1, 2};
         const std::int32_t id = game == kTR2 ? 254 : 355;
         made.Level.Moveables = {{.ObjectID = id}, {.ObjectID = id, .StartingMesh = 1}};

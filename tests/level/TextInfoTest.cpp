@@ -156,6 +156,7 @@ TEST(TextureForm, IsToldByCornersAndSizes)
 {
     constexpr TextureCorner kHalf{0x7f, 8, 0x7f, 8};
     constexpr TextureCorner kOther{0x40, 8, 0x7f, 8};
+    constexpr TextureCorner kOtherRow{0x7f, 8, 0x40, 8};
     constexpr TextureCorner kClassic{0x40, 8, 0xff, 8};
     using Corners = std::array<TextureCorner, 4>;
     const auto isFractional = [](std::size_t count, const Corners& all, const Corners& last) {
@@ -166,6 +167,7 @@ TEST(TextureForm, IsToldByCornersAndSizes)
     EXPECT_FALSE(isFractional(0, {}, {}));
     EXPECT_TRUE(isFractional(0, {}, {kHalf, kOther, kHalf, kOther}));
     EXPECT_FALSE(isFractional(0, {}, {kHalf, kOther, kOther})); // the last one is unused
+    EXPECT_FALSE(isFractional(0, {}, {kHalf, kOtherRow, kOtherRow}));
     EXPECT_TRUE(isFractional(0, {}, {kHalf, kOther}));
     const Corners other{kOther, kOther, kOther, kOther};
     EXPECT_FALSE(isFractional(62, other, other));

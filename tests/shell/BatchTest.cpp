@@ -116,8 +116,10 @@ TEST(Batch, TellsWhatItCannotDo)
         return run.Host.Messages();
     };
     const std::string saved = "Morlik v1.6: WAS Saved!";
+    run.Program.LastSave.IsWritten = true; // by the save before
     EXPECT_EQ(messages(run.Output(".wad")),
               (Strings{"MORLIK: You must save it as a was file", saved}));
+    EXPECT_FALSE(run.Program.LastSave.IsWritten);
     EXPECT_EQ(messages("was"), (Strings{"MORLIK: You must save it as a was file", saved}));
     // A folder in the place of a later file of the set.
     std::filesystem::create_directory(run.Output(".sfx"));
