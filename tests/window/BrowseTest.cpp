@@ -3,17 +3,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
-/// Clicks an entry of a list.
-void ClickRow(QListWidget* list, int row)
-{
-    list->scrollToItem(list->item(row));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                      list->visualItemRect(list->item(row)).center());
-}
-
 TEST(WindowBrowse, SwitchesTheModeByToolbarAndMenu)
 {
     WindowRun run(kTR5);
@@ -91,7 +80,7 @@ TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
     const int row = 2;
     const auto id = run.Program.Level.Moveables.at(row).ObjectID;
     const auto before = run.List("ObjList");
-    ClickRow(list, row);
+    run.ClickRow(list, row);
     EXPECT_EQ(run.Label("ObjectID").toStdString(), "ID " + std::to_string(id));
     EXPECT_TRUE(name->isEnabled());
     EXPECT_EQ(name->text(), list->item(row)->text());
@@ -109,7 +98,7 @@ TEST(WindowBrowse, RenamesWithEachKeyAndTheListOfTheSetFollows)
         EXPECT_EQ(run.Program.Names.Moveable(kTR4, id), typed);
     }
     run.Trigger("Mnu_Edit_Static");
-    ClickRow(list, 0);
+    run.ClickRow(list, 0);
     name->setText("Stone");
     EXPECT_EQ(run.Program.Names.Static(run.Program.Level.StaticMeshes[0].ObjectID), "Stone");
     run.Trigger("Mnu_Edit_Move");
@@ -134,7 +123,7 @@ TEST(WindowBrowse, ShowsANameWithoutChangingIt)
         run.Program.Names.SetMoveable(kTR4, id, stored);
         run.Trigger("Mnu_Edit_Move"); // lists anew
         EXPECT_EQ(list->item(row)->text().toStdString(), "L\xc3\xb6we");
-        ClickRow(list, row);
+        run.ClickRow(list, row);
         EXPECT_EQ(field->text().toStdString(), "L\xc3\xb6we");
         EXPECT_EQ(run.Program.Names.Moveable(kTR4, id), stored);
         QTest::keyClick(field, Qt::Key_End);
@@ -146,19 +135,16 @@ TEST(WindowBrowse, ShowsANameWithoutChangingIt)
 
 TEST(WindowBrowse, LeavesObjectsWithoutANameInTheCatalogueAlone)
 {
-    WindowRun run;
     auto level = samples::MakeRichLevel(kTR2);
     level.Moveables[1].ObjectID = 501;
     level.Moveables[2].ObjectID = -1;
-    ASSERT_TRUE(run.Start(run.Write(level, "a.tr2")));
+    WindowRun run(level);
     for (const int row : {1, 2}) {
-        ClickRow(run.Find<QListWidget>("ObjList"), row);
+        run.ClickRow(run.Find<QListWidget>("ObjList"), row);
         run.Find<QLineEdit>("ObjName")->setText("x");
         EXPECT_EQ(run.List("ObjList").at(static_cast<std::size_t>(row)), "");
         run.Find<QLineEdit>("ObjName")->clear();
     }
 }
-
-} // namespace
 
 } // namespace morlik::test

@@ -55,8 +55,7 @@ TEST(WindowChoose, SavesTheTickedObjects)
     run.Find<QLineEdit>("ObjFilter")->clear();
     const QString told = run.Label("Chosen");
     EXPECT_TRUE(told.startsWith(countOf(2)));
-    run.Host.SaveAnswers = {run.Folder.File("some.was")};
-    run.Trigger("TB_Save_WAS");
+    run.Save("TB_Save_WAS", "some.was");
     const ObjectSet set = ReadSet(run.Folder.File("some.was"));
     ASSERT_EQ(set.Moveables.size(), 2U);
     EXPECT_EQ(set.Moveables[0].ObjectID, level.Moveables[1].ObjectID);
@@ -67,8 +66,7 @@ TEST(WindowChoose, SavesTheTickedObjects)
 
     run.Trigger("Mnu_Edit_Choose"); // off: all objects, and the choice is there again later
     EXPECT_TRUE(list->item(0)->data(Qt::CheckStateRole).isNull());
-    run.Host.SaveAnswers = {run.Folder.File("all.was")};
-    run.Trigger("TB_Save_WAS");
+    run.Save("TB_Save_WAS", "all.was");
     EXPECT_EQ(ReadSet(run.Folder.File("all.was")).Moveables.size(), level.Moveables.size());
     run.Trigger("Mnu_Edit_Choose");
     EXPECT_EQ(run.Label("Chosen"), told);
@@ -112,19 +110,17 @@ TEST(WindowGltf, SavesTheSelectedObjectOrTheTickedOnes)
 /// The foot tells it while the message stands before the window.
 TEST(WindowChoose, IsWhatHelpsWithTooManyTextures)
 {
-    WindowRun run;
     auto level = samples::MakeTinyLevel(kTR1);
     for (std::int32_t i = 0; i < 2047; ++i)
         level.Meshes[0].Rectangles.push_back(
             {{0, 1, 2, 3},
              samples::AddTexture(level, {.X = i % 128, .Y = i / 128, .Width = 32, .Height = 32})});
-    ASSERT_TRUE(run.Start(run.Write(level, "a.phd")));
-    run.Host.SaveAnswers = {run.Folder.File("a.was")};
-    run.Trigger("TB_Save_WAS");
+    WindowRun run(level);
+    run.Save("TB_Save_WAS", "a.was");
     EXPECT_EQ(run.Host.Messages,
               Strings{"MORLIK: To many object textures in level - can't continue!"});
-    EXPECT_TRUE(run.Find<QLabel>("Foot")->toolTip().startsWith(
-        "2,048 textures used, the editor takes 2,047: leave out objects"));
+    EXPECT_TRUE(
+        run.Told().starts_with("2,048 textures used, the editor takes 2,047: leave out objects"));
 }
 
 } // namespace

@@ -60,24 +60,6 @@ public:
     ObjectView* View = nullptr;
 };
 
-/// Row of the moveable with the most frames in its first animation.
-int LivelyMoveable(const LevelData& level)
-{
-    int best = 0;
-    int most = -1;
-    for (std::size_t i = 0; i < level.Moveables.size(); ++i) {
-        const int animation = level.Moveables[i].Animation;
-        if (animation < 0 || CountAnimations(level.Moveables, level.NumAnimations, i) < 1)
-            continue;
-        const Animation& record = level.Animations[static_cast<std::size_t>(animation)];
-        if (record.FrameEnd - record.FrameStart > most) {
-            most = record.FrameEnd - record.FrameStart;
-            best = static_cast<int>(i);
-        }
-    }
-    return best;
-}
-
 /// Selects Lara's walk, which has steps.
 void SelectWalk(PaneRun& run)
 {
@@ -109,7 +91,7 @@ TEST(WindowPictures, AnimationsPlayWithoutADeviceWhichSoundsMiss)
     SelectWalk(run);
     run.Find<QCheckBox>("AnimSound")->click();
     run.Find<QPushButton>("AnimPlay")->click();
-    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip().toStdString(), told);
+    EXPECT_EQ(run.Told(), told);
     EXPECT_FALSE(run.Find<QCheckBox>("AnimSound")->isChecked());
     EXPECT_TRUE(run.Find<QPushButton>("AnimPlay")->isChecked());
     auto* sounds = run.Find<QListWidget>("SndLst");
@@ -118,7 +100,7 @@ TEST(WindowPictures, AnimationsPlayWithoutADeviceWhichSoundsMiss)
     run.Find<QLabel>("Foot")->setToolTip("");
     QTest::keyClick(sounds, Qt::Key_Space);
     qputenv("SDL_AUDIODRIVER", "dummy");
-    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip().toStdString(), told);
+    EXPECT_EQ(run.Told(), told);
     EXPECT_FALSE(run.Find<QTimer>("SndTimer")->isActive());
     EXPECT_TRUE(run.Host.Messages.empty());
     EXPECT_NE(run.Label("SndText"), "");
@@ -128,7 +110,7 @@ TEST(WindowPictures, TurnsMovesAndZoomsByMouseAndKeys)
 {
     PaneRun run(kTR4);
     EXPECT_TRUE(run.View->Image().isNull()); // nothing is selected
-    QImage last = run.Select(LivelyMoveable(run.Program.Level));
+    QImage last = run.Select(0);
     const QImage first = last;
     const auto isChanged = [&] {
         const QImage now = run.View->Image();
@@ -149,25 +131,20 @@ TEST(WindowPictures, TurnsMovesAndZoomsByMouseAndKeys)
     EXPECT_TRUE(isChanged());
     QTest::mouseDClick(run.View, Qt::LeftButton);
     EXPECT_TRUE(isChanged());
-    for (const auto& [key, modifier] :
-         std::vector<std::pair<Qt::Key, Qt::KeyboardModifier>>{{Qt::Key_Left, Qt::NoModifier},
-                                                               {Qt::Key_Down, Qt::NoModifier},
-                                                               {Qt::Key_Up, Qt::ShiftModifier},
-                                                               {Qt::Key_Plus, Qt::NoModifier},
-                                                               {Qt::Key_Home, Qt::NoModifier},
-                                                               {Qt::Key_W, Qt::NoModifier}}) {
-        QTest::keyClick(run.View, key, modifier);
+    for (const Qt::Key key :
+         {Qt::Key_Left, Qt::Key_Down, Qt::Key_Up, Qt::Key_Plus, Qt::Key_Home, Qt::Key_W}) {
+        QTest::keyClick(run.View, key, key == Qt::Key_Up ? Qt::ShiftModifier : Qt::NoModifier);
         EXPECT_TRUE(isChanged()) << key;
     }
     QTest::keyClick(run.View, Qt::Key_W);
-    run.Select(LivelyMoveable(run.Program.Level) == 0 ? 1 : 0);
-    EXPECT_EQ(run.Select(LivelyMoveable(run.Program.Level)), first); // seen anew
+    run.Select(1);
+    EXPECT_EQ(run.Select(0), first); // seen anew
 }
 
 TEST(WindowPictures, StepsAndPlaysFrames)
 {
     PaneRun run(kTR4);
-    const QImage first = run.Select(LivelyMoveable(run.Program.Level));
+    const QImage first = run.Select(0);
     auto* frame = run.Find<QSlider>("AnimFrame");
     ASSERT_GT(frame->maximum(), 1);
     QTest::keyClick(run.View, Qt::Key_Comma); // there is none before
@@ -232,8 +209,7 @@ TEST(WindowPictures, SavesAndCopiesWhatIsSeen)
     run.Select(0);
     QApplication::processEvents(); // its facts take some of the height
     const QImage shown = run.View->Image();
-    run.Host.SaveAnswers = {run.Folder.File("a.png")};
-    run.Click("SavePicture");
+    run.Save("SavePicture", "a.png");
     QImage saved(QString::fromStdString(run.Folder.File("a.png")));
     saved.setColorSpace({});
     EXPECT_EQ(saved.convertToFormat(QImage::Format_RGB32),
@@ -255,11 +231,9 @@ TEST(WindowPictures, GivesTheListSmallPicturesInPauses)
     run.Trigger("Mnu_View_Small");
     const auto isDrawn = [&](int row) {
         const QImage icon = list->item(row)->icon().pixmap(48).toImage();
-        for (int y = 0; y < icon.height(); ++y)
-            for (int x = 0; x < icon.width(); ++x)
-                if (icon.pixelColor(x, y).alpha() > 0)
-                    return true;
-        return false;
+        QImage empty(icon.size(), icon.format());
+        empty.fill(Qt::transparent);
+        return icon != empty;
     };
     EXPECT_TRUE(QTest::qWaitFor([&] { return isDrawn(0) && isDrawn(2); }));
     EXPECT_EQ(run.List("ObjList"), names);
@@ -307,9 +281,7 @@ TEST(WindowPictures, GetATabOfRoomsWithAProject)
     PaneRun run(kTR4);
     auto* rooms = run.Find<QListWidget>("RoomList");
     EXPECT_EQ(run.Find<QTabWidget>("PictureTabs")->count(), 3);
-    WriteWholeFile(run.Folder.File("city.prj"),
-                   samples::WriteProject(samples::MakeProject()).Bytes);
-    run.Open(run.Folder.File("city.prj"));
+    run.Open(run.Write(samples::WriteProject(samples::MakeProject()).Bytes, "city.prj"));
     run.ShowTab("Rooms");
     EXPECT_TRUE(rooms->isVisible());
     EXPECT_TRUE(

@@ -22,9 +22,7 @@ TEST(WindowSave, BeepsWithoutALevelOrASound)
 
 TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
 {
-    WindowRun run;
-    const auto level = run.Write(kTR2, "a.tr2");
-    ASSERT_TRUE(run.Start(level));
+    WindowRun run(kTR2);
     int turns = 0;
     int bar = 0;
     run.Host.OnTurn = [&] {
@@ -43,13 +41,13 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
     EXPECT_EQ(bar, 100);
     EXPECT_EQ(run.Host.Dialogs.at(0).Folder, "C:\\");
     EXPECT_EQ(run.Host.Dialogs.at(0).Filter, "WAS files (*.was)|*.was");
-    EXPECT_EQ(run.Host.Dialogs.at(1).Folder, level.substr(0, level.size() - 5));
+    EXPECT_EQ(run.Host.Dialogs.at(1).Folder, run.Folder.File(""));
     EXPECT_EQ(run.Host.Dialogs.at(1).Filter, "TR2&3 Sound Data (main.sfx)|main.sfx");
     EXPECT_TRUE(check::CheckSet(run.Folder.File("out"), kTR2).Problems.empty());
     EXPECT_EQ(LinesOfFile(run.Folder.File("out Info.txt")).size(), 6U);
     EXPECT_EQ(run.Label("Foot").toStdString(), "Saved " + run.Folder.File("out.was"));
     EXPECT_EQ(run.Label("Event"), "Ready.");
-    EXPECT_EQ(run.Host.Dialogs.at(0).Proposed, "a.was");
+    EXPECT_EQ(run.Host.Dialogs.at(0).Proposed, "level.was");
     EXPECT_EQ(run.Host.Dialogs.at(0).Ending, "was");
     for (const char* on : {"Frame1", "TB", "Frame4"})
         EXPECT_TRUE(run.IsOn(on)) << on;
@@ -65,22 +63,19 @@ TEST(WindowSave, WritesTheSetWithItsCommandsOffMeanwhile)
 
 TEST(WindowSave, SaysWhatTheSetLacksAndGoesOnWithTheLevel)
 {
-    WindowRun run;
-    const auto level = run.Write(kTR3, "a.tr2");
-    ASSERT_TRUE(run.Start(level));
+    WindowRun run(kTR3);
+    const auto title = run.Title();
     run.Save("TB_Save", "out.was"); // and no main.sfx
-    EXPECT_PRED2(Has, run.Find<QLabel>("Foot")->toolTip().toStdString(),
-                 "out.was without WAV files: no main.sfx was chosen");
+    EXPECT_PRED2(Has, run.Told(), "out.was without WAV files: no main.sfx was chosen");
     run.Trigger("Mnu_File_LoadTR"); // which is cancelled
     EXPECT_TRUE(run.Window->isVisible());
-    EXPECT_EQ(run.Title(), "MORLIK 1.7 - [" + level + "] - Moveables");
+    EXPECT_EQ(run.Title(), title);
 
     auto few = samples::SampleSounds();
     few.resize(2);
     run.Host.OpenAnswers = {run.Write(samples::WriteMainSfx(few).Bytes, "main.sfx")};
     run.Save("TB_Save", "other.was");
-    EXPECT_PRED2(Has, run.Find<QLabel>("Foot")->toolTip().toStdString(),
-                 " sounds, which main.sfx or the level lacks");
+    EXPECT_PRED2(Has, run.Told(), " sounds, which main.sfx or the level lacks");
     EXPECT_EQ(run.Host.Dialogs.at(3).Fallback, run.Folder.File(""));
 }
 

@@ -39,8 +39,7 @@ samples::LevelContent LevelWithOddSounds()
 
 TEST(WindowSounds, ASelectedSoundShowsItsWaveAndWhatItIs)
 {
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(LevelWithOddSounds(), "a.tr4")));
+    WindowRun run(LevelWithOddSounds());
     auto* wave = run.Find<QWidget>("SndWave");
     Select(run, 0);
     EXPECT_EQ(run.Label("SndText"), "22050 Hz, 8 bits, mono, 0.91 s");
@@ -60,9 +59,8 @@ TEST(WindowSounds, ASelectedSoundShowsItsWaveAndWhatItIs)
     EXPECT_EQ(run.Label("SndText"), "It can't be played.");
     EXPECT_NE(wave->grab().toImage(), picture);
     QTest::keyClick(run.Find<QListWidget>("SndLst"), Qt::Key_Space);
-    EXPECT_EQ(run.Find<QLabel>("Foot")->toolTip(),
-              QString("The sample can't be played: head of a WAV file, offset 8: it is no WAV file")
-                  .toHtmlEscaped());
+    EXPECT_EQ(run.Told(),
+              "The sample can't be played: head of a WAV file, offset 8: it is no WAV file");
     Select(run, 3);
     EXPECT_EQ(run.Label("SndText"), "");
     QTest::keyClick(run.Find<QListWidget>("SndLst"), Qt::Key_Space);
@@ -77,8 +75,7 @@ TEST(WindowSounds, ASelectedSoundShowsItsWaveAndWhatItIs)
 TEST(WindowSounds, KeysAndADoubleClickPlayThem)
 {
     const DiskSound disk;
-    WindowRun run;
-    ASSERT_TRUE(run.Start(run.Write(LevelWithOddSounds(), "a.tr4")));
+    WindowRun run(LevelWithOddSounds());
     auto* list = run.Find<QListWidget>("SndLst");
     auto* wave = run.Find<QWidget>("SndWave");
     Select(run, 0);
@@ -90,18 +87,17 @@ TEST(WindowSounds, KeysAndADoubleClickPlayThem)
     EXPECT_FALSE(IsPlaying(run));
     EXPECT_EQ(wave->grab().toImage(), atRest);
 
-    const auto center = list->visualItemRect(list->item(1)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, center);
+    run.ClickRow(list, 1);
     EXPECT_FALSE(IsPlaying(run));
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, center);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
+                       list->visualItemRect(list->item(1)).center());
     WaitUntil([&] { return !IsPlaying(run) && disk.Holds(kADPCMValues); });
 
     // Of main.sfx too; another sound, or another file, ends the one before.
     const auto sounds = samples::SampleSounds();
-    WriteWholeFile(run.Folder.File("main.sfx"), samples::WriteMainSfx(sounds).Bytes);
     Select(run, 0);
     QTest::keyClick(list, Qt::Key_Space);
-    run.Open(run.Folder.File("main.sfx"));
+    run.Open(run.Write(MainSfxFile(), "main.sfx"));
     EXPECT_FALSE(IsPlaying(run));
     EXPECT_EQ(run.Label("SndText"), "");
     Select(run, 7);

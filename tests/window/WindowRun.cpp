@@ -17,27 +17,9 @@ WindowRun::WindowRun()
     Host.Attach(*Window, Window->Controls());
 }
 
-WindowRun::WindowRun(VersionCode game) : WindowRun()
+WindowRun::WindowRun(const samples::LevelContent& level) : WindowRun()
 {
-    EXPECT_TRUE(Start(Write(game, LevelName(game))));
-}
-
-WindowRun::~WindowRun() = default;
-
-std::string WindowRun::Write(VersionCode game, const std::string& name)
-{
-    return Write(samples::MakeRichLevel(game), name);
-}
-
-std::string WindowRun::Write(const samples::LevelContent& level, const std::string& name)
-{
-    return Write(samples::WriteLevel(level).Bytes, name);
-}
-
-std::string WindowRun::Write(std::span<const std::byte> bytes, const std::string& name)
-{
-    Folder.Write(name, bytes);
-    return Folder.File(name);
+    EXPECT_TRUE(Start(Write(level, LevelName(level.Game))));
 }
 
 bool WindowRun::Start(const std::string& file)
@@ -78,6 +60,13 @@ void WindowRun::Save(const char* command, const std::string& name)
         Click(command);
     else
         Trigger(command);
+}
+
+void WindowRun::ClickRow(QListWidget* list, int row)
+{
+    list->scrollToItem(list->item(row));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->item(row)).center());
 }
 
 Strings WindowRun::List(const char* name)

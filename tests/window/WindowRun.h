@@ -71,16 +71,23 @@ class WindowRun
 {
 public:
     WindowRun();
-    /// Started with the rich sample level of a game, under its `LevelName`.
-    explicit WindowRun(VersionCode game);
-    ~WindowRun();
-    WindowRun(const WindowRun&) = delete;
-    WindowRun& operator=(const WindowRun&) = delete;
+    /// Started with a level, or the rich sample of a game, under its `LevelName`.
+    explicit WindowRun(const samples::LevelContent& level);
+    explicit WindowRun(VersionCode game) : WindowRun(samples::MakeRichLevel(game)) {}
 
-    /// Writes the rich sample level of a game, or what is given, into the folder.
-    std::string Write(VersionCode game, const std::string& name);
-    std::string Write(const samples::LevelContent& level, const std::string& name);
-    std::string Write(std::span<const std::byte> bytes, const std::string& name);
+    /// Writes a level, the rich sample of a game, or any bytes into the folder.
+    std::string Write(const samples::LevelContent& level, const std::string& name)
+    {
+        return Folder.Write(name, samples::WriteLevel(level).Bytes);
+    }
+    std::string Write(VersionCode game, const std::string& name)
+    {
+        return Write(samples::MakeRichLevel(game), name);
+    }
+    std::string Write(std::span<const std::byte> bytes, const std::string& name)
+    {
+        return Folder.Write(name, bytes);
+    }
 
     /// Starts the window with a file as its argument.
     bool Start(const std::string& file);
@@ -105,6 +112,10 @@ public:
     void Click(const char* button) { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
     bool IsOn(const char* control) { return Find<QWidget>(control)->isEnabled(); }
     QString Label(const char* name) { return Find<QLabel>(name)->text(); }
+    /// All of what the foot tells.
+    std::string Told() { return Find<QLabel>("Foot")->toolTip().toStdString(); }
+    /// Clicks an entry of a list.
+    static void ClickRow(QListWidget* list, int row);
     std::string Title() const { return Window->windowTitle().toStdString(); }
     /// The texts of a list.
     Strings List(const char* name);
