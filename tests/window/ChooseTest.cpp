@@ -5,21 +5,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
-/// Chooses an entry of the object list's own menu.
-void TriggerOfMenu(WindowRun& run, const QString& caption)
-{
-    auto* list = run.Find<QListWidget>("ObjList");
-    emit list->customContextMenuRequested({4, 4});
-    for (QAction* action : run.Find<QMenu>("ChoiceMenu")->actions())
-        if (QString(action->text()).remove('&') == caption)
-            action->trigger();
-    run.Find<QMenu>("ChoiceMenu")->close();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
 TEST(WindowChoose, SavesTheTickedObjects)
 {
     WindowRun run(kTR4);
@@ -29,17 +14,25 @@ TEST(WindowChoose, SavesTheTickedObjects)
     const auto countOf = [&](std::size_t count) {
         return QString("%1 of %2 objects, ").arg(count).arg(all);
     };
+    const auto triggerOfMenu = [&](const QString& caption) { // the list's own
+        emit list->customContextMenuRequested({4, 4});
+        for (QAction* action : run.Find<QMenu>("ChoiceMenu")->actions())
+            if (QString(action->text()).remove('&') == caption)
+                action->trigger();
+        run.Find<QMenu>("ChoiceMenu")->close();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
     const auto isTicked = [&](int row) { return list->item(row)->checkState() == Qt::Checked; };
 
     EXPECT_TRUE(list->item(0)->data(Qt::CheckStateRole).isNull());
     run.Trigger("Mnu_Edit_Choose");
     EXPECT_TRUE(isTicked(0));
     EXPECT_TRUE(run.Label("Chosen").startsWith(countOf(all))) << run.Label("Chosen").toStdString();
-    TriggerOfMenu(run, "None");
+    triggerOfMenu("None");
     EXPECT_TRUE(run.Label("Chosen").startsWith(countOf(level.StaticMeshes.size())));
     run.Trigger("Mnu_Edit_Static");
     EXPECT_TRUE(isTicked(0));
-    TriggerOfMenu(run, "Invert");
+    triggerOfMenu("Invert");
     EXPECT_FALSE(isTicked(0));
     EXPECT_EQ(run.Label("Chosen"), countOf(0) + "0 of at most 2,047 textures, 0 tiles");
     run.Trigger("TB_Save_WAS");
@@ -51,7 +44,7 @@ TEST(WindowChoose, SavesTheTickedObjects)
     list->item(1)->setCheckState(Qt::Checked);
     EXPECT_TRUE(run.Label("Chosen").startsWith(countOf(1)));
     run.Find<QLineEdit>("ObjFilter")->setText(list->item(2)->text());
-    TriggerOfMenu(run, "All"); // of what the filter shows
+    triggerOfMenu("All"); // of what the filter shows
     run.Find<QLineEdit>("ObjFilter")->clear();
     const QString told = run.Label("Chosen");
     EXPECT_TRUE(told.startsWith(countOf(2)));
@@ -72,7 +65,7 @@ TEST(WindowChoose, SavesTheTickedObjects)
     EXPECT_EQ(run.Label("Chosen"), told);
     run.Open(run.Write(kTR2, "b.tr2")); // another level: all are chosen
     EXPECT_TRUE(isTicked(0));
-    TriggerOfMenu(run, "Keep All Sounds");
+    triggerOfMenu("Keep All Sounds");
     EXPECT_TRUE(run.Program.Objects->AllSounds);
 }
 
@@ -122,7 +115,5 @@ TEST(WindowChoose, IsWhatHelpsWithTooManyTextures)
     EXPECT_TRUE(
         run.Told().starts_with("2,048 textures used, the editor takes 2,047: leave out objects"));
 }
-
-} // namespace
 
 } // namespace morlik::test

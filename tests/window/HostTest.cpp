@@ -8,9 +8,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 /// Looks at the box or dialog that `show` brings up, and closes it.
 template <class Dialog>
 void LookAt(const std::function<void()>& show, const std::function<void(Dialog&)>& look)
@@ -114,7 +111,5 @@ TEST(QtHostDialogs, TakeEnterAndTheCloseButtonForANo)
         EXPECT_EQ(said, isYes);
     }
 }
-
-} // namespace
 
 } // namespace morlik::test

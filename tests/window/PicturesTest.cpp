@@ -189,13 +189,9 @@ TEST(WindowPictures, OutlinesAndTellsTheTexturesOfTheObject)
                       view->mapFromScene(corner + QPointF(2, 2)));
     const TextInfo& box = level.Textures[static_cast<std::size_t>(texture)].Info;
     const QString told = run.Label("TextureFacts");
-    EXPECT_TRUE(told.startsWith(QString("Texture %1: tile %2, at %3, %4; %5 \u00d7 %6 pixels")
-                                    .arg(texture)
-                                    .arg(box.Tile)
-                                    .arg(box.X)
-                                    .arg(box.Y)
-                                    .arg(box.Width + 1)
-                                    .arg(box.Height + 1)))
+    EXPECT_TRUE(told.startsWith(
+        QString::asprintf("Texture %d: tile %d, at %d, %d; %d \u00d7 %d pixels", texture, box.Tile,
+                          box.X, box.Y, box.Width + 1, box.Height + 1)))
         << told.toStdString();
     EXPECT_TRUE(told.contains(run.Find<QListWidget>("ObjList")->item(0)->text()));
 }

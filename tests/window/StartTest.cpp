@@ -89,7 +89,7 @@ TEST(QtRegistryStore, KeepsTypedValuesAndKnowsNamesInAnyCase)
     EXPECT_FALSE(QtRegistry(unwritable).CreateKey(kRoot, "software"));
 }
 
-TEST(WindowControls, StartAsTheyShould)
+TEST(WindowControls, StartAsTheyShouldAndBeepWithoutALevelOrASound)
 {
     WindowRun run;
     EXPECT_EQ(run.Title(), "Morlik 1.7");
@@ -110,6 +110,11 @@ TEST(WindowControls, StartAsTheyShould)
             visited.push_back(w->objectName().toStdString());
     EXPECT_EQ(std::count(visited.begin(), visited.end(), "RoomList"), 0);
     EXPECT_EQ(std::count(visited.begin(), visited.end(), "SndSaveAll"), 1);
+    for (const char* command : {"Mnu_File_SaveWAD", "Mnu_File_SaveTGA", "TB_Save", "TB_Save_WAS"})
+        run.Trigger(command);
+    run.Click("SndSave");
+    EXPECT_EQ(run.Host.Beeps, 5);
+    EXPECT_TRUE(run.Host.Dialogs.empty());
 }
 
 TEST(WindowControls, FitTheScreenAtLargeLetters)
