@@ -17,11 +17,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
-using Clock = std::chrono::steady_clock;
-
 class KillTest : public testing::Test
 {
 protected:
@@ -31,6 +26,12 @@ protected:
         for (const VersionCode game : {kTR1, kTR3})
             WriteWholeFile(LevelOf(game), WriteLevel(samples::MakeRichLevel(game)).Bytes);
         Folder.Write("main.sfx", MainSfxFile());
+        EXPECT_EQ(EndOf(Start(kTR1)), 0);
+        First = Files();
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(EndOf(Start(kTR3)), 0);
+        Whole = std::chrono::steady_clock::now() - begin;
+        Last = Over(First, Files());
     }
 
     std::string LevelOf(VersionCode game) const { return Folder.File(LevelName(game)); }
@@ -62,34 +63,31 @@ protected:
 
     FileMap Files() const { return FilesBelow(Folder.Path() / "out"); }
 
-    TempFolder Folder;
-};
+    /// The files of a set saved over those of another, whose WAV files stay.
+    static FileMap Over(const FileMap& old, const FileMap& fresh)
+    {
+        FileMap both = fresh;
+        for (const auto& [name, bytes] : old)
+            if (name.find("-Sounds") != std::string::npos)
+                both.try_emplace(name, bytes);
+        return both;
+    }
 
-/// The files of a set saved over those of another, whose WAV files stay.
-FileMap Over(const FileMap& old, const FileMap& fresh)
-{
-    FileMap both = fresh;
-    for (const auto& [name, bytes] : old)
-        if (name.find("-Sounds") != std::string::npos)
-            both.try_emplace(name, bytes);
-    return both;
-}
+    TempFolder Folder;
+    FileMap First; ///< a set, and another over it, as they are saved in peace
+    FileMap Last;
+    std::chrono::steady_clock::duration Whole; ///< what the other one took
+};
 
 TEST_F(KillTest, LeavesTheOldOrTheNewSetWhateverTheMoment)
 {
-    ASSERT_EQ(EndOf(Start(kTR1)), 0);
-    const FileMap first = Files();
-    const auto begin = Clock::now();
-    ASSERT_EQ(EndOf(Start(kTR3)), 0);
-    const auto whole = Clock::now() - begin;
-    const FileMap last = Over(first, Files());
     std::minstd_rand random(1);
     int stopped = 0;
     VersionCode next = kTR1;
     for (int i = 0; i < 200; ++i) {
         const int signal = std::array{SIGINT, SIGTERM, SIGKILL}.at(static_cast<std::size_t>(i % 3));
         const pid_t child = Start(next);
-        std::this_thread::sleep_for(whole * (random() % 1100) / 1000);
+        std::this_thread::sleep_for(Whole * (random() % 1100) / 1000);
         kill(child, signal);
         const int end = EndOf(child);
         const bool saved = end == 0;
@@ -103,9 +101,8 @@ TEST_F(KillTest, LeavesTheOldOrTheNewSetWhateverTheMoment)
         const auto report = check::CheckSet(Base(), ReadSet(Base() + ".was").Game);
         EXPECT_EQ(report.Problems, Strings{}) << i;
         const FileMap now = Files();
-        const auto list = [](const FileMap& files) { return files.at("set.was"); };
-        const bool isFirst = list(now) == list(first);
-        EXPECT_TRUE(now == (isFirst ? Over(now, first) : Over(now, last))) << i << ' ' << signal;
+        const bool isFirst = now.at("set.was") == First.at("set.was");
+        EXPECT_TRUE(now == (isFirst ? Over(now, First) : Over(now, Last))) << i << ' ' << signal;
         EXPECT_TRUE(!saved || isFirst == (next == kTR1)) << i;
         next = isFirst ? kTR3 : kTR1; // over the other one
     }
@@ -114,10 +111,6 @@ TEST_F(KillTest, LeavesTheOldOrTheNewSetWhateverTheMoment)
 
 TEST_F(KillTest, LetsOnlyOneOfTwoWriteASet)
 {
-    ASSERT_EQ(EndOf(Start(kTR1)), 0);
-    const FileMap first = Files();
-    ASSERT_EQ(EndOf(Start(kTR3)), 0);
-    const FileMap last = Over(first, Files());
     for (int i = 0; i < 30; ++i) {
         const pid_t one = Start(kTR1);
         const pid_t other = Start(kTR3);
@@ -125,11 +118,9 @@ TEST_F(KillTest, LetsOnlyOneOfTwoWriteASet)
         const int endOfOther = EndOf(other);
         EXPECT_TRUE(endOfOne == 0 || endOfOther == 0);
         const FileMap now = Files();
-        EXPECT_TRUE(now == Over(now, first) || now == Over(now, last)) << i;
+        EXPECT_TRUE(now == Over(now, First) || now == Over(now, Last)) << i;
     }
 }
-
-} // namespace
 
 } // namespace morlik::test
 

@@ -9,9 +9,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 TEST(ProgressBar, FitsTheLineAndNamesWhatItDoes)
 {
     std::ostringstream out;
@@ -68,7 +65,5 @@ TEST(WorkOnFiles, TellsWhatAWorkThrowsAndGoesOn)
     EXPECT_PRED2(Has, out.str(),
                  R"({"schema":2,"event":"failed","file":"a","messages":["MORLIK error: )");
 }
-
-} // namespace
 
 } // namespace morlik::test

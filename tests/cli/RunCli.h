@@ -36,6 +36,16 @@ inline std::string WithSlashes(std::string text)
     return text;
 }
 
+/// Has the program find its data files.
+inline void SetProgramFolder()
+{
+#ifdef _WIN32
+    _putenv_s("MORLIK_FOLDER", MORLIK_DATA_FOLDER);
+#else
+    setenv("MORLIK_FOLDER", MORLIK_DATA_FOLDER, 1); // NOLINT(concurrency-mt-unsafe)
+#endif
+}
+
 /// A folder with levels of all games, a main.sfx in other letters, and room for sets. In the lines
 /// and texts of a test, "%0" to "%5" stand for the paths of these levels, "%a.was" for a file of
 /// the folder, and "''" for an empty word.
@@ -44,11 +54,7 @@ class CliTest : public testing::Test
 protected:
     CliTest()
     {
-#ifdef _WIN32
-        _putenv_s("MORLIK_FOLDER", MORLIK_DATA_FOLDER);
-#else
-        setenv("MORLIK_FOLDER", MORLIK_DATA_FOLDER, 1); // NOLINT(concurrency-mt-unsafe)
-#endif
+        SetProgramFolder();
         for (const VersionCode game : kGames) {
             // Not one sum: g++ 12 at -O3 sees strings overlap where a temporary is added to "l".
             std::string name = "l";
@@ -59,18 +65,12 @@ protected:
         Write("MAIN.Sfx", MainSfxFile());
     }
 
-    std::string File(const std::string& name) const
-    {
-        return folder_.File(name);
-    }
+    std::string File(const std::string& name) const { return folder_.File(name); }
     bool Exists(const std::string& name) const
     {
         return std::filesystem::exists(ToPath(File(name)));
     }
-    std::vector<std::byte> Read(const std::string& name) const
-    {
-        return ReadFile(File(name));
-    }
+    std::vector<std::byte> Read(const std::string& name) const { return ReadFile(File(name)); }
     void Write(const std::string& name, std::span<const std::byte> bytes) const
     {
         WriteWholeFile(File(name), bytes);

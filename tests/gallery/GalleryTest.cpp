@@ -11,9 +11,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 using gallery::CardKind;
 using gallery::LevelCards;
 using nlohmann::json;
@@ -92,48 +89,25 @@ protected:
         const auto bytes = Read(name);
         return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
     }
-    std::size_t CountPictures() const { return FilesBelow(ToPath(File("g/pictures"))).size(); }
 };
 
 TEST_F(GalleryTest, RedoesOnlyWhatChangedAndWhatWasNotFinished)
 {
+    const Strings second{"unchanged l2level.tr2", "made l4level.tr4"};
     EXPECT_EQ(Made(0, "%2 %4"), (Strings{"made l2level.tr2", "made l4level.tr4"}));
-    const std::string index = TextOf("g/index.html");
-    EXPECT_PRED2(Has, index, "l2level.tr2");
-    EXPECT_PRED2(Has, TextOf("g/search.js"), "\"l4level.tr4\"");
-    EXPECT_PRED2(Has, TextOf(PageFolder("l4level") + "/index.html"), "loading=\"lazy\"");
     EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "unchanged l4level.tr4"}));
-    EXPECT_EQ(TextOf("g/index.html"), index);
-
     // A run that was ended: the piece of a level comes last.
     std::filesystem::remove(ToPath(File(PageFolder("l4level") + "/made.json")));
-    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "made l4level.tr4"}));
+    EXPECT_EQ(Made(0, "%2 %4"), second);
     WriteText(PageFolder("l4level") + "/made.json", R"({"form":1,"title":2})");
-    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "made l4level.tr4"}));
-
-    const auto pictures = CountPictures();
-    const std::string before = PageFolder("l4level");
+    EXPECT_EQ(Made(0, "%2 %4"), second);
     Write("l4level.tr4", samples::MakeTinyLevel(kTR4));
-    EXPECT_EQ(Made(0, "%2 %4"), (Strings{"unchanged l2level.tr2", "made l4level.tr4"}));
-    EXPECT_NE(PageFolder("l4level"), before);
-    EXPECT_FALSE(Exists(before)) << "pages that the index doesn't lead to go";
-    EXPECT_LT(CountPictures(), pictures) << "so do pictures that no page shows";
+    EXPECT_EQ(Made(0, "%2 %4"), second);
     for (const std::string words : {"", " --sets", " --animations 1"})
         EXPECT_EQ(Made(0, "%2 --no-gltf" + words), (Strings{"made l2level.tr2"})) << words;
-    EXPECT_TRUE(FilesBelow(ToPath(File("g/models"))).empty());
-
     std::filesystem::create_directories(ToPath(File("g/pictures/ab/.morlik-1-2"))); // of a dead run
     EXPECT_EQ(Made(0, "%2 --no-gltf --animations 1"), (Strings{"unchanged l2level.tr2"}));
     EXPECT_FALSE(Exists("g/pictures/ab/.morlik-1-2"));
-}
-
-TEST_F(GalleryTest, EqualObjectsShareTheirFiles)
-{
-    Made(0, "%3");
-    const auto files = FilesBelow(ToPath(File("g/pictures")));
-    Write("copy.tr2", Read("l3level.tr2"));
-    EXPECT_EQ(Made(0, "%3 %copy.tr2"), (Strings{"unchanged l3level.tr2", "made copy.tr2"}));
-    EXPECT_EQ(FilesBelow(ToPath(File("g/pictures"))), files);
 }
 
 TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
@@ -149,18 +123,13 @@ TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
     for (const auto& entry : std::filesystem::directory_iterator(ToPath(File(""))))
         if (entry.path().extension() == ".tr2" || entry.path().filename() == "bad.tr4")
             std::filesystem::rename(entry.path(), ToPath(File("in")) / entry.path().filename());
-    Write("in/main.sfx", samples::WriteMainSfx(samples::SampleSounds()).Bytes);
+    Write("in/main.sfx", MainSfxFile());
     const auto ran = Expect(1, "gallery -r %in -d %g -j 2 --sets", "bad.tr4: MORLIK error: ");
     EXPECT_EQ(std::ranges::count(ran.Errors, '\n'), 1) << ran.Errors;
     EXPECT_PRED2(Has, ran.Out, ": levels: 3, objects: ");
     const std::string index = TextOf("g/index.html");
     EXPECT_PRED2(Has, index, "&#39;");
     EXPECT_EQ(index.find("<script>"), std::string::npos);
-    const auto sets = FilesBelow(ToPath(File(PageFolder("l2level") + "/sets")));
-    for (const char* ending : {".was", ".wav"})
-        EXPECT_TRUE(std::ranges::any_of(sets, [&](const auto& file) {
-            return EndsWithNoCase(file.first, ending);
-        })) << ending;
 
     // A level that can't be written isn't a bad one: the gallery doesn't go on without it.
     std::filesystem::remove_all(ToPath(File("g/models")));
@@ -178,7 +147,5 @@ TEST_F(GalleryTest, GoesOnBehindBrokenLevelsAndLeavesOtherPagesAlone)
            "wrong.sfx is not a main.sfx");
     Expect(2, "gallery %1 -d %sfx --main-sfx %none.sfx", "Can't open");
 }
-
-} // namespace
 
 } // namespace morlik::test

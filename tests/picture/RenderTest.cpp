@@ -3,9 +3,7 @@
 
 #include "picture/Render.h"
 
-#include "convert/ConvertLevel.h"
 #include "tests/model/MadeSet.h"
-#include "tests/support/Conversion.h"
 #include "tests/support/HeapPeak.h"
 
 #include <numeric>
@@ -384,30 +382,6 @@ TEST_F(RenderTest, GivesUpOnFacesWithoutEnd)
     options_.Width = options_.Height = 2000;
     camera_.Zoom = 100;
     ExpectFailure("too many faces", [this] { Draw(); });
-}
-
-/// The same pixels on all systems and of all compilers, of small pictures of all objects. Where the
-/// renderer is to draw otherwise, or the sample changes, the number does.
-TEST(Pictures, AreTheSameEverywhere)
-{
-    Conversion run(samples::MakeRichLevel(kTR4));
-    Session& program = run.Program;
-    const auto set =
-        ConvertLevel(program.Level, program.Names, "LEVEL", {}, program.Report).value();
-    TexturePixels textures(set.Tiles);
-    std::uint64_t hash = 0xcbf29ce484222325; // FNV-1a
-    const auto add = [&](const Scene& scene) {
-        Camera camera = ObliqueCamera();
-        FrameTo(camera, scene, 1);
-        const RenderOptions options{.Width = 48, .Height = 48, .Background = kDark};
-        for (const Colour pixel : Render(scene, camera, options, textures).Pixels)
-            hash = (hash ^ pixel) * 0x100000001b3;
-    };
-    for (std::size_t i = 0; i < set.Moveables.size(); ++i)
-        add(SceneOfMoveable(set, i));
-    for (std::size_t i = 0; i < set.StaticMeshes.size(); ++i)
-        add(SceneOfStaticMesh(set, i));
-    EXPECT_EQ(hash, 7876476379915940814U);
 }
 
 } // namespace

@@ -5,9 +5,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 constexpr std::size_t kHeaderBytes = 18;
 constexpr std::size_t kSheetRow = 768;
 
@@ -32,46 +29,46 @@ protected:
         return {at, at + 3};
     }
 
+    /// A level of the given tiles in which the first pixel of row r has the value r (IV and V:
+    /// opaque).
+    static LevelData NumberedRows(VersionCode version, std::size_t tiles)
+    {
+        LevelData level;
+        level.Version = version;
+        const auto pixels =
+            std::make_shared<UninitialisedVector<std::uint32_t>>(tiles * kTilePixels, 0xff000000);
+        for (std::size_t row = 0; row < tiles * kTileSide; ++row)
+            (*pixels)[row * kTileSide] |= static_cast<std::uint32_t>(row);
+        level.Tiles32 = *pixels;
+        level.InflatedTiles = pixels;
+        return level;
+    }
+
+    /// A level with a room whose faces have these textures; texture n lies on tile n, but texture 0
+    /// far out.
+    static LevelData LevelWithFaces(VersionCode version,
+                                    const std::vector<std::int16_t>& rectangles,
+                                    const std::vector<std::int16_t>& triangles)
+    {
+        LevelData level;
+        level.Version = version;
+        for (std::int16_t tile = 0; tile < 400; ++tile)
+            level.Textures.emplace_back().Info.Tile = tile;
+        level.Textures[0].Info.Tile = 300;
+        Room room;
+        for (const auto texture : rectangles)
+            room.Rectangles.push_back({.Texture = texture});
+        for (const auto texture : triangles)
+            room.Triangles.push_back({.Texture = texture});
+        level.Rooms = {Room{}, room};
+        return level;
+    }
+
     TempFolder Folder;
     std::string Name = Folder.File("sheet.tga");
     ScriptedHost Host;
     Reporter Report{Host};
 };
-
-/// A level of the given tiles in which the first pixel of row r has the value r (IV and V: opaque).
-LevelData NumberedRows(VersionCode version, std::size_t tiles)
-{
-    LevelData level;
-    level.Version = version;
-    const auto pixels =
-        std::make_shared<UninitialisedVector<std::uint32_t>>(tiles * kTilePixels, 0xff000000);
-    for (std::size_t row = 0; row < tiles * kTileSide; ++row)
-        (*pixels)[row * kTileSide] |= static_cast<std::uint32_t>(row);
-    level.Tiles32 = *pixels;
-    level.InflatedTiles = pixels;
-    return level;
-}
-
-/// A level with a room whose faces have these textures; texture n lies on tile n, but texture 0
-/// far out.
-LevelData LevelWithFaces(VersionCode version, const std::vector<std::int16_t>& rectangles,
-                         const std::vector<std::int16_t>& triangles)
-{
-    LevelData level;
-    level.Version = version;
-    for (std::int16_t tile = 0; tile < 400; ++tile)
-        level.Textures.emplace_back().Info.Tile = tile;
-    level.Textures[0].Info.Tile = 300;
-    Room room;
-    for (const auto texture : rectangles)
-        room.Rectangles.push_back({.Texture = texture});
-    for (const auto texture : triangles)
-        room.Triangles.push_back({.Texture = texture});
-    level.Rooms = {Room{}, room};
-    return level;
-}
-
-} // namespace
 
 TEST_F(TgaTest, ShowsRoomTilesAndAboveThemBumpTiles)
 {
