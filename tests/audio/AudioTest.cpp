@@ -35,16 +35,11 @@ TEST(WaveInfo, TellsTheSoundOrWhyItIsNone)
         {{.BlockBytes = 0, .Data = second}, "its blocks have no bytes"},
         {{.Data = {1}, .FurtherBytes = 1}, "there is none"},
     };
-    const auto tell = [](std::span<const std::byte> file) -> std::string {
-        try {
-            return Describe(ReadWaveInfo(file));
-        } catch (const ReadFailure& failure) {
-            return failure.what();
-        }
-    };
     for (const auto& [wave, expected] : rows) {
-        const auto text = tell(wave.Bytes());
-        EXPECT_TRUE(text == expected || text.ends_with(": " + expected)) << text;
+        std::string text;
+        const auto end =
+            MessageOf<ReadFailure>([&] { text = Describe(ReadWaveInfo(wave.Bytes())); });
+        EXPECT_TRUE(text == expected || end.ends_with(": " + expected)) << text << end;
     }
     EXPECT_EQ(ReadWaveInfo(longer.Bytes()).Frames, 18);
     const auto whole = MakeADPCM().Bytes();
@@ -71,17 +66,15 @@ TEST(PlainWave, ExpandsADPCMAlone)
 TEST(AnimationSounds, AreThoseOfTheCommandsInAllGames)
 {
     for (const VersionCode game : kGames) {
-        Conversion run;
-        ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
+        Conversion run(samples::MakeRichLevel(game));
         LevelData& level = run.Program.Level;
         const auto walk = static_cast<std::size_t>(
             std::ranges::find(level.Animations, 6, &Animation::NumAnimCommands) -
             level.Animations.begin());
-        const auto mainSFX = run.Folder.File("main.sfx");
         MainSFXState& sfx = run.Program.MainSFX;
         if (HasMainSFX(game)) {
             EXPECT_TRUE(SoundsOfAnimation(level, sfx, walk).empty());
-            WriteWholeFile(mainSFX, MainSfxFile());
+            const auto mainSFX = run.Folder.Write("main.sfx", MainSfxFile());
             ASSERT_TRUE(ReadMainSFX(mainSFX, sfx, run.Program.Report));
         }
         // The third command now says that its sound is made in the water, and of one in none.

@@ -132,8 +132,7 @@ TEST(ObjectSets, OfTheSampleLevelsAreGoodInBothFormsWithAndWithoutOptions)
                 MakeFractional(level);
             Conversion run;
             run.Host.SkyFixTicked = run.Host.ExpSprTicked = ticked;
-            const auto mainSfx = run.Folder.File("main.sfx");
-            WriteWholeFile(mainSfx, MainSfxFile());
+            const auto mainSfx = run.Folder.Write("main.sfx", MainSfxFile());
             if (ticked)
                 run.Host.OpenAnswers = {mainSfx, mainSfx};
             ASSERT_TRUE(run.Load(level));

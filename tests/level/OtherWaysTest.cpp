@@ -14,11 +14,14 @@ namespace
 using samples::LevelContent;
 using samples::MakeRichLevel;
 
-/// The WAD file of a level.
-std::vector<std::byte> WadOf(Conversion& run)
+/// The files of a saved set but for the Info text.
+std::vector<std::vector<std::byte>> FilesOfSave(Conversion& run)
 {
     EXPECT_TRUE(run.Save());
-    return ReadFile(run.Output(".wad"));
+    std::vector<std::vector<std::byte>> files;
+    for (const char* ending : {".wad", ".was", ".swd", ".sam", ".sfx"})
+        files.push_back(ReadFile(run.Output(ending)));
+    return files;
 }
 
 /// A level with a texture that costs a message in games I to III.
@@ -57,7 +60,8 @@ TEST(OtherWays, OpenALevelThatCanNotBeReadAsItsNameTells)
         EXPECT_EQ(lines.at(2).find("-Can't be read as its name tells: "), 0U) << lines[2];
         EXPECT_EQ(lines.at(3), logLine);
         EXPECT_EQ(lines.size(), runs[0].LogLines().size() + 2);
-        EXPECT_EQ(WadOf(runs[1]), WadOf(runs[0])) << name;
+        runs[1].Program.LevelTitle = runs[0].Program.LevelTitle;
+        EXPECT_EQ(FilesOfSave(runs[1]), FilesOfSave(runs[0])) << name;
 
         // Without its end it can be read in no way: then the name counts.
         Conversion cut;
@@ -111,23 +115,6 @@ TEST(OtherWays, DontHideWhatTheReadingByTheNameReports)
 }
 
 using samples::LevelFile;
-
-/// The files of a saved set but for the Info text.
-std::vector<std::vector<std::byte>> FilesOfSave(Conversion& run)
-{
-    EXPECT_TRUE(run.Save());
-    std::vector<std::vector<std::byte>> files;
-    for (const char* ending : {".wad", ".was", ".swd", ".sam", ".sfx"})
-        files.push_back(ReadFile(run.Output(ending)));
-    return files;
-}
-
-/// The WAV files beside a set, by their names.
-FileMap WavesOf(const std::string& base)
-{
-    const auto folder = ToPath(base + "-Sounds");
-    return std::filesystem::exists(folder) ? FilesBelow(folder) : FileMap();
-}
 
 TEST(Extended, GivesTheSetOfItsTwinInTheFormOfTheGame)
 {
@@ -191,9 +178,7 @@ TEST(Extended, ChecksCountsAndLooksForNoSizeAtTheEnd)
                 file.SetCount(count, value);
             Conversion run;
             EXPECT_EQ(run.Load(file.Bytes, "a.tr4"), place[0] == 0) << count << value;
-            if (place[0] != 0) {
-                EXPECT_EQ(run.Host.Details.at(0).find(place), 0U) << run.Host.Details[0];
-            }
+            EXPECT_TRUE(place[0] == 0 || run.Host.Details.at(0).starts_with(place)) << count;
         }
 }
 
@@ -202,44 +187,35 @@ TEST(Extended, TakesSamplesThatStandInAMainSFXFromThere)
     LevelContent content = MakeRichLevel(kTR4);
     samples::MakeExtended(content, 1024, true);
     const auto sounds = samples::SampleSounds();
-    auto mainSFX = samples::WriteMainSfx(sounds).Bytes;
+    const auto mainSFX = MainSfxFile();
     const auto end = narrow<std::uint32_t>(mainSFX.size());
     auto& places = content.Extension->Places;
     places[1] = {places[1].Start + 1, places[1].Size}; // no "RIFF" there
     places[2] = {end - 3, 4};
     places[3] = {0xffffffff, 0xffffffff};
-    for (const bool cancelled : {true, false}) {
-        Conversion run(content);
-        run.Folder.Write("main.sfx", mainSFX);
-        run.Host.OpenAnswers = {cancelled ? "" : run.Folder.File("main.sfx")};
-        EXPECT_TRUE(run.Save());
-        const auto waves = WavesOf(run.Base());
-        EXPECT_EQ(waves.size(), cancelled ? 0 : sounds.size() - 1 - 3);
-        if (cancelled)
-            continue;
-        EXPECT_EQ(waves.at("TR4 Sound 65-0.wav"), sounds[4]);
-        EXPECT_EQ(waves.at("TR4 Sound 0-1.wav"), sounds[10]);
-        EXPECT_EQ(check::CheckSet(run.Base(), kTR4).Notes, check::Complaints());
-        // Of a choice, the sounds of its objects alone come along.
-        ObjectChoice choice = ChooseAll(run.Program.Level);
-        choice.Moveables.assign(choice.Moveables.size(), false);
-        choice.Moveables[0] = true;
-        run.Program.Objects = choice;
-        run.Host.OpenAnswers = {run.Folder.File("main.sfx")};
-        const auto chosen = run.Folder.File("chosen");
-        EXPECT_TRUE(SaveLevel(run.Program, chosen + ".was"));
-        const auto heard = WavesOf(chosen);
-        EXPECT_FALSE(heard.empty());
-        EXPECT_LT(heard.size(), waves.size());
-        for (const auto& [name, wave] : heard)
-            EXPECT_EQ(wave, waves.at(name));
-        // What is behind the end of the level's samples, or a few bytes, is no place of one.
-        const auto& sfx = run.Program.MainSFX;
-        EXPECT_TRUE(sfx.WaveAt(0, end));
-        EXPECT_FALSE(sfx.WaveAt(0, end + 1));
-        EXPECT_FALSE(sfx.WaveAt(0, 3));
-        EXPECT_FALSE(MainSFXState().WaveAt(0, 0));
-    }
+    Conversion run(content);
+    run.Host.OpenAnswers.assign(2, run.Folder.Write("main.sfx", mainSFX));
+    EXPECT_TRUE(run.Save());
+    const auto waves = FilesBelow(ToPath(run.Output("-Sounds")));
+    EXPECT_EQ(waves.size(), sounds.size() - 1 - 3);
+    EXPECT_EQ(check::CheckSet(run.Base(), kTR4).Notes, check::Complaints());
+    // Of a choice, the sounds of its objects alone come along.
+    ObjectChoice choice = ChooseAll(run.Program.Level);
+    choice.Moveables.assign(choice.Moveables.size(), false);
+    choice.Moveables[0] = true;
+    run.Program.Objects = choice;
+    EXPECT_TRUE(SaveLevel(run.Program, run.Folder.File("chosen.was")));
+    const auto heard = FilesBelow(ToPath(run.Folder.File("chosen-Sounds")));
+    EXPECT_FALSE(heard.empty());
+    EXPECT_LT(heard.size(), waves.size());
+    for (const auto& [name, wave] : heard)
+        EXPECT_EQ(wave, waves.at(name));
+    // What is behind the end of the level's samples, or a few bytes, is no place of one.
+    const auto& sfx = run.Program.MainSFX;
+    EXPECT_TRUE(sfx.WaveAt(0, end));
+    EXPECT_FALSE(sfx.WaveAt(0, end + 1));
+    EXPECT_FALSE(sfx.WaveAt(0, 3));
+    EXPECT_FALSE(MainSFXState().WaveAt(0, 0));
 }
 
 } // namespace

@@ -7,11 +7,6 @@ namespace morlik::test
 namespace
 {
 
-std::ptrdiff_t Index(std::size_t at)
-{
-    return static_cast<std::ptrdiff_t>(at);
-}
-
 using samples::LevelContent;
 using samples::LevelFile;
 using samples::MakeRichLevel;
@@ -52,19 +47,17 @@ TEST(ReadTR, TellsTheGameByTheFirstWordAndTheEndOfTheName)
 
 TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
 {
-    const std::vector<std::tuple<std::vector<int>, std::string, std::string>> rows{
-        {{}, "0", " \"\""},
-        {{0x0a}, "A", " 0A \".\""},
-        {{0, 0x10, 0x0f, 0xf0, 1}, "F00F1000", " 00 10 0F F0 \"....\""},
-        {{0x20, 0x7e, 0x7f, 0x1f}, "1F7F7E20", " 20 7E 7F 1F \" ~..\""},
-        {{0x54, 0x52, 0x34, 0x63}, "63345254", " 54 52 34 63 \"TR4c\""}};
-    for (const auto& [values, digits, bytesAndText] : rows) {
+    const std::vector<std::tuple<std::string, std::string, std::string>> rows{
+        {"", "0", " \"\""},
+        {"\n", "A", " 0A \".\""},
+        {{"\0\x10\x0f\xf0\1", 5}, "F00F1000", " 00 10 0F F0 \"....\""},
+        {" ~\x7f\x1f", "1F7F7E20", " 20 7E 7F 1F \" ~..\""},
+        {"TR4c", "63345254", " 54 52 34 63 \"TR4c\""}};
+    for (const auto& [text, digits, bytesAndText] : rows) {
         Conversion run;
         run.OpenLog();
-        std::vector<std::byte> bytes(values.size());
-        std::transform(values.begin(), values.end(), bytes.begin(),
-                       [](int v) { return std::byte(v); });
-        EXPECT_FALSE(run.Load(bytes, "a.phd"));
+        const auto bytes = std::as_bytes(std::span(text));
+        EXPECT_FALSE(run.Load({bytes.begin(), bytes.end()}, "a.phd"));
         const auto lines = run.LogLines(); // the last one is the message
         EXPECT_EQ(lines.at(lines.size() - 2), "-First bytes:" + bytesAndText);
         EXPECT_EQ(run.Host.Messages(),
@@ -76,10 +69,6 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
         EXPECT_EQ(lines.at(lines.size() - 3) == (run.Host.Hints.empty() ? "" : run.Host.Hints[0]),
                   isProtected);
     }
-    Conversion run;
-    EXPECT_NE(EndOf([&] { LoadLevel(run.Program, run.Folder.File("none")); }), "");
-    EXPECT_EQ(run.Host.Messages(), Strings{"MORLIK error: Can't open " + run.Folder.File("none") +
-                                           ": No such file or directory"});
 }
 
 /// What a section makes of a count of 0 and of -1 in games I to III, in IV and in V: "++" takes
@@ -139,36 +128,19 @@ TEST(ReadTR, FillsWhatEachGameHasAndLeavesTheRest)
     for (const VersionCode game : kGames) {
         LevelContent content = MakeRichLevel(game);
         content.SoundMap.fill(7);
-        content.StaticMeshes = {{.ObjectID = 49}, {.ObjectID = 50}, {.ObjectID = 51}};
-        Conversion run;
-        ASSERT_TRUE(run.Load(content)) << game;
+        const Conversion run(content);
         const LevelData& level = run.Program.Level;
-        const TrMainState& state = run.Program.State;
         const bool first = game == kTR1 || game == kTR1Gold;
         const bool older = first || game == kTR2 || game == kTR3;
         EXPECT_EQ(level.Version, first ? kTR1 : game);
-        EXPECT_EQ(state.RoomCount, static_cast<int>(content.Rooms.size()));
         EXPECT_EQ(level.Rooms.size(), older ? content.Rooms.size() : 0);
         EXPECT_EQ(level.SpriteTextures.size(), older ? content.SpriteTextures.size() : 0);
         EXPECT_EQ(level.Tiles8.empty(), !first);
         EXPECT_EQ(level.Tiles16.empty(), !older || first);
         EXPECT_EQ(level.Tiles32.size(), older ? 0 : content.Tiles32.size());
-        EXPECT_TRUE(
-            std::equal(level.Tiles32.begin(), level.Tiles32.end(), content.Tiles32.begin()));
-        EXPECT_EQ(level.LaraType, game == kTR5 ? 3 : 0);
-        EXPECT_EQ(level.WeatherType, game == kTR5 ? 1 : 0);
         const auto read = std::count(level.SoundMap.begin(), level.SoundMap.end(), 7);
         EXPECT_EQ(read, first ? 256 : (game == kTR5 ? 450 : 370)) << game;
         EXPECT_EQ(level.NumSamples, game == kTR2 || game == kTR3 ? 0 : 11);
-        for (std::size_t i = 0; i < level.Samples.size(); ++i)
-            EXPECT_TRUE(std::ranges::equal(level.Samples[i].Data, content.Samples[i]))
-                << game << ' ' << i;
-        EXPECT_EQ(level.Palette[200].G, older ? content.Palette[200].G : 0) << game;
-        EXPECT_EQ(level.Palette16[200].G, older && !first ? content.Palette16[200].G : 0);
-        for (std::size_t i = 0; i < level.StaticMeshes.size(); ++i) {
-            const auto id = content.StaticMeshes[i].ObjectID;
-            EXPECT_EQ(level.StaticMeshes[i].ObjectID, game == kTR5 && id > 49 ? id + 10 : id);
-        }
     }
 }
 
@@ -281,10 +253,10 @@ TEST(ReadTR, KeepsWhatADamagedTileStreamGaveAndLeavesTheRestAtZero)
             ASSERT_TRUE(run.Load(file.Bytes, LevelName(game)));
             const auto& tiles = run.Program.Level.Tiles32;
             ASSERT_EQ(tiles.size(), sound + morePixels);
-            EXPECT_TRUE(std::equal(tiles.begin(), tiles.begin() + Index(atLeastGiven),
-                                   content.Tiles32.begin()));
-            EXPECT_TRUE(std::all_of(tiles.begin() + Index(sound), tiles.end(),
-                                    [](std::uint32_t pixel) { return pixel == 0; }));
+            EXPECT_TRUE(std::ranges::equal(std::span(tiles).first(atLeastGiven),
+                                           std::span(content.Tiles32).first(atLeastGiven)));
+            EXPECT_EQ(std::ranges::count(std::span(tiles).subspan(sound), 0U),
+                      static_cast<std::ptrdiff_t>(morePixels));
             EXPECT_EQ(run.Program.Level.NumMeshPointers, 1);
         }
     }

@@ -289,9 +289,8 @@ TEST(MeshRecords, AreWalkedToTheirEndOrRefused)
 
 TEST(ObjectSets, ThatAreCutShortAreRefusedWhereTheyAreRead)
 {
-    Conversion run;
+    Conversion run(samples::MakeTinyLevel(kTR1));
     run.Host.ExpSprTicked = true;
-    ASSERT_TRUE(run.Load(samples::MakeTinyLevel(kTR1)));
     ASSERT_TRUE(run.Save());
     for (const char* extension : {".wad", ".swd", ".sfx", ".was"}) {
         const auto whole = ReadFile(run.Output(extension));
