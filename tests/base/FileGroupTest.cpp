@@ -5,23 +5,7 @@
 namespace morlik::test
 {
 
-namespace
-{
-
-std::vector<std::byte> BytesOf(std::string_view text)
-{
-    const auto bytes = std::as_bytes(std::span(text));
-    return {bytes.begin(), bytes.end()};
-}
-
 constexpr const char* kHeld = ".morlik-held";
-
-/// Writes the note of a group into its hidden folder.
-void WriteNote(const std::filesystem::path& hidden, const std::string& note)
-{
-    const auto path = FromPath(hidden / kHeld);
-    OutputFile(path, path).PutText(note);
-}
 
 class FileGroupTest : public testing::Test
 {
@@ -40,6 +24,13 @@ protected:
         group.AddFolder(Folder.File("new"));
         for (const char* name : {"set.was", "set.wad", "waves/1.wav", "waves/3.wav", "new/4.wav"})
             group.Write(Folder.File(name), Is);
+    }
+
+    /// Writes the note of a group into its hidden folder.
+    static void WriteNote(const std::filesystem::path& hidden, const std::string& note)
+    {
+        const auto path = FromPath(hidden / kHeld);
+        OutputFile(path, path).PutText(note);
     }
 
     FileMap Files() const { return FilesBelow(Folder.Path()); }
@@ -72,8 +63,8 @@ protected:
         std::filesystem::rename(copy, hidden);
     }
 
-    const std::vector<std::byte> Was = BytesOf("old");
-    const std::vector<std::byte> Is = BytesOf("new");
+    const std::vector<std::byte> Was{3, std::byte{'o'}};
+    const std::vector<std::byte> Is{3, std::byte{'n'}};
     const FileMap Old{{"set.was", Was}, {"waves/1.wav", Was}, {"waves/2.wav", Was}};
     const FileMap New{{"set.was", Is},      {"set.wad", Is},     {"waves/1.wav", Is},
                       {"waves/2.wav", Was}, {"waves/3.wav", Is}, {"new/4.wav", Is}};
@@ -184,7 +175,5 @@ TEST_F(FileGroupTest, LooksAtThePlacesAgainBeforeItTakesThem)
     EXPECT_EQ(Files(), Old);
     EXPECT_EQ(Hidden(), "");
 }
-
-} // namespace
 
 } // namespace morlik::test

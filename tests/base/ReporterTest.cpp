@@ -7,22 +7,17 @@
 namespace morlik::test
 {
 
-namespace
-{
-
-/// Messages as a damaged level brings them up: `count` of one kind, then others.
-void Damaged(Reporter& report, int count)
-{
-    const MessageScope scope(report);
-    for (int i = 0; i < count; ++i) {
-        const MessageScope inner(report);
-        report.Message("Error reading texture" + std::to_string(i));
-    }
-    report.Message("Another", "title", "section, offset 12: a count of -1");
-}
-
 TEST(MessageScope, ShowsTheFirstOfAKindAndTellsOfTheRest)
 {
+    // Messages as a damaged level brings them up: `count` of one kind, then others.
+    const auto bringUp = [](Reporter& report, int count) {
+        const MessageScope scope(report);
+        for (int i = 0; i < count; ++i) {
+            const MessageScope inner(report);
+            report.Message("Error reading texture" + std::to_string(i));
+        }
+        report.Message("Another", "title", "section, offset 12: a count of -1");
+    };
     for (const bool logs : {true, false}) {
         const std::string rest = logs ? " more messages like these: the log has them all."
                                       : " more messages like these, not shown: no log is kept.";
@@ -31,7 +26,7 @@ TEST(MessageScope, ShowsTheFirstOfAKindAndTellsOfTheRest)
             Conversion run;
             if (logs)
                 run.OpenLog();
-            Damaged(run.Program.Report, count);
+            bringUp(run.Program.Report, count);
             const auto boxes = run.Host.Messages();
             ASSERT_EQ(boxes.size(), shown);
             EXPECT_EQ(boxes[19], "MORLIK: Error reading texture19");
@@ -40,7 +35,7 @@ TEST(MessageScope, ShowsTheFirstOfAKindAndTellsOfTheRest)
                                         ? "title: Another"
                                         : "MORLIK: There are " + std::to_string(count - 20) + rest);
             EXPECT_EQ(run.Host.Details, Strings{"section, offset 12: a count of -1"});
-            Damaged(run.Program.Report, 20); // the next load begins anew
+            bringUp(run.Program.Report, 20); // the next load begins anew
             EXPECT_EQ(run.Host.Messages().size(), shown + 21);
             if (!logs)
                 continue;
@@ -83,7 +78,5 @@ TEST(Log, KeepsEachTextInItsLine)
     EXPECT_STREQ(ReasonOf(std::bad_alloc()), "There is not enough memory");
     EXPECT_STREQ(ReasonOf(ProgramEnd("why")), "why");
 }
-
-} // namespace
 
 } // namespace morlik::test

@@ -15,59 +15,50 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 /// A run with a loaded level whose set needs every kind of file, and a file that is none of its.
-class SaveOfAll
+class SaveOfAll : public Conversion
 {
 public:
-    explicit SaveOfAll(VersionCode game)
+    explicit SaveOfAll(VersionCode game) : Conversion(samples::MakeRichLevel(game))
     {
-        run_.Folder.Write("main.sfx", MainSfxFile());
-        std::filesystem::create_directory(run_.Folder.Path() / "out");
-        run_.Folder.Write("out/set of another.wad", "mine");
-        run_.Host.ExpSprTicked = true;
-        EXPECT_TRUE(run_.Load(samples::MakeRichLevel(game)));
+        Folder.Write("main.sfx", MainSfxFile());
+        std::filesystem::create_directory(Folder.Path() / "out");
+        Folder.Write("out/set of another.wad", "mine");
+        Host.ExpSprTicked = true;
     }
 
-    std::string Out(const std::string& name) const { return run_.Folder.File("out/" + name); }
+    std::string Out(const std::string& name) const { return Folder.File("out/" + name); }
 
     bool SaveAs(const std::string& path)
     {
-        run_.Host.Calls.clear();
-        run_.Host.OpenAnswers = {run_.Folder.File("main.sfx")};
-        return SaveLevel(run_.Program, path);
+        Host.Calls.clear();
+        Host.OpenAnswers = {Folder.File("main.sfx")};
+        return SaveLevel(Program, path);
     }
     bool Save() { return SaveAs(Out("set.was")); }
 
-    Strings Messages() const { return run_.Host.Messages(); }
+    Strings Messages() const { return Host.Messages(); }
 
     /// The status is at rest, or at rest again.
     bool IsAtRest() const
     {
         const auto last =
-            std::find_if(run_.Host.Calls.rbegin(), run_.Host.Calls.rend(),
+            std::find_if(Host.Calls.rbegin(), Host.Calls.rend(),
                          [](const auto& call) { return call.starts_with("event: "); });
-        return last == run_.Host.Calls.rend() || *last == "event: Ready.";
+        return last == Host.Calls.rend() || *last == "event: Ready.";
     }
 
-    FileMap Files() const { return FilesBelow(run_.Folder.Path() / "out"); }
+    /// One line of the messages that a failed write of `path` must give.
+    static std::string CannotWrite(const std::string& path)
+    {
+        return std::string(kAppTitle) + ": Can't write " + path + ": ";
+    }
 
-    Conversion& Run() { return run_; }
-
-private:
-    Conversion run_;
+    FileMap Files() const { return FilesBelow(Folder.Path() / "out"); }
 };
 
 using DiskFault = testing::TestWithParam<VersionCode>;
 INSTANTIATE_TEST_SUITE_P(Forms, DiskFault, testing::Values(kTR1, kTR2, kTR4));
-
-/// One line of the messages that a failed write of `path` must give.
-std::string CannotWrite(const std::string& path)
-{
-    return std::string(kAppTitle) + ": Can't write " + path + ": ";
-}
 
 TEST_P(DiskFault, AtAnyFileIsToldAndLeavesTheOldSetAsItWas)
 {
@@ -85,7 +76,8 @@ TEST_P(DiskFault, AtAnyFileIsToldAndLeavesTheOldSetAsItWas)
         FileMap others = whole;
         others.erase(name);
         EXPECT_FALSE(save.Save());
-        ASSERT_EQ(save.Messages(), std::vector{CannotWrite(save.Out(name)) + "Is a directory"});
+        ASSERT_EQ(save.Messages(),
+                  std::vector{SaveOfAll::CannotWrite(save.Out(name)) + "Is a directory"});
         EXPECT_TRUE(save.IsAtRest());
         EXPECT_EQ(save.Files(), others);
 
@@ -105,9 +97,16 @@ TEST(DiskFaults, OfNamesAreTold)
     EXPECT_TRUE(save.Messages()[0].ends_with(": File name too long")) << save.Messages()[0];
 #endif
 
+    const std::string file = save.Out("set of another.wad"); // in the place of the folder
+    std::filesystem::rename(file, save.Out("set-Sounds"));
+    EXPECT_FALSE(save.Save());
+    EXPECT_EQ(save.Messages(), Strings{"MORLIK: Can't make the folder " + save.Out("set-Sounds") +
+                                       ": Not a directory"});
+    EXPECT_EQ(save.Files().size(), 1U);
+
     EXPECT_FALSE(save.SaveAs(save.Out("missing/set.was")));
     EXPECT_EQ(save.Messages()[0],
-              CannotWrite(save.Out("missing/set.was")) + "No such file or directory");
+              SaveOfAll::CannotWrite(save.Out("missing/set.was")) + "No such file or directory");
 
     const std::string folder = save.Out("\u0142\u00f3d\u017a \u57ce");
     std::filesystem::create_directory(ToPath(folder));
@@ -116,9 +115,8 @@ TEST(DiskFaults, OfNamesAreTold)
 
     // A level that went away after it was chosen, and the endless name again.
     for (const std::string& path : {save.Out("gone.phd"), endless})
-        EXPECT_TRUE(EndOf([&] {
-                        LoadLevel(save.Run().Program, path);
-                    }).starts_with("Can't open " + path + ": "));
+        EXPECT_TRUE(
+            EndOf([&] { LoadLevel(save.Program, path); }).starts_with("Can't open " + path + ": "));
 }
 
 #ifndef _WIN32
@@ -186,7 +184,5 @@ TEST(DiskFaults, OfSmallAndReadOnlyDisksLeaveTheOldSet)
 }
 
 #endif
-
-} // namespace
 
 } // namespace morlik::test

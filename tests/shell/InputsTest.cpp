@@ -27,8 +27,7 @@ TEST(SaveLevel, DoesNotReplaceWhatItReads)
             Conversion run;
             const auto path = run.Folder.File(input);
             run.Host.OpenAnswers = {run.Folder.Write("game.sfx", sounds)};
-            run.Folder.Write(LevelName(game), WriteLevel(samples::MakeRichLevel(game)).Bytes);
-            LoadLevel(run.Program, run.Folder.File(LevelName(game)));
+            ASSERT_TRUE(run.Load(samples::MakeRichLevel(game)));
             fs::create_directory(ToPath(run.Output("-Sounds")));
             fs::create_hard_link(ToPath(path), ToPath(run.Output(ending)));
             const auto before = ReadFile(path);

@@ -10,9 +10,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 constexpr RootKey kMachine = 0x80000002;
 constexpr const char* kFolders = "SOFTWARE\\torvand\\SORBLING"; // another case on purpose
 
@@ -28,8 +25,6 @@ protected:
     Reporter Report{Host};
     MemoryRegistry Store;
 };
-
-} // namespace
 
 TEST_F(RegistryTest, SplitsAKeyIntoItsRootAndThePathBelow)
 {
