@@ -94,7 +94,10 @@ LevelContent TwoTiles(VersionCode game)
 TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
 {
     for (const VersionCode game : {kTR1, kTR2, kTR3, kTR4, kTR5}) {
-        Conversion run(TwoTiles(game));
+        LevelContent content = TwoTiles(game);
+        content.Palette[255] = {63, 1, 0}; // which the samples leave black
+        content.Palette16[255] = {254, 4, 3};
+        Conversion run(content);
         EXPECT_TRUE(run.Save());
         EXPECT_EQ(run.Host.Messages(), Strings{});
         const ObjectSet wad = run.Wad();
@@ -114,6 +117,9 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
                                        : Pixel{0, 0, IsOlderGame(game) ? 8 * value : value};
             EXPECT_EQ(pixel(tile, 0, 0), expected);
             EXPECT_EQ(pixel(tile, 255, 255), expected);
+        }
+        if (isOlder) { // in its square of the palette's tile
+            EXPECT_EQ(pixel(4, 252, 12), (game == kTR1 ? Pixel{252, 4, 0} : Pixel{254, 4, 3}));
         }
     }
 }
