@@ -13,9 +13,6 @@
 namespace morlik::test
 {
 
-namespace
-{
-
 /// A run with the pane open. It fills in a turn of the window system.
 class PaneRun : public WindowRun
 {
@@ -39,6 +36,12 @@ public:
         Find<QListWidget>("ObjList")->setCurrentRow(row);
         return View->Image();
     }
+    /// Selects Lara's walk, which has steps.
+    void SelectWalk()
+    {
+        Select(0);
+        Find<QListWidget>("AnimList")->setCurrentRow(1);
+    }
     QPainterPath Outline()
     {
         for (const QGraphicsItem* item : Find<QGraphicsView>("TileView")->scene()->items())
@@ -60,13 +63,6 @@ public:
     ObjectView* View = nullptr;
 };
 
-/// Selects Lara's walk, which has steps.
-void SelectWalk(PaneRun& run)
-{
-    run.Select(0);
-    run.Find<QListWidget>("AnimList")->setCurrentRow(1);
-}
-
 TEST(WindowPictures, AnimationsPlayTheirSounds)
 {
     const DiskSound disk;
@@ -74,7 +70,7 @@ TEST(WindowPictures, AnimationsPlayTheirSounds)
     for (auto& sample : level.Samples) // a step takes one of four
         sample = level.Samples.front();
     PaneRun run(level);
-    SelectWalk(run);
+    run.SelectWalk();
     run.Find<QPushButton>("AnimPlay")->click();
     QTest::qWait(100);
     EXPECT_TRUE(disk.Values().empty()); // no device was opened
@@ -88,7 +84,7 @@ TEST(WindowPictures, AnimationsPlayWithoutADeviceWhichSoundsMiss)
     const std::string told = "No sound can be played: Audio target 'none such' not available";
     qputenv("SDL_AUDIODRIVER", "none such");
     PaneRun run(kTR4);
-    SelectWalk(run);
+    run.SelectWalk();
     run.Find<QCheckBox>("AnimSound")->click();
     run.Find<QPushButton>("AnimPlay")->click();
     EXPECT_EQ(run.Told(), told);
@@ -283,7 +279,5 @@ TEST(WindowPictures, GetATabOfRoomsWithAProject)
     EXPECT_TRUE(
         run.Window->rect().contains(rooms->mapTo(run.Window.get(), rooms->rect().center())));
 }
-
-} // namespace
 
 } // namespace morlik::test
