@@ -123,6 +123,22 @@ struct Refusal
     std::error_code Why;
 };
 
+/// The same as `TakePlace` where the place is on another disk, as in a folder that is a link: a
+/// copy goes beside the place first. What a copy leaves that is cut off goes with the next one.
+std::error_code TakePlaceAcross(const fs::path& fresh, const fs::path& place)
+{
+    const fs::path beside = place.parent_path() / ToPath(".morlik-" + FromPath(place.filename()));
+    std::error_code fault;
+    fs::remove(beside, fault); // a new file is made, and no link followed
+    if (!fault)
+        fs::copy_file(fresh, beside, fault);
+    if (!fault)
+        fault = TakePlace(beside, place);
+    std::error_code ignored;
+    fs::remove(fault ? beside : fresh, ignored);
+    return fault;
+}
+
 /// Lets the files of `draft` take their places in `place`; a folder that isn't there yet goes as a
 /// whole. With `numbers` only files of these do, all others are removed: old ones, and what
 /// somebody else has put there. Gives the first refusal.
@@ -142,6 +158,8 @@ std::optional<Refusal> MoveInto(const fs::path& draft, const fs::path& place,
                 fs::remove(entry.path(), fault);
             else
                 fault = TakePlace(entry.path(), to);
+            if (fault == std::errc::cross_device_link)
+                fault = TakePlaceAcross(entry.path(), to);
             if (fault)
                 refusal = {to, fault};
         }

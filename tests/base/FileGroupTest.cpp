@@ -2,6 +2,10 @@
 
 #include "tests/support/Conversion.h"
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 namespace morlik::test
 {
 
@@ -175,5 +179,46 @@ TEST_F(FileGroupTest, LooksAtThePlacesAgainBeforeItTakesThem)
     EXPECT_EQ(Files(), Old);
     EXPECT_EQ(Hidden(), "");
 }
+
+#ifndef _WIN32
+/// A folder on another disk than that of temporary files; empty where all are on one.
+static std::filesystem::path OtherDisk()
+{
+    struct stat temporary = {};
+    struct stat other = {};
+    stat(std::filesystem::temp_directory_path().c_str(), &temporary);
+    for (const char* const folder : {"/dev/shm", "/var/tmp", "."})
+        if (stat(folder, &other) == 0 && other.st_dev != temporary.st_dev)
+            return folder;
+    return {};
+}
+
+TEST_F(FileGroupTest, TakesPlacesOnAnotherDisk)
+{
+    if (OtherDisk().empty())
+        GTEST_SKIP() << "all folders are on one disk here";
+    const TempFolder disk(OtherDisk());
+    const auto waves = Folder.Path() / "waves";
+    std::filesystem::copy(waves, disk.Path() / "w");
+    std::filesystem::remove_all(waves);
+    std::filesystem::create_directory_symlink(disk.Path() / "w", waves);
+    // Something is in the way of the last file: the others are new then, and it comes with the
+    // next one that looks.
+    const auto inTheWay = waves / ".morlik-3.wav";
+    std::filesystem::create_directories(inTheWay / "mine");
+    {
+        FileGroup group(Folder.File("set.was"));
+        Write(group);
+        EXPECT_THROW(group.TakePlaces(), FileFailure);
+    }
+    EXPECT_EQ(FilesBelow(disk.Path()), (FileMap{{"w/1.wav", Is}, {"w/2.wav", Was}}));
+    EXPECT_THROW(FinishGroup(Folder.File("set.was")), FileFailure);
+    std::filesystem::remove_all(inTheWay);
+    FinishGroup(Folder.File("set.was"));
+    EXPECT_EQ(FilesBelow(disk.Path()),
+              (FileMap{{"w/1.wav", Is}, {"w/2.wav", Was}, {"w/3.wav", Is}}));
+    EXPECT_EQ(Hidden(), "");
+}
+#endif
 
 } // namespace morlik::test

@@ -11,15 +11,16 @@
 namespace morlik::test
 {
 
-/// A new folder of its own below the system's folder for temporary files, removed at the end.
+/// A new folder of its own below another one, that for temporary files if none is told, removed at
+/// the end.
 class TempFolder
 {
 public:
-    TempFolder()
+    explicit TempFolder(const std::filesystem::path& in = std::filesystem::temp_directory_path())
     {
         std::random_device random;
         do
-            path_ = std::filesystem::temp_directory_path() / ("morlik-" + Hex(random()));
+            path_ = in / ("morlik-" + Hex(random()));
         while (!std::filesystem::create_directory(path_));
     }
     TempFolder(const TempFolder&) = delete;
