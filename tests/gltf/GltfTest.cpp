@@ -285,6 +285,8 @@ TEST_F(Gltf, KeepsWhatElseAnimationsTell)
     ASSERT_EQ(times.size(), 3U);
     EXPECT_FLOAT_EQ(static_cast<float>(times[2][0]), 4 / 30.0F);
     EXPECT_EQ(ValuesOf(file.Tables, sampler.output)[2][0], -30 / 512.0);
+    EXPECT_EQ(TransformsAt(Set, 1, SkeletonOf(Set, 1), {.Animation = 0, .Number = 4})[0].Shift.X,
+              30);
     EXPECT_EQ(ValuesOf(file.Tables, file.Tables.animations[1].samplers[0].input).size(), 1U);
 }
 
