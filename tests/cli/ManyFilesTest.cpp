@@ -4,7 +4,10 @@
 
 #include "cli/Columns.h"
 #include "cli/ProgressBar.h"
+#include "platform/Platform.h"
 #include "tests/cli/RunCli.h"
+
+#include <csignal>
 
 namespace morlik::test
 {
@@ -65,5 +68,26 @@ TEST(WorkOnFiles, TellsWhatAWorkThrowsAndGoesOn)
     EXPECT_PRED2(Has, out.str(),
                  R"({"schema":2,"event":"failed","file":"a","messages":["MORLIK error: )");
 }
+
+#ifndef _WIN32 // where Ctrl+C is no signal
+TEST(WorkOnFiles, EndsAtARequestAndTellsWhatWasBegun)
+{
+    std::ostringstream out;
+    std::ostringstream errors;
+    cli::ManyOptions options;
+    options.Kind = "sets";
+    {
+        const InterruptScope interrupts;
+        const auto work = [](std::size_t, const cli::OnProg&) {
+            raise(SIGINT);
+            return cli::FileOutcome();
+        };
+        const cli::Streams streams{out, errors, false};
+        EXPECT_EQ(cli::WorkOnFiles({"a", "b"}, options, streams, work), cli::kStopped);
+    }
+    const InterruptScope forgets;
+    EXPECT_EQ(errors.str(), "Stopped by the user: 1 of 2 sets were begun\n");
+}
+#endif
 
 } // namespace morlik::test

@@ -63,9 +63,7 @@ TEST(WindowLoad, TakesLevelsWithoutSoundsOrWithSoundsElsewhere)
     const auto few = samples::WriteMainSfx(sounds).Bytes;
     run.Host.OpenAnswers = {run.Write(few, "main.sfx")}; // the save asks for it
     run.Save("Mnu_File_SaveWAD", "set.was");
-    EXPECT_TRUE(run.Find<QLabel>("Foot")->toolTip().endsWith(
-        " without 1 of 11 sounds, which main.sfx or the level lacks"))
-        << run.Find<QLabel>("Foot")->toolTip().toStdString();
+    EXPECT_PRED2(Has, run.Told(), " without 1 of 11 sounds, which main.sfx or the level lacks");
     EXPECT_TRUE(std::filesystem::exists(run.Folder.File("set-Sounds/TR4 Sound 65-0.wav")));
 }
 
