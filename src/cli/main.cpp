@@ -1,5 +1,6 @@
 #include "base/Reporter.h"
 #include "base/Text.h"
+#include "base/Uninitialised.h"
 #include "cli/Commands.h"
 #include "platform/Platform.h"
 
@@ -11,6 +12,7 @@ int main(int argc, char** argv)
 {
     using namespace morlik;
     TakeFaultsAsErrors();
+    TakeFirstMemory();
     const ConsoleTexts console;
     const InterruptScope interrupts;
     try {

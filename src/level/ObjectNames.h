@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace morlik
 {
@@ -17,6 +18,8 @@ class ObjectNames
 public:
     static constexpr std::int32_t kMoveableIDs = 501;
     static constexpr std::int32_t kStaticIDs = 90;
+
+    ObjectNames() { moveables_.fill(std::vector<std::string>(Index(kMoveableIDs))); }
 
     /// Name of moveable `id` in Tomb Raider I to V.
     const std::string& Moveable(VersionCode version, std::int32_t id) const
@@ -55,7 +58,7 @@ private:
     }
     static bool HasStatic(std::int32_t id) { return id >= 0 && id < kStaticIDs; }
 
-    std::array<std::array<std::string, kMoveableIDs>, 5> moveables_;
+    std::array<std::vector<std::string>, 5> moveables_; ///< game by game
     std::array<std::string, kStaticIDs> statics_;
     std::string none_;
 };
