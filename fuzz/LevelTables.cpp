@@ -66,14 +66,14 @@ private:
     bool lost_ = false;
 };
 
-void WalkRoom(Walk& walk, const samples::RoomLayout& layout)
+void WalkRoom(Walk& walk, const RoomLayout& layout)
 {
-    walk.Skip(samples::kRoomHeadBytes);
+    walk.Skip(kRoomHeadBytes);
     walk.Long(2); // geometry
-    walk.Short(samples::kPortalBytes);
+    walk.Short(kPortalBytes);
     const auto zSectors = walk.Count<std::uint16_t>();
     const auto xSectors = walk.Count<std::uint16_t>();
-    walk.Skip(static_cast<std::size_t>(zSectors * xSectors) * samples::kSectorBytes);
+    walk.Skip(static_cast<std::size_t>(zSectors * xSectors) * kSectorBytes);
     walk.Skip(layout.Ambient);
     walk.Short(layout.Light);
     walk.Short(layout.Static);

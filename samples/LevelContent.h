@@ -120,12 +120,15 @@ struct LevelContent
 LevelContent EmptyLevel(VersionCode game);
 
 /// The smallest level of a game that every reader takes: one tile, room, texture, mesh, animation
-/// with one frame, moveable, sound and sample. The base for a test of one thing.
-LevelContent MakeTinyLevel(VersionCode game);
+/// with one frame, moveable, sound and sample. The base for a test of one thing. Tomb Raider IV and
+/// V can do with fewer rows of the tile, beyond which the textures reach.
+LevelContent MakeTinyLevel(VersionCode game, int rows = kTileSide);
 
-/// The same in as few bytes as the format allows: a single row of tile pixels in Tomb Raider IV and
-/// V. The textures reach beyond it.
-LevelContent MakeSmallestLevel(VersionCode game);
+/// The same in as few bytes as the format allows.
+inline LevelContent MakeSmallestLevel(VersionCode game)
+{
+    return MakeTinyLevel(game, IsOlderGame(game) ? kTileSide : 1);
+}
 
 /// Makes a Tomb Raider IV level one of the extended engine with as many slots in its sound map,
 /// two of them, above 369, used. Its samples go to a `main.sfx` where `outside` tells so.

@@ -1,6 +1,5 @@
 #include "samples/LevelWriter.h"
 
-#include "base/Fields.h"
 #include "samples/Models.h"
 
 #include <map>
@@ -66,14 +65,14 @@ void WriteRoom(MarkedWriter& out, const RoomContent& room, const RoomLayout& lay
     const std::size_t geometry = 4 * sizeof(std::int16_t) + room.NumVertices * layout.Vertex +
                                  room.Rectangles.size() * sizeof(RoomRectangle) +
                                  room.Triangles.size() * sizeof(RoomTriangle) +
-                                 room.NumOthers * sizeof(std::int32_t);
+                                 room.NumOthers * kRoomSpriteBytes;
     out.Section(name);
     out.PutFiller(kRoomHeadBytes);
     out.Count<std::int32_t>(name + " geometry", geometry / 2);
     out.CountedFiller<std::int16_t>(name + " vertices", room.NumVertices, layout.Vertex);
     out.CountedTable<std::int16_t>(name + " rectangles", room.Rectangles);
     out.CountedTable<std::int16_t>(name + " triangles", room.Triangles);
-    out.CountedFiller<std::int16_t>(name + " sprites", room.NumOthers, sizeof(std::int32_t));
+    out.CountedFiller<std::int16_t>(name + " sprites", room.NumOthers, kRoomSpriteBytes);
     out.CountedFiller<std::int16_t>(name + " portals", 2 * room.NumOthers, kPortalBytes);
     out.Section(name + " sectors");
     out.Count<std::int16_t>(name + " Z sectors", room.NumZSectors);
@@ -107,17 +106,6 @@ void WriteRooms(MarkedWriter& out, const LevelContent& level)
     }
 }
 
-/// Animations of the older games have no lateral speed and acceleration.
-using ShortAnimation =
-    FieldList<&Animation::FrameOffset, &Animation::FrameRate, &Animation::FrameSize,
-              &Animation::State, &Animation::Speed, &Animation::Accel, &Animation::FrameStart,
-              &Animation::FrameEnd, &Animation::NextAnimation, &Animation::NextFrame,
-              &Animation::NumStateChanges, &Animation::StateChange, &Animation::NumAnimCommands,
-              &Animation::AnimCommand>;
-
-using PackedMoveable = FieldList<&Moveable::ObjectID, &Moveable::NumMeshes, &Moveable::StartingMesh,
-                                 &Moveable::MeshTree, &Moveable::FrameOffset, &Moveable::Animation>;
-
 /// The bytes of each section that isn't filler.
 using Contents = std::map<std::string_view, MarkedWriter>;
 
@@ -141,7 +129,7 @@ void PutModels(Contents& contents, const LevelContent& level)
     MarkedWriter& animations = contents["Animations"];
     for (const Animation& animation : level.Animations) {
         if (IsOlderGame(level.Game))
-            ShortAnimation::Write(animations, animation);
+            ShortAnimationFields::Write(animations, animation);
         else
             animations.Put(animation);
     }
@@ -152,7 +140,7 @@ void PutModels(Contents& contents, const LevelContent& level)
     contents["Frames"].PutTable(level.Frames);
     MarkedWriter& moveables = contents["Moveables"];
     for (const Moveable& moveable : level.Moveables) {
-        PackedMoveable::Write(moveables, moveable);
+        MoveableFields::Write(moveables, moveable);
         moveables.PutFiller(level.Game == kTR5 ? 2 : 0);
     }
     contents["Static meshes"].PutTable(level.StaticMeshes);
@@ -164,13 +152,9 @@ void PutTextures(Contents& contents, const LevelContent& level)
     MarkedWriter& textures = contents["Object textures"];
     textures.PutTable(level.ObjectTextures);
     for (const ObjectTextureTR45& texture : level.ObjectTexturesTR45) {
-        textures.Put(texture.Attribute);
-        textures.Put(texture.Tile);
-        textures.Put(texture.NewFlags);
-        textures.Put(texture.Corners);
+        TextureHeadFields::Write(textures, texture);
         textures.PutFiller(level.Game == kTR5 ? 10 : 8);
-        textures.Put(texture.Width);
-        textures.Put(texture.Height);
+        TextureSizeFields::Write(textures, texture);
     }
     contents["Sprite textures"].PutTable(level.SpriteTextures);
     contents["Sprite sequences"].PutTable(level.SpriteSequences);
@@ -270,13 +254,11 @@ void WriteExtension(MarkedWriter& out)
 
 } // namespace
 
-RoomLayout RoomLayoutOf(VersionCode game)
+const RoomLayout& RoomLayoutOf(VersionCode game)
 {
     if (IsFirstGame(game))
-        return {.Vertex = 8, .Ambient = 2, .Light = 18, .Static = 18, .Tail = 4};
-    if (game == kTR2)
-        return {.Vertex = 12, .Ambient = 6, .Light = 24, .Static = 20, .Tail = 4};
-    return {.Vertex = 12, .Ambient = 4, .Light = game == kTR3 ? 24U : 46U, .Static = 20, .Tail = 7};
+        return kRoomTR1;
+    return game == kTR2 ? kRoomTR2 : game == kTR3 ? kRoomTR3 : kRoomTR4;
 }
 
 std::vector<SectionLayout> SectionsOf(VersionCode game)
@@ -285,13 +267,10 @@ std::vector<SectionLayout> SectionsOf(VersionCode game)
     const bool older = IsOlderGame(game);
     const bool fifth = game == kTR5;
     const std::size_t texture = older ? 20 : fifth ? 40 : 38;
-    const std::size_t slots = first   ? kSoundMapSlotsTR1
-                              : fifth ? kSoundMapSlots
-                                      : kSoundMapSlotsTR2;
+    const auto slots = first ? kSoundMapSlotsTR1 : fifth ? kSoundMapSlots : kSoundMapSlotsTR2;
     std::vector<SectionLayout> sections;
-    const auto add = [&](bool isHere, std::string_view name, std::size_t count,
-                         std::size_t record) {
-        if (isHere)
+    const auto add = [&](bool here, std::string_view name, std::size_t count, std::size_t record) {
+        if (here)
             sections.push_back({name, count, record});
     };
     add(true, "Floor data", 4, 2);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "level/RoomLayout.h"
 #include "samples/LevelContent.h"
 #include "samples/MarkedWriter.h"
 
@@ -23,22 +24,8 @@ LevelFile WrapTR4(const LevelContent& level, std::span<const std::byte> levelBlo
 /// A zlib stream of the bytes.
 std::vector<std::byte> Compress(std::span<const std::byte> bytes);
 
-/// Sizes in bytes of what differs in the rooms of the games.
-struct RoomLayout
-{
-    std::size_t Vertex;
-    std::size_t Ambient; ///< light of the whole room
-    std::size_t Light;
-    std::size_t Static;
-    std::size_t Tail; ///< behind the static meshes
-};
-
-/// Not for Tomb Raider V, where each room is in a block with a mark and a size of its own.
-RoomLayout RoomLayoutOf(VersionCode game);
-
-constexpr std::size_t kRoomHeadBytes = 16; ///< place, least and greatest height
-constexpr std::size_t kPortalBytes = 32;
-constexpr std::size_t kSectorBytes = 8;
+/// Not for Tomb Raider V, which has none.
+const RoomLayout& RoomLayoutOf(VersionCode game);
 
 /// A section behind the rooms.
 struct SectionLayout

@@ -59,20 +59,6 @@ Words EncodeFrame(VersionCode game, const FrameContent& frame)
     return words;
 }
 
-/// The frames of an animation, all of them as long as the longest.
-std::vector<Words> EncodeFrames(VersionCode game, const std::vector<FrameContent>& frames)
-{
-    std::vector<Words> encoded;
-    std::size_t size = 0;
-    for (const FrameContent& frame : frames) {
-        encoded.push_back(EncodeFrame(game, frame));
-        size = std::max(size, encoded.back().size());
-    }
-    for (Words& words : encoded)
-        words.resize(size);
-    return encoded;
-}
-
 template <class T>
 void Append(std::vector<T>& table, const std::vector<T>& more)
 {
@@ -85,10 +71,16 @@ std::int32_t BytesOf(const Words& words)
 }
 
 /// Adds one animation of a moveable whose first one has the number `first`; its frames are numbered
-/// on from those of the one before. Each way out is a state change with one dispatch.
+/// on from those of the one before, all of them as long as the longest. Each way out is a state
+/// change with one dispatch.
 void AddAnimation(LevelContent& level, const AnimationContent& content, std::size_t first)
 {
-    const auto frames = EncodeFrames(level.Game, content.Frames);
+    std::vector<Words> frames;
+    std::size_t size = 0;
+    for (const FrameContent& frame : content.Frames) {
+        frames.push_back(EncodeFrame(level.Game, frame));
+        size = std::max(size, frames.back().size());
+    }
     Animation record = content.Record;
     if (level.Animations.size() > first)
         record.FrameStart =
@@ -96,7 +88,7 @@ void AddAnimation(LevelContent& level, const AnimationContent& content, std::siz
     record.FrameEnd =
         Word(record.FrameStart + (static_cast<int>(frames.size()) - 1) * record.FrameRate);
     record.FrameOffset = BytesOf(level.Frames);
-    record.FrameSize = narrow<std::uint8_t>(frames.at(0).size());
+    record.FrameSize = narrow<std::uint8_t>(size);
     const auto counted = [first](int animation) {
         return Word(static_cast<int>(first) + animation);
     };
@@ -105,8 +97,10 @@ void AddAnimation(LevelContent& level, const AnimationContent& content, std::siz
     record.StateChange = narrow<std::int16_t>(level.StateChanges.size());
     record.AnimCommand = narrow<std::int16_t>(level.AnimCommands.size());
     level.Animations.push_back(record);
-    for (const Words& words : frames)
+    for (Words& words : frames) {
+        words.resize(size);
         Append(level.Frames, words);
+    }
     Append(level.AnimCommands, content.Commands);
     for (auto [state, way] : content.Ways) {
         way.NextAnimation = counted(way.NextAnimation);
@@ -169,12 +163,6 @@ std::vector<std::byte> EncodeMesh(const MeshContent& mesh, VersionCode game)
 std::int16_t ColourWord(VersionCode game, std::uint8_t index)
 {
     return IsFirstGame(game) ? std::int16_t{index} : Word((index << 8) | index);
-}
-
-std::size_t AddMesh(LevelContent& level, MeshContent mesh)
-{
-    level.Meshes.push_back(std::move(mesh));
-    return level.Meshes.size() - 1;
 }
 
 void AddMoveable(LevelContent& level, const MoveableContent& moveable)
@@ -285,7 +273,8 @@ std::size_t AddShape(LevelContent& level, MeshContent mesh, Shading shading)
         else // brighter toward the top
             mesh.Lights.push_back(Word(0x1000 + part(y) / 8));
     }
-    return AddMesh(level, std::move(mesh));
+    level.Meshes.push_back(std::move(mesh));
+    return level.Meshes.size() - 1;
 }
 
 } // namespace morlik::samples

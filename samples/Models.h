@@ -1,6 +1,6 @@
 #pragma once
 
-#include "samples/LevelContent.h"
+#include "samples/Textures.h"
 
 #include <utility>
 
@@ -58,9 +58,6 @@ struct MoveableContent
     std::vector<AnimationContent> Animations{};
 };
 
-/// Adds a mesh and gives its index in `Meshes`.
-std::size_t AddMesh(LevelContent& level, MeshContent mesh);
-
 /// Adds a moveable with its mesh pointers, mesh tree, animations and frames.
 void AddMoveable(LevelContent& level, const MoveableContent& moveable);
 
@@ -93,7 +90,13 @@ enum class Shading : std::uint8_t
     Lights   ///< for static meshes, which bring their light along
 };
 
-/// Adds the mesh with its centre, its radius and a normal or light for each vertex.
+/// Adds the mesh with its centre, its radius and a normal or light for each vertex, and gives its
+/// index in `Meshes`.
 std::size_t AddShape(LevelContent& level, MeshContent mesh, Shading shading = Shading::Normals);
+
+/// Lara: fifteen meshes, left and right limbs the same ones, standing and walking. Her steps are
+/// heard.
+void AddLara(LevelContent& level, const ArtTextures& textures);
+constexpr std::int16_t kStepSound = 17;
 
 } // namespace morlik::samples

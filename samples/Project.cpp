@@ -82,23 +82,18 @@ void WriteTail(MarkedWriter& out, const ProjectContent& project)
 
 ProjectContent MakeProject()
 {
-    ProjectContent project;
-    project.TextureFile = "C:\\TEXTURES.TGA";
-    project.NumTrailRecords = 3;
-    project.Rooms.resize(4);
-    project.Rooms[0].Name = "Courtyard";
-    project.Rooms[0].NumItems = 2;
-    project.Rooms[0].Objects = {kPlainObject, kLongObject, kPlainObject};
-    project.Rooms[0].SecondObjects.assign(kSecondObjectTypes.begin(), kSecondObjectTypes.end());
-    project.Rooms[1].SlotWord = kEmptySlot;
-    project.Rooms[2].Name = "Mill";
-    project.Rooms[2].BlockColumns = 3;
-    project.Rooms[2].BlockRows = 5;
-    project.Rooms[2].SecondObjects = {kSecondObjectTypes.back()};
-    project.Rooms[3].SlotWord = -1;
-    project.Rooms[3].Name = "Cellar";
-    project.Rooms[3].NumItems = 1;
-    return project;
+    return {.Rooms = {{.Name = "Courtyard",
+                       .NumItems = 2,
+                       .Objects = {kPlainObject, kLongObject, kPlainObject},
+                       .SecondObjects = {kSecondObjectTypes.begin(), kSecondObjectTypes.end()}},
+                      {.SlotWord = kEmptySlot},
+                      {.Name = "Mill",
+                       .BlockColumns = 3,
+                       .BlockRows = 5,
+                       .SecondObjects = {kSecondObjectTypes.back()}},
+                      {.SlotWord = -1, .Name = "Cellar", .NumItems = 1}},
+            .TextureFile = "C:\\TEXTURES.TGA",
+            .NumTrailRecords = 3};
 }
 
 LevelFile WriteProject(const ProjectContent& project)

@@ -19,12 +19,12 @@ constexpr std::int16_t kLaterSecondObject = 0x4800; ///< only in the projects of
 struct ProjectRoom
 {
     std::int16_t SlotWord = 0;
-    std::string Name; ///< at most 80 characters
+    std::string Name{}; ///< at most 80 characters
     std::int16_t BlockColumns = 2;
     std::int16_t BlockRows = 2;
     std::size_t NumItems = 0;
-    std::vector<std::int16_t> Objects;       ///< their types
-    std::vector<std::int16_t> SecondObjects; ///< their types; an unknown one gets no body
+    std::vector<std::int16_t> Objects{};       ///< their types
+    std::vector<std::int16_t> SecondObjects{}; ///< their types; an unknown one gets no body
 };
 
 struct ProjectContent
@@ -32,8 +32,8 @@ struct ProjectContent
     std::string Magic = "PROJFILE";
     std::int32_t Version = 1;
     bool Later = false; ///< the form of later editors: larger objects, smaller blocks
-    std::vector<ProjectRoom> Rooms;
-    std::string TextureFile; ///< without a blank, which ends it
+    std::vector<ProjectRoom> Rooms{};
+    std::string TextureFile{}; ///< without a blank, which ends it
     std::size_t NumTrailRecords = 0;
 };
 

@@ -1,6 +1,5 @@
 #include "base/Narrow.h"
 #include "samples/Models.h"
-#include "samples/RichParts.h"
 
 #include <cmath>
 #include <numbers>
@@ -12,14 +11,17 @@ namespace
 {
 
 /// Places of some meshes in the moveable.
-constexpr std::size_t kLeftThigh = 1;
-constexpr std::size_t kLeftShin = 2;
-constexpr std::size_t kRightThigh = 4;
-constexpr std::size_t kRightShin = 5;
-constexpr std::size_t kTorso = 7;
-constexpr std::size_t kRightArm = 8;
-constexpr std::size_t kLeftArm = 11;
-constexpr std::size_t kHead = 14;
+enum Part : std::size_t
+{
+    kLeftThigh = 1,
+    kLeftShin,
+    kRightThigh = 4,
+    kRightShin,
+    kTorso = 7,
+    kRightArm,
+    kLeftArm = 11,
+    kHead = 14
+};
 
 /// Where each mesh hangs, and its box. The legs hang on the hips, arms and head on the torso: the
 /// hips are pushed (2) with the first thigh and fetched again (1) for the second and, for good, for
@@ -72,11 +74,9 @@ AnimationContent Animate(const Animation& record, int rise, Turn turn)
     return animation;
 }
 
-using Rotations = std::vector<Rotation>;
-
 AnimationContent Stand()
 {
-    auto stand = Animate({.FrameRate = 4, .State = 2}, 0, [](Rotations& turned, int f) {
+    auto stand = Animate({.FrameRate = 4, .State = 2}, 0, [](auto& turned, int f) {
         turned[kTorso] = {Wave(12, f), Wave(20, f), 0};
         turned[kHead] = {0, Wave(60, f), 0};
         turned[kRightArm] = {0, 0, -40 + Wave(10, f)};
@@ -91,7 +91,7 @@ AnimationContent Walk()
 {
     const Animation record{
         .FrameRate = 2, .State = 1, .Speed = 0x140000, .NextAnimation = 1, .NumAnimCommands = 6};
-    auto walk = Animate(record, 8, [](Rotations& turned, int f) {
+    auto walk = Animate(record, 8, [](auto& turned, int f) {
         turned[kLeftThigh] = turned[kRightArm] = {Wave(90, f), 0, 0};
         turned[kRightThigh] = turned[kLeftArm] = {-Wave(90, f), 0, 0};
         turned[kLeftShin] = {60 + Wave(50, f + 2), 0, 0};

@@ -1,7 +1,6 @@
 #include "base/Narrow.h"
 #include "samples/MainSfx.h"
 #include "samples/Models.h"
-#include "samples/RichParts.h"
 
 namespace morlik::samples
 {
@@ -9,19 +8,19 @@ namespace morlik::samples
 namespace
 {
 
+constexpr std::int16_t kMillSound = 59;
+
 /// Two squares and, cut into triangles, a third.
 void AddRoom(LevelContent& level, const ArtTextures& textures, std::size_t sectors)
 {
     const std::int16_t top = textures.Of(Art::RockTop);
-    RoomContent room;
-    room.Rectangles = {{{0, 1, 2, 3}, textures.Of(Art::Wall)},
-                       {{4, 5, 6, 7}, textures.Of(Art::Floor)}};
-    room.Triangles = {{{8, 9, 11}, top}, {{10, 11, 9}, top}};
-    room.NumVertices = 12;
-    room.NumZSectors = sectors;
-    room.NumXSectors = sectors + 1;
-    room.NumOthers = 2;
-    level.Rooms.push_back(std::move(room));
+    level.Rooms.push_back({.Rectangles = {{{0, 1, 2, 3}, textures.Of(Art::Wall)},
+                                          {{4, 5, 6, 7}, textures.Of(Art::Floor)}},
+                           .Triangles = {{{8, 9, 11}, top}, {{10, 11, 9}, top}},
+                           .NumVertices = 12,
+                           .NumZSectors = sectors,
+                           .NumXSectors = sectors + 1,
+                           .NumOthers = 2});
 }
 
 SpriteTexture SpriteOf(Art art)

@@ -12,6 +12,26 @@ namespace morlik::samples
 namespace
 {
 
+constexpr int kTriangleCodes = 8;
+constexpr int kCodeStep = 0x2000; ///< between the codes of triangles
+
+/// The corners of a texture with that code, which have the numbers 0 to 3 from the top left
+/// clockwise: three of a triangle, four of a rectangle. The code of a triangle tells the
+/// right-angled corner that c1 is, and whether c2 follows it clockwise or, from 0x8000 on,
+/// counter-clockwise.
+std::span<const int> CornersOf(std::int32_t cornerCode)
+{
+    static constexpr std::array<int, 4> kRectangle{0, 1, 2, 3};
+    static constexpr std::array<int, 4> kMirroredRectangle{1, 0, 3, 2};
+    static constexpr std::array<std::array<int, 3>, kTriangleCodes> kTriangles{
+        {{0, 1, 3}, {1, 2, 0}, {2, 3, 1}, {3, 0, 2}, {1, 0, 2}, {0, 3, 1}, {3, 2, 0}, {2, 1, 3}}};
+    if (cornerCode == kPlain)
+        return kRectangle;
+    if (cornerCode == kMirrored)
+        return kMirroredRectangle;
+    return kTriangles.at(static_cast<std::size_t>(cornerCode / kCodeStep));
+}
+
 /// A corner as the games' own tools write it: the last pixel still belongs to the texture.
 TextureCorner CornerAt(const TextureBox& box, int corner)
 {
@@ -82,11 +102,9 @@ constexpr std::array<Drawing, static_cast<std::size_t>(Art::Sail)> kDrawings{{
 std::vector<Drawing> AllDrawings()
 {
     std::vector<Drawing> drawings(kDrawings.begin(), kDrawings.end());
-    int x = 0;
-    for (const std::int32_t code : kCornerCodes) {
-        drawings.push_back({.Box = {.Tile = 2, .X = x, .Y = 32}, .CornerCode = code});
-        x += drawings.back().Box.Width;
-    }
+    for (int code = 0; code < kTriangleCodes; ++code)
+        drawings.push_back(
+            {.Box = {.Tile = 2, .X = code * 32, .Y = 32}, .CornerCode = code * kCodeStep});
     return drawings;
 }
 
@@ -138,19 +156,6 @@ std::uint8_t PixelAt(const Drawing& drawing, int x, int y)
 }
 
 } // namespace
-
-std::span<const int> CornersOf(std::int32_t cornerCode)
-{
-    static constexpr std::array<int, 4> kRectangle{0, 1, 2, 3};
-    static constexpr std::array<int, 4> kMirroredRectangle{1, 0, 3, 2};
-    static constexpr std::array<std::array<int, 3>, kCornerCodes.size()> kTriangles{
-        {{0, 1, 3}, {1, 2, 0}, {2, 3, 1}, {3, 0, 2}, {1, 0, 2}, {0, 3, 1}, {3, 2, 0}, {2, 1, 3}}};
-    if (cornerCode == kPlain)
-        return kRectangle;
-    if (cornerCode == kMirrored)
-        return kMirroredRectangle;
-    return kTriangles.at(static_cast<std::size_t>(cornerCode / 0x2000));
-}
 
 std::int16_t AddTexture(LevelContent& level, const TextureBox& box, std::int32_t cornerCode)
 {
@@ -235,8 +240,7 @@ std::vector<std::uint8_t> DrawTiles()
         const TextureBox& box = drawing.Box;
         for (int y = 0; y < box.Height; ++y) {
             for (int x = 0; x < box.Width; ++x) {
-                const int row = box.Tile * kTileSide + box.Y + y;
-                const int at = row * kTileSide + box.X + x;
+                const int at = (box.Tile * kTileSide + box.Y + y) * kTileSide + box.X + x;
                 tiles.at(static_cast<std::size_t>(at)) = PixelAt(drawing, x, y);
             }
         }

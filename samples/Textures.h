@@ -19,21 +19,13 @@ struct TextureBox
     std::int16_t Attribute = 0; ///< 0 solid, 1 with transparent pixels, 2 blending
 };
 
-/// The corner codes of triangles: the right-angled corner that c1 is, and whether c2 follows it
-/// clockwise or, from 0x8000 on, counter-clockwise.
-constexpr std::array<std::int32_t, 8> kCornerCodes{0,      0x2000, 0x4000, 0x6000,
-                                                   0x8000, 0xa000, 0xc000, 0xe000};
-
 /// Corner codes of rectangles: c1 to c4 run from the top left clockwise, or mirrored from the top
 /// right counter-clockwise.
 constexpr std::int32_t kPlain = 1;
 constexpr std::int32_t kMirrored = -1;
 
-/// The corners of a texture with that code, which have the numbers 0 to 3 from the top left
-/// clockwise: three of a triangle, four of a rectangle.
-std::span<const int> CornersOf(std::int32_t cornerCode);
-
-/// Adds a texture in the form of the level's game and gives its number.
+/// Adds a texture in the form of the level's game and gives its number. The codes of triangles are
+/// 0x2000 apart.
 std::int16_t AddTexture(LevelContent& level, const TextureBox& box,
                         std::int32_t cornerCode = kPlain);
 
@@ -101,5 +93,16 @@ std::vector<std::uint8_t> DrawTiles();
 void AddArtTextures(LevelContent& level, std::size_t firstTile);
 
 TextureBox BoxOf(Art art);
+
+/// The textures that were added last to a rich level.
+struct ArtTextures
+{
+    std::size_t First = 0; ///< number of `Art::Unused`
+
+    std::int16_t Of(Art art) const
+    {
+        return static_cast<std::int16_t>(First + static_cast<std::size_t>(art));
+    }
+};
 
 } // namespace morlik::samples

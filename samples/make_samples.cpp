@@ -22,13 +22,10 @@ void WriteAll(const std::filesystem::path& folder)
         WriteWholeFile(FromPath(folder / name), bytes);
         std::cout << name << ": " << bytes.size() << " bytes\n";
     };
+    using Level = std::pair<const char*, VersionCode>;
     for (const auto& [name, game] :
-         std::initializer_list<std::pair<const char*, VersionCode>>{{"tr1.phd", kTR1},
-                                                                    {"tr1gold.tub", kTR1Gold},
-                                                                    {"tr2.tr2", kTR2},
-                                                                    {"tr3.tr2", kTR3},
-                                                                    {"tr4.tr4", kTR4},
-                                                                    {"tr5.trc", kTR5}})
+         {Level{"tr1.phd", kTR1}, Level{"tr1gold.tub", kTR1Gold}, Level{"tr2.tr2", kTR2},
+          Level{"tr3.tr2", kTR3}, Level{"tr4.tr4", kTR4}, Level{"tr5.trc", kTR5}})
         write(name, WriteLevel(samples::MakeRichLevel(game)).Bytes);
     auto extended = samples::MakeRichLevel(kTR4);
     samples::MakeExtended(extended, 2048, false);

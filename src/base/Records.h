@@ -73,6 +73,14 @@ struct Animation
     bool operator==(const Animation&) const = default;
 };
 static_assert(sizeof(Animation) == 40);
+/// An animation in the levels of Tomb Raider I to III, which have no lateral speeds.
+using ShortAnimationFields =
+    FieldList<&Animation::FrameOffset, &Animation::FrameRate, &Animation::FrameSize,
+              &Animation::State, &Animation::Speed, &Animation::Accel, &Animation::FrameStart,
+              &Animation::FrameEnd, &Animation::NextAnimation, &Animation::NextFrame,
+              &Animation::NumStateChanges, &Animation::StateChange, &Animation::NumAnimCommands,
+              &Animation::AnimCommand>;
+static_assert(ShortAnimationFields::kBytes == 32);
 
 /// The dispatches that apply when the object wants to change to a state.
 struct StateChange

@@ -28,11 +28,6 @@ constexpr std::int64_t kMostBytes = std::int64_t{96} << 20;
 
 constexpr std::int64_t kPixelBytes32 = 4;
 
-using TextureHeadFields = FieldList<&ObjectTextureTR45::Attribute, &ObjectTextureTR45::Tile,
-                                    &ObjectTextureTR45::NewFlags, &ObjectTextureTR45::Corners>;
-using TextureSizeFields = FieldList<&ObjectTextureTR45::Width, &ObjectTextureTR45::Height>;
-static_assert(TextureHeadFields::kBytes == 22 && TextureSizeFields::kBytes == 8);
-
 std::vector<ObjectTextureTR45> ReadRecords(std::span<const std::byte> bytes,
                                            const TextureRecordLayout& layout)
 {

@@ -5,6 +5,7 @@
 #include "level/ConvertFractional.h"
 #include "level/ConvertTextInfo.h"
 #include "level/Readers.h"
+#include "level/RoomLayout.h"
 #include "level/TextureForm.h"
 
 namespace morlik
@@ -12,20 +13,6 @@ namespace morlik
 
 namespace
 {
-
-/// What differs in a room.
-struct RoomLayout
-{
-    std::size_t VertexBytes;
-    std::size_t AmbientBytes;
-    std::size_t LightBytes;
-    std::size_t StaticBytes;
-    std::size_t TailBytes; ///< behind the flags
-};
-
-constexpr RoomLayout kRoomTR1{8, 2, 18, 18, 0};
-constexpr RoomLayout kRoomTR2{12, 6, 24, 20, 0};
-constexpr RoomLayout kRoomTR3{12, 4, 24, 20, 3};
 
 constexpr ObjectLayout OlderObjects(std::size_t soundMapSlots)
 {
@@ -39,9 +26,6 @@ constexpr ObjectLayout OlderObjects(std::size_t soundMapSlots)
 }
 
 constexpr std::size_t kLightMapBytes = 8192;
-
-/// Position in the world and size of the geometry, five 32-bit words.
-constexpr std::size_t kRoomHeadBytes = 20;
 
 void ReadPalette(LevelReading& reading)
 {
@@ -83,21 +67,21 @@ Room ReadRoom(ByteReader& reader, const RoomLayout& layout)
 {
     Room room;
     reader.Skip(kRoomHeadBytes);
-    reader.SkipTable(reader.Read<std::int16_t>(), layout.VertexBytes);
+    reader.Skip(4); // size of the geometry
+    reader.SkipTable(reader.Read<std::int16_t>(), layout.Vertex);
     room.Rectangles = reader.Table<RoomRectangle>(reader.Read<std::int16_t>());
     room.Triangles = reader.Table<RoomTriangle>(reader.Read<std::int16_t>());
-    reader.SkipTable(reader.Read<std::int16_t>(), 4);  // sprites
-    reader.SkipTable(reader.Read<std::int16_t>(), 32); // portals
+    reader.SkipTable(reader.Read<std::int16_t>(), kRoomSpriteBytes);
+    reader.SkipTable(reader.Read<std::int16_t>(), kPortalBytes);
     const auto zSectors = reader.Read<std::int16_t>();
     const auto xSectors = reader.Read<std::int16_t>();
     if (zSectors <= 0 || xSectors <= 0)
         reader.Fail("a room without sectors");
-    reader.SkipTable(std::int64_t{zSectors} * xSectors, 8);
-    reader.Skip(layout.AmbientBytes);
-    reader.SkipTable(reader.Read<std::int16_t>(), layout.LightBytes);
-    reader.SkipTable(reader.Read<std::int16_t>(), layout.StaticBytes);
-    reader.Skip(4); // alternate room, flags
-    reader.Skip(layout.TailBytes);
+    reader.SkipTable(std::int64_t{zSectors} * xSectors, kSectorBytes);
+    reader.Skip(layout.Ambient);
+    reader.SkipTable(reader.Read<std::int16_t>(), layout.Light);
+    reader.SkipTable(reader.Read<std::int16_t>(), layout.Static);
+    reader.Skip(layout.Tail);
     return room;
 }
 

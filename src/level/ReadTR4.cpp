@@ -4,6 +4,7 @@
 #include "level/Compressed.h"
 #include "level/Extension.h"
 #include "level/Readers.h"
+#include "level/RoomLayout.h"
 
 namespace morlik
 {
@@ -61,18 +62,18 @@ void ReadSamples(LevelReading& reading, bool isExtended)
 /// Nothing of a room is needed but its length.
 void SkipRoom(ByteReader& reader)
 {
-    reader.Skip(16);                                   // position
-    reader.SkipTable(reader.Read<std::int32_t>(), 2);  // geometry, in 16-bit words
-    reader.SkipTable(reader.Read<std::int16_t>(), 32); // portals
+    reader.Skip(kRoomHeadBytes);
+    reader.SkipTable(reader.Read<std::int32_t>(), 2); // geometry, in 16-bit words
+    reader.SkipTable(reader.Read<std::int16_t>(), kPortalBytes);
     const auto zSectors = reader.Read<std::int16_t>();
     const auto xSectors = reader.Read<std::int16_t>();
     if (zSectors < 0 || xSectors < 0)
         reader.Fail("a negative count of sectors");
-    reader.SkipTable(std::int64_t{zSectors} * xSectors, 8);
-    reader.Skip(4);                                    // ambient light
-    reader.SkipTable(reader.Read<std::int16_t>(), 46); // lights
-    reader.SkipTable(reader.Read<std::int16_t>(), 20); // static meshes
-    reader.Skip(7);                                    // alternate room, flags, effects
+    reader.SkipTable(std::int64_t{zSectors} * xSectors, kSectorBytes);
+    reader.Skip(kRoomTR4.Ambient);
+    reader.SkipTable(reader.Read<std::int16_t>(), kRoomTR4.Light);
+    reader.SkipTable(reader.Read<std::int16_t>(), kRoomTR4.Static);
+    reader.Skip(kRoomTR4.Tail);
 }
 
 void SkipRooms(LevelReading& reading)

@@ -8,15 +8,6 @@ namespace morlik
 namespace
 {
 
-/// Layout of an animation in the files of Tomb Raider I to III, 32 bytes.
-using ShortAnimationFields =
-    FieldList<&Animation::FrameOffset, &Animation::FrameRate, &Animation::FrameSize,
-              &Animation::State, &Animation::Speed, &Animation::Accel, &Animation::FrameStart,
-              &Animation::FrameEnd, &Animation::NextAnimation, &Animation::NextFrame,
-              &Animation::NumStateChanges, &Animation::StateChange, &Animation::NumAnimCommands,
-              &Animation::AnimCommand>;
-static_assert(ShortAnimationFields::kBytes == 32);
-
 constexpr std::int64_t kRiffHeaderBytes = 8; ///< "RIFF" and the length of what follows
 
 void ReadMeshes(ByteReader& reader, LevelData& level, CountRule rule)

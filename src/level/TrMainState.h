@@ -40,6 +40,11 @@ struct ObjectTextureTR45
     std::int32_t Width = 0;  ///< last pixel column less first
     std::int32_t Height = 0; ///< last pixel row less first
 };
+/// What stands before the unused bytes of such a record, and behind them.
+using TextureHeadFields = FieldList<&ObjectTextureTR45::Attribute, &ObjectTextureTR45::Tile,
+                                    &ObjectTextureTR45::NewFlags, &ObjectTextureTR45::Corners>;
+using TextureSizeFields = FieldList<&ObjectTextureTR45::Width, &ObjectTextureTR45::Height>;
+static_assert(TextureHeadFields::kBytes == 22 && TextureSizeFields::kBytes == 8);
 
 /// What the level readers leave beside the level itself.
 struct TrMainState
