@@ -69,42 +69,25 @@ TEST(WadFile, HasItsBlocksAndRecordsByteByByte)
     set.Tiles = OneTile();
     AppendWadMesh(set.Meshes, Triangle(), report);
     AppendMeshPointer(set.Meshes, 0);
-    set.Animations = {{.FrameOffset = 0x10002,
-                       .FrameRate = 3,
-                       .FrameSize = 4,
-                       .State = 5,
-                       .Speed = 0x60007,
-                       .Accel = 0x80009,
-                       .LateralSpeed = 0xa000b,
-                       .LateralAccel = 0xc000d,
-                       .FrameStart = 14,
-                       .FrameEnd = 15,
-                       .NextAnimation = 16,
-                       .NextFrame = 17,
-                       .NumStateChanges = 18,
-                       .StateChange = 19,
-                       .NumAnimCommands = 20,
-                       .AnimCommand = 21}};
+    // clang-format off
+    set.Animations = {{.FrameOffset = 0x10002, .FrameRate = 3, .FrameSize = 4, .State = 5,
+                       .Speed = 0x60007, .Accel = 0x80009,
+                       .LateralSpeed = 0xa000b, .LateralAccel = 0xc000d,
+                       .FrameStart = 14, .FrameEnd = 15, .NextAnimation = 16, .NextFrame = 17,
+                       .NumStateChanges = 18, .StateChange = 19,
+                       .NumAnimCommands = 20, .AnimCommand = 21}};
     set.StateChanges = {{1, 2, 3}};
     set.AnimDispatches = {{1, 2, 3, 4}};
     set.EmptyCounts.AnimCommands = -7;
     set.MeshTrees = {0x10002};
     set.Frames = {1, 2, 3};
-    set.Moveables = {{.ObjectID = 0x10002,
-                      .NumMeshes = 3,
-                      .StartingMesh = 4,
-                      .MeshTree = 0x50006,
-                      .FrameOffset = 0x70008,
-                      .Animation = -1}};
-    set.StaticMeshes = {{.ObjectID = 0x10002,
-                         .Mesh = 3,
-                         .VisibilityBox = {4, 5, 6, 7, 8, 9},
-                         .CollisionBox = {10, 11, 12, 13, 14, 15},
-                         .Flags = 16}};
+    set.Moveables = {{.ObjectID = 0x10002, .NumMeshes = 3, .StartingMesh = 4, .MeshTree = 0x50006,
+                      .FrameOffset = 0x70008, .Animation = -1}};
+    set.StaticMeshes = {{.ObjectID = 0x10002, .Mesh = 3, .VisibilityBox = {4, 5, 6, 7, 8, 9},
+                         .CollisionBox = {10, 11, 12, 13, 14, 15}, .Flags = 16}};
     ByteWriter out;
     WadProgress unwatched;
     WriteWad(out, set, unwatched);
-    // clang-format off
     const std::vector<int> expected{
         129, 0,
         1, 0, 0x201, 3, 0x504, 0x706,

@@ -105,12 +105,10 @@ TEST_F(RegistryTest, FoldersComeBackInALaterRun)
     settings.LevelFolder = "F:\\";
     SaveSettings(settings, Store, Report);
     EXPECT_EQ(LoadSettings(Store, Report).LevelFolder, "C:\\");
-    EXPECT_TRUE(Host.Calls.empty());
 
     MemoryRegistry refusing;
     refusing.RefusesWrites = true;
     EXPECT_EQ(LoadSettings(refusing, Report).DestWADFolder, "Err");
-    EXPECT_TRUE(Host.Calls.empty());
     SaveSettings(settings, refusing, Report); // tells of its binary values alone
     EXPECT_EQ(Host.Calls, Strings{"message: MORLIK: Fout bij het schrijven van het register"});
 }
@@ -141,7 +139,6 @@ TEST_F(RegistryTest, KeysOfTheMachineThatMayNotBeWrittenAreTheUsers)
     settings.LevelFolder = "F:\\";
     SaveSettings(settings, registry, Report);
     EXPECT_EQ(LoadSettings(registry, Report).LevelFolder, "F:\\");
-    EXPECT_TRUE(Host.Calls.empty());
 
     // Nothing may be written at all: told, as ever.
     system.RefusesWrites = true;
