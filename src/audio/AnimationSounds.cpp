@@ -72,17 +72,21 @@ std::vector<SoundAt> WithSamples(std::vector<SoundAt> sounds, SamplesOf samplesO
 
 } // namespace
 
+Wave WaveOfSample(const LevelData& level, const MainSFXState& mainSFX, std::int32_t sample)
+{
+    if (const SamplePlace* place = FindIn(level.SamplePlaces, sample))
+        return mainSFX.WaveAt(place->Start, place->Size);
+    if (HasMainSFX(level))
+        return mainSFX.WaveOf(FindIn(level.SampleIndices, sample));
+    const Sample* found = FindIn(level.Samples, sample);
+    return found != nullptr ? Wave(found->Data) : std::nullopt;
+}
+
 std::vector<std::span<const std::byte>>
 SamplesOfSound(const LevelData& level, const MainSFXState& mainSFX, std::int32_t sound)
 {
-    return SamplesIn(level, sound, [&](const SoundDetail& detail, std::int32_t k) -> Wave {
-        const std::int32_t sample = detail.Sample + k;
-        if (const SamplePlace* place = FindIn(level.SamplePlaces, sample))
-            return mainSFX.WaveAt(place->Start, place->Size);
-        if (HasMainSFX(level))
-            return mainSFX.WaveOf(FindIn(level.SampleIndices, sample));
-        const Sample* found = FindIn(level.Samples, sample);
-        return found != nullptr ? Wave(found->Data) : std::nullopt;
+    return SamplesIn(level, sound, [&](const SoundDetail& detail, std::int32_t k) {
+        return WaveOfSample(level, mainSFX, detail.Sample + k);
     });
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -30,6 +31,11 @@ struct SoundAt
     /// level, set or `main.sfx` keeps alive.
     std::vector<std::span<const std::byte>> Samples;
 };
+
+/// The WAV file of a sample of a level, whose number the sound details tell; nothing where it isn't
+/// there. Those of Tomb Raider II and III, and some of extended levels of IV, are in `main.sfx`.
+std::optional<std::span<const std::byte>>
+WaveOfSample(const LevelData& level, const MainSFXState& mainSFX, std::int32_t sample);
 
 /// The WAV files of a sound of a level by its number, as far as they are there.
 std::vector<std::span<const std::byte>>

@@ -22,7 +22,6 @@ class SaveHost : public SilentHost
 public:
     explicit SaveHost(Host& host) : host_(host) {}
 
-    void ShowOpen(FileDialog& dialog) override { host_.ShowOpen(dialog); } // for `main.sfx`
     bool StopRequested() const override { return host_.StopRequested(); }
     std::filesystem::path ProgramFolder() const override { return host_.ProgramFolder(); }
     std::string ShortDate() const override { return host_.ShortDate(); }
@@ -64,8 +63,8 @@ std::vector<std::string> SaveOne(Session& session, const std::string& folder,
     const std::optional<ObjectChoice> objects = choice;
     SaveResult result;
     if (!SaveWAD(set, level,
-                 {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle, report,
-                  objects, result})) {
+                 {session.Names, session.MainSFX, session.LevelTitle, report, objects, result,
+                  [&] { return AskForMainSFX(session); }})) {
         if (result.Refusal)
             throw FileFailure(*result.Refusal);
         if (host.StopRequested())

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "level/TR_Main.h"
 #include "shell/DataFiles.h"
+#include "shell/Filters.h"
 #include "shell/SetFiles.h"
 #include "shell/WAD_Main.h"
 
@@ -34,6 +35,16 @@ std::vector<std::string> InputsOf(const Session& session)
     return inputs;
 }
 
+std::string AskForMainSFX(Session& session)
+{
+    FileDialog& dialog = session.FMLoad;
+    dialog.Filter = kMainSFXFilter;
+    dialog.FileName.clear();
+    session.Report.TheHost().ShowOpen(dialog);
+    dialog.Filter = kOpenFilter;
+    return dialog.FileName;
+}
+
 bool SaveLevel(Session& session, const std::string& fileName)
 {
     session.LastSave = {};
@@ -52,8 +63,8 @@ bool SaveLevel(Session& session, const std::string& fileName)
 bool SaveGuardedLevel(Session& session, const std::string& fileName)
 {
     return SaveWAD(fileName, session.Level,
-                   {session.Names, session.MainSFX, session.FMLoad, session.LevelTitle,
-                    session.Report, session.Objects, session.LastSave});
+                   {session.Names, session.MainSFX, session.LevelTitle, session.Report,
+                    session.Objects, session.LastSave, [&] { return AskForMainSFX(session); }});
 }
 
 } // namespace morlik

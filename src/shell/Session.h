@@ -48,6 +48,10 @@ void LoadLevel(Session& session, const std::string& path);
 /// The files that the session has read. None of its work may write over them.
 std::vector<std::string> InputsOf(const Session& session);
 
+/// Asks with the open dialog for the `main.sfx` of a save. Gives its name, empty where none is
+/// chosen; the dialog keeps it.
+std::string AskForMainSFX(Session& session);
+
 /// Saves the object set of the current level as `fileName`; see `SaveWAD`. Does nothing but tell
 /// why where that would replace an input or the `main.sfx` of a game.
 bool SaveLevel(Session& session, const std::string& fileName);

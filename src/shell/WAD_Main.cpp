@@ -1,5 +1,6 @@
 #include "shell/WAD_Main.h"
 
+#include "audio/AnimationSounds.h"
 #include "base/FileGroup.h"
 #include "base/FileIdentity.h"
 #include "base/Folders.h"
@@ -12,7 +13,6 @@
 #include "set/Wad.h"
 #include "set/Was.h"
 #include "shell/DataFiles.h"
-#include "shell/Filters.h"
 #include "shell/SaveStatus.h"
 #include "shell/SetFiles.h"
 
@@ -178,17 +178,13 @@ private:
     /// the level count in the chosen file.
     Answer TakeMainSFX()
     {
-        FileDialog& dialog = context_.FMLoad;
-        dialog.Filter = kMainSFXFilter;
-        dialog.FileName.clear();
-        report_.TheHost().ShowOpen(dialog);
-        dialog.Filter = kOpenFilter;
-        context_.Result.LacksMainSFX = dialog.FileName.empty();
-        if (dialog.FileName.empty())
+        const std::string file = context_.AskForMainSFX();
+        context_.Result.LacksMainSFX = file.empty();
+        if (file.empty())
             return Answer::Cancelled;
-        GuardInputs({{dialog.FileName}}, FilesOfSet(fileName_));
+        GuardInputs({{file}}, FilesOfSet(fileName_));
         MainSFXState chosen;
-        if (!ReadMainSFX(dialog.FileName, chosen, report_))
+        if (!ReadMainSFX(file, chosen, report_))
             return Answer::Failed;
         context_.MainSFX = std::move(chosen);
         ListWaves();
@@ -202,13 +198,10 @@ private:
     {
         const auto chosen = ChooseObjects(level_, context_.Objects);
         const LevelData& level = chosen ? chosen->Level : level_;
-        const SoundTables tables = SoundTablesOf(level);
         const auto waveOf = [&](std::int32_t sample) {
-            if (const SamplePlace* place = FindIn(level.SamplePlaces, sample))
-                return context_.MainSFX.WaveAt(place->Start, place->Size);
-            return context_.MainSFX.WaveOf(FindIn(tables.SampleIndices, sample));
+            return WaveOfSample(level, context_.MainSFX, sample);
         };
-        LimitSounds([&] { ListSetSamples(set_, tables, waveOf); });
+        LimitSounds([&] { ListSetSamples(set_, SoundTablesOf(level), waveOf); });
     }
 
     /// More sounds than any level has get their message.

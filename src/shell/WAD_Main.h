@@ -8,6 +8,7 @@
 #include "side/MainSFX_Mod.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -29,11 +30,11 @@ struct SaveContext
 {
     const ObjectNames& Names;
     MainSFXState& MainSFX;
-    FileDialog& FMLoad;            ///< the open dialog, which asks for `main.sfx`
     const std::string& LevelTitle; ///< file name of the level, for the list
     Reporter& Report;
     const std::optional<ObjectChoice>& Objects; ///< which to take; else all
     SaveResult& Result;
+    std::function<std::string()> AskForMainSFX; ///< gives its name; empty where none is chosen
 };
 
 /// Saves the object set of a level: WAD, SAM, SFX and SWD file, WAS list, sounds and Info file.
