@@ -41,10 +41,14 @@ std::vector<SampleUse> ListSamples(std::span<const std::int16_t> soundMap,
     return uses;
 }
 
+std::string SampleNameStart(VersionCode game)
+{
+    return "TR" + DigitsOf(game) + " Sound ";
+}
+
 std::string NameOf(VersionCode game, const SampleUse& use)
 {
-    return "TR" + DigitsOf(game) + " Sound " + std::to_string(use.Slot) + "-" +
-           std::to_string(use.Index);
+    return SampleNameStart(game) + std::to_string(use.Slot) + "-" + std::to_string(use.Index);
 }
 
 std::size_t CountSamples(std::span<const SoundDetail> details)

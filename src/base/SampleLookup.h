@@ -40,6 +40,8 @@ struct SampleUse
 std::vector<SampleUse> ListSamples(std::span<const std::int16_t> soundMap,
                                    std::span<const SoundDetail> details, SlotRule rule);
 
+/// What the names of a game's samples begin with: "TR<game> Sound ".
+std::string SampleNameStart(VersionCode game);
 /// The name of a sample, without an ending: "TR<game> Sound <slot>-<index>".
 std::string NameOf(VersionCode game, const SampleUse& use);
 

@@ -1,5 +1,6 @@
 #include "base/FileGroup.h"
 #include "base/Files.h"
+#include "base/SampleLookup.h"
 #include "base/Text.h"
 #include "check/ObjectSetCheck.h"
 #include "check/WadCheck.h"
@@ -83,7 +84,7 @@ private:
 Complaints UnnamedWaves(const std::string& folder, const std::vector<std::string>& lines,
                         VersionCode game)
 {
-    const std::string ownStart = game == kTR4 ? "TR4 Sound " : "";
+    const std::string ownStart = game == kTR4 ? SampleNameStart(game) : "";
     const std::set<std::string> named(lines.begin(), lines.end());
     std::set<std::string> unnamed;
     std::error_code fault; // as above: the lines have told it

@@ -165,7 +165,7 @@ Json DescribeProject(const std::string& file, Session& session)
 
 Json Describe(const std::string& file, Session& session)
 {
-    if (IsMainSFX(file))
+    if (MayBeMainSFX(file))
         return DescribeMainSFX(file, session);
     return EndsWithNoCase(file, ".prj") ? DescribeProject(file, session)
                                         : DescribeLevel(file, session);

@@ -58,7 +58,7 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
 {
     return RunQuietly(streams, [&](Session& session) {
         const auto base = FromPath(ToPath(folder) / ToPath(file).stem());
-        if (IsMainSFX(file)) {
+        if (MayBeMainSFX(file)) {
             if (!LoadMainSFX(session, file))
                 return false;
         } else {
@@ -70,12 +70,12 @@ int SaveSounds(const std::string& file, const std::string& folder, const Streams
                 return false;
             }
         }
-        const WaveFiles files = IsMainSFX(file) ? MainSFXSoundFiles(base, session.MainSFX)
-                                                : LevelSoundFiles(base, session.Level);
+        const WaveFiles files = MayBeMainSFX(file) ? MainSFXSoundFiles(base, session.MainSFX)
+                                                   : LevelSoundFiles(base, session.Level);
         GuardInputs({{file}}, PathsOf(files));
         MakeFolder(ToPath(folder));
-        if (!(IsMainSFX(file) ? WriteMainSFXSounds(base, session.MainSFX, session.Report)
-                              : WriteLevelSounds(base, session.Level, session.Report)))
+        if (!(MayBeMainSFX(file) ? WriteMainSFXSounds(base, session.MainSFX, session.Report)
+                                 : WriteLevelSounds(base, session.Level, session.Report)))
             return false;
         for (const WaveFile& wave : files)
             streams.Out << Printable(wave.Path) << ": " << TextOfSound(wave.Bytes) << '\n';

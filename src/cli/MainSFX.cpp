@@ -10,7 +10,7 @@
 namespace morlik::cli
 {
 
-bool IsMainSFX(const std::string& file)
+bool MayBeMainSFX(const std::string& file)
 {
     return EndsWithNoCase(file, ".sfx");
 }

@@ -8,7 +8,7 @@ namespace morlik::cli
 {
 
 /// Whether a file is taken for a `main.sfx`: by its ending.
-bool IsMainSFX(const std::string& file);
+bool MayBeMainSFX(const std::string& file);
 
 /// The `main.sfx` in the level's folder or the one above it. Empty where there is none.
 std::string FindMainSFX(const std::string& level);

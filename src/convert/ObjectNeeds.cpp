@@ -15,7 +15,7 @@ namespace morlik
 namespace
 {
 
-void SortUnique(TextureNumbers& numbers)
+void SortUnique(TextureList& numbers)
 {
     std::ranges::sort(numbers);
     numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
@@ -30,7 +30,7 @@ public:
     {
     }
 
-    void AddTo(TextureNumbers& numbers, std::int64_t mesh)
+    void AddTo(TextureList& numbers, std::int64_t mesh)
     {
         if (!Inside(mesh, 1, textures_.size()))
             return;
@@ -44,12 +44,12 @@ public:
     }
 
 private:
-    TextureNumbers Read(std::size_t mesh)
+    TextureList Read(std::size_t mesh)
     {
         const auto raw =
             ReadRawMesh(level_.MeshData, level_.MeshPointers[mesh], IsOlderGame(level_.Version));
         budget_.Spend(raw.SourceBytes);
-        TextureNumbers numbers;
+        TextureList numbers;
         for (const auto* faces : {&raw.Rectangles, &raw.Triangles})
             for (const RawFace& face : *faces) {
                 const std::size_t texture = static_cast<std::uint16_t>(face.Texture);
@@ -66,7 +66,7 @@ private:
     const LevelData& level_;
     std::size_t left_ = kMostAdded;
     MeshBudget budget_;
-    std::vector<std::optional<TextureNumbers>> textures_; ///< by mesh number
+    std::vector<std::optional<TextureList>> textures_; ///< by mesh number
 };
 
 /// Calls `visit` with each chosen object and its textures.
@@ -85,7 +85,7 @@ void ForChosen(const ObjectNeeds& needs, const ObjectChoice& choice, Visit visit
 std::vector<std::size_t> CountUsers(const ObjectNeeds& needs, const ObjectChoice& choice)
 {
     std::vector<std::size_t> users;
-    ForChosen(needs, choice, [&users](const ObjectPlace&, const TextureNumbers& textures) {
+    ForChosen(needs, choice, [&users](const ObjectPlace&, const TextureList& textures) {
         if (!textures.empty() && users.size() <= static_cast<std::size_t>(textures.back()))
             users.resize(static_cast<std::size_t>(textures.back()) + 1);
         for (const auto texture : textures)
@@ -106,7 +106,7 @@ ObjectNeeds NeedsOf(const LevelData& level)
     MeshTextures meshes(level);
     ObjectNeeds needs;
     for (const Moveable& moveable : level.Moveables) {
-        TextureNumbers& numbers = needs.Moveables.emplace_back();
+        TextureList& numbers = needs.Moveables.emplace_back();
         for (int i = 0; i < moveable.NumMeshes; ++i)
             meshes.AddTo(numbers, std::int64_t{moveable.StartingMesh} + i);
         SortUnique(numbers);
@@ -166,7 +166,7 @@ std::vector<ObjectPlace> FitChoice(const ObjectNeeds& needs, ObjectChoice& choic
          users = CountUsers(needs, choice)) {
         ObjectPlace largest;
         std::pair<std::size_t, std::size_t> most; // own textures, then all
-        ForChosen(needs, choice, [&](const ObjectPlace& place, const TextureNumbers& textures) {
+        ForChosen(needs, choice, [&](const ObjectPlace& place, const TextureList& textures) {
             const auto own = std::ranges::count_if(textures, [&](std::int32_t texture) {
                 return users[static_cast<std::size_t>(texture)] == 1;
             });

@@ -12,14 +12,14 @@ namespace morlik
 
 /// Numbers of the object textures that the faces of an object use, ascending; of textures with one
 /// box the one that stands for them.
-using TextureNumbers = std::vector<std::int32_t>;
+using TextureList = std::vector<std::int32_t>;
 
 /// The textures of all objects, each by the object's place. They tell what a choice would take
 /// without making the set.
 struct ObjectNeeds
 {
-    std::vector<TextureNumbers> Moveables;
-    std::vector<TextureNumbers> StaticMeshes;
+    std::vector<TextureList> Moveables;
+    std::vector<TextureList> StaticMeshes;
 };
 
 /// `ReadFailure` for a damaged mesh. Textures and meshes that the level does not have are passed

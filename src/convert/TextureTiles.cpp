@@ -15,7 +15,6 @@ constexpr std::int32_t kSquareSide = 4;
 constexpr std::int32_t kSquaresPerRow = kTileSide / kSquareSide;
 constexpr std::int32_t kPaletteRows =
     (std::int32_t{kNumPaletteTextures} + kSquaresPerRow - 1) / kSquaresPerRow * kSquareSide;
-constexpr std::uint8_t kFlipMark = 0xff;
 
 /// Left column and top row of square `number` in the palette tile.
 struct SquarePlace
@@ -101,9 +100,9 @@ std::array<TextInfo, kNumPaletteTextures> PaletteTextures(const TileRange& tiles
         records[i] = {.X = static_cast<std::uint8_t>(place.X),
                       .Y = static_cast<std::uint8_t>(place.Y),
                       .Tile = static_cast<std::int16_t>(tiles.Count()),
-                      .FlipX = kFlipMark,
+                      .FlipX = TextInfo::kFlipMark,
                       .Width = kSquareSide - 1,
-                      .FlipY = kFlipMark,
+                      .FlipY = TextInfo::kFlipMark,
                       .Height = kSquareSide - 1};
     }
     return records;

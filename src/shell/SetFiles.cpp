@@ -29,7 +29,7 @@ bool IsThere(const std::string& file)
 /// The WAV files in a folder under names that a set gives.
 void AddWaves(const std::string& folder, VersionCode game, std::vector<std::string>& files)
 {
-    const std::string start = game == kNoLevel ? "TR" : "TR" + DigitsOf(game) + " Sound ";
+    const std::string start = game == kNoLevel ? "TR" : SampleNameStart(game);
     std::error_code fault; // a folder that can't be read has none
     const auto first = files.size();
     for (fs::directory_iterator entry(ToPath(folder), fault), end; !fault && entry != end;

@@ -112,9 +112,9 @@ ObjectChoice ShownObjects::GroupFrom(const ObjectPlace& place)
     if (hasDamagedGroup_ || Needs() == nullptr)
         return group;
     const auto& needs = place.IsStatic ? needs_->StaticMeshes : needs_->Moveables;
-    TextureNumbers used;
+    TextureList used;
     for (std::size_t i = place.Index; i < needs.size(); ++i) {
-        TextureNumbers all;
+        TextureList all;
         std::ranges::set_union(used, needs[i], std::back_inserter(all));
         const bool fits =
             all.size() <= kMostTextures && (!place.IsStatic || i - place.Index < kMostStaticMeshes);

@@ -60,7 +60,8 @@ struct PRJData
 /// Reads a project. From its signature on no level is loaded any more, and `levelIsLoaded` becomes
 /// 0. Objects of an unknown type get a message each and the read goes on. A file that can't be
 /// opened, is no project or is damaged gets its message, and the result is empty. Damaged means
-/// that it ends early, has fewer than 1 or more than 32767 slots or a negative number of blocks.
+/// that it ends early, has fewer than 1 or more than 32767 slots, a negative number of blocks or
+/// more than 20 objects of unknown types.
 PRJData ReadPRJ(const std::string& fileName, std::int16_t& levelIsLoaded, Reporter& report);
 
 /// The characters up to the first blank, which is read too.

@@ -220,7 +220,7 @@ TEST(FractionalTextures, MayMissTheirCornersByOnePixel)
     }
 }
 
-TEST(FractionalTextures, WithoutARightAngleTakeTheNearestLayoutAndAreCounted)
+TEST(FractionalTextures, WithoutARightAngleAreTurnedToTheNearestAndCounted)
 {
     samples::LevelContent level = samples::MakeRichLevel(kTR3);
     samples::MakeFractional(level);

@@ -173,7 +173,7 @@ TEST(WindowPictures, OutlinesAndTellsTheTexturesOfTheObject)
     run.ShowTab("Textures");
     for (const int row : {0, 1, 2}) {
         run.Select(row);
-        const TextureNumbers& used = needs.Moveables[static_cast<std::size_t>(row)];
+        const TextureList& used = needs.Moveables[static_cast<std::size_t>(row)];
         EXPECT_EQ(run.Outline().elementCount(), 5 * static_cast<int>(used.size())) << row;
     }
     run.Select(0);

@@ -175,7 +175,7 @@ QStringList Main_Frm::UsersOf(std::int32_t texture)
     if (needs == nullptr)
         return users;
     const LevelData& level = session_.Level;
-    const auto uses = [texture](const TextureNumbers& numbers) {
+    const auto uses = [texture](const TextureList& numbers) {
         return std::ranges::binary_search(numbers, texture);
     };
     for (std::size_t i = 0; i < needs->Moveables.size(); ++i)

@@ -138,7 +138,7 @@ void TexturesTab::Show(const LevelData* level, std::function<QStringList(std::in
     Fit();
 }
 
-void TexturesTab::Outline(const TextureNumbers& textures)
+void TexturesTab::Outline(const TextureList& textures)
 {
     if (tiles_ == nullptr)
         return;

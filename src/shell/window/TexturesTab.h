@@ -23,7 +23,7 @@ public:
     /// gives the names of the objects that use a texture.
     void Show(const LevelData* level, std::function<QStringList(std::int32_t)> usersOf);
     /// Outlines the boxes of these textures.
-    void Outline(const TextureNumbers& textures);
+    void Outline(const TextureList& textures);
 
     QImage Image() const;
 
@@ -37,7 +37,7 @@ private:
 
     const LevelData* level_ = nullptr;
     std::function<QStringList(std::int32_t)> usersOf_;
-    TextureNumbers outlined_;
+    TextureList outlined_;
     QGraphicsScene scene_;
     QGraphicsView* view_;
     QLabel* facts_;
