@@ -37,8 +37,8 @@ TEST(WaveInfo, TellsTheSoundOrWhyItIsNone)
     };
     for (const auto& [wave, expected] : rows) {
         std::string text;
-        const auto end =
-            MessageOf<ReadFailure>([&] { text = Describe(ReadWaveInfo(wave.Bytes())); });
+        const auto end = MessageOf<ReadFailure>(
+            [&, &made = wave] { text = Describe(ReadWaveInfo(made.Bytes())); });
         EXPECT_TRUE(text == expected || end.ends_with(": " + expected)) << text << end;
     }
     EXPECT_EQ(ReadWaveInfo(longer.Bytes()).Frames, 18);

@@ -35,7 +35,8 @@ public:
     bool Holds(const std::vector<std::int16_t>& wanted) const
     {
         const auto values = Values();
-        return !std::ranges::search(values, wanted).empty();
+        return std::search(values.begin(), values.end(), wanted.begin(), wanted.end()) !=
+               values.end();
     }
 
 private:

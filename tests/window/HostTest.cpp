@@ -43,8 +43,8 @@ TEST(QtHostDialogs, StartInTheStoredFolderWithTheirFiltersAndGiveTheNameOfTheSys
                         .FileName = "last",
                         .Fallback = two};
         LookAt<QFileDialog>([&] { run.Host.QtHost::ShowOpen(open); },
-                            [&](QFileDialog& dialog) {
-                                EXPECT_EQ(dialog.directory().path().toStdString(), start);
+                            [&, &from = start](QFileDialog& dialog) {
+                                EXPECT_EQ(dialog.directory().path().toStdString(), from);
                                 EXPECT_EQ(
                                     dialog.nameFilters(),
                                     (QStringList{"TR Levels (*.phd *.tub)", "wav files (*.wav)",
@@ -75,7 +75,9 @@ TEST(QtHostTexts, ShowWesternNamesAndPathsAlike)
         {"<b>Caf\xe9", "<b>Caf\xc3\xa9"},
         // The last two letters alone would be a letter in UTF-8.
         {"\xabMEN\xdc\xbb", "\xc2\xabMEN\xc3\x9c\xc2\xbb"}};
-    for (const auto& [text, shown] : rows) {
+    for (const auto& row : rows) {
+        const auto& text = row.first;
+        const auto& shown = row.second;
         LookAt<QMessageBox>([&] { run.Host.QtHost::ShowMessage(text, text + "!"); },
                             [&](QMessageBox& box) {
                                 EXPECT_EQ(box.text().toStdString(), shown);
