@@ -163,11 +163,8 @@ ObjectSet LeastSet()
     set.MeshTrees = {0, 1, 2, 3};
     set.Moveables = {{.ObjectID = 500, .NumMeshes = 2}};
     set.StaticMeshes = {{.ObjectID = 89, .Mesh = 1}};
-    set.Animations = {{.FrameRate = 2,
-                       .FrameSize = 12,
-                       .FrameEnd = 3,
-                       .NumStateChanges = 1,
-                       .NumAnimCommands = 2}};
+    set.Animations = {{.FrameRate = 2, .FrameSize = 12, .FrameEnd = 3, .NumStateChanges = 1}};
+    set.Animations[0].NumAnimCommands = 2;
     set.StateChanges = {{0, 1, 0}};
     set.AnimDispatches = {{3, 3, 0, 0}};
     set.AnimCommands = {3, 2, 7, 7};

@@ -126,14 +126,10 @@ TEST(Textures, KeepTheTilesFromTheFirstUsedOneToTheLast)
 
 TEST(Textures, OnTilesThatTheLevelLacksAreMagentaAndTooFarOutStopTheSave)
 {
-    for (const auto& [tile, good] : {std::pair<std::int16_t, bool>{9, true},
-                                     {-3, true},
-                                     {511, true},
-                                     {600, false},
-                                     {0x7fff, false},
-                                     {-0x8000, false}}) {
+    for (const int tile : {9, -3, 511, 600, 0x7fff, -0x8000}) {
+        const bool good = tile >= -3 && tile <= 511;
         Conversion run(TwoTiles(kTR2));
-        run.Program.Level.Textures[0].Info.Tile = tile;
+        run.Program.Level.Textures[0].Info.Tile = Word(tile);
         EXPECT_EQ(run.Save(), good) << tile;
         EXPECT_EQ(run.Host.Messages(),
                   good ? Strings{} : Strings{"MORLIK: ERROR! Bad texture found!"});

@@ -242,17 +242,12 @@ TEST_F(Gltf, KeepsWhatElseAnimationsTell)
     Set.Tiles = FewTiles({});
     Set.Moveables = {{.ObjectID = 5, .NumMeshes = 1, .Animation = -1},
                      {.ObjectID = 7, .NumMeshes = 1, .Animation = 1}};
-    const Animation walk{.FrameRate = 3,
-                         .FrameSize = 10,
-                         .State = 11,
-                         .Speed = 0x18000,
-                         .Accel = -0x8000,
-                         .FrameStart = 4,
-                         .FrameEnd = 8,
-                         .NextAnimation = 2,
-                         .NextFrame = 9,
-                         .NumStateChanges = 1,
-                         .NumAnimCommands = 5};
+    // clang-format off
+    const Animation walk{.FrameRate = 3, .FrameSize = 10, .State = 11,
+                         .Speed = 0x18000, .Accel = -0x8000, .FrameStart = 4, .FrameEnd = 8,
+                         .NextAnimation = 2, .NextFrame = 9,
+                         .NumStateChanges = 1, .NumAnimCommands = 5};
+    // clang-format on
     Set.Animations = {{}, walk, {.FrameOffset = 40, .FrameRate = 1, .FrameEnd = 0}};
     Set.Frames.resize(20);
     Set.Frames[9] = 1 << 14;

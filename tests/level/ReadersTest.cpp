@@ -1,6 +1,8 @@
 #include "level/Compressed.h"
 #include "tests/support/Conversion.h"
 
+#include <numeric>
+
 namespace morlik::test
 {
 
@@ -71,9 +73,45 @@ TEST(ReadTR, ShowsTheFirstWordOfAnUnknownFile)
     }
 }
 
+/// The bytes that readers and sample levels have in common.
+TEST(ReadTR, HasRecordsAndRoomsOfTheseLayouts)
+{
+    std::array<std::int16_t, 31> words{}; // 1, 2, 3...
+    std::iota(words.begin(), words.end(), std::int16_t{1});
+    ByteReader reader(std::as_bytes(std::span(words)));
+    // clang-format off
+    const Animation animation{.FrameOffset = 0x20001, .FrameRate = 3, .State = 4, .Speed = 0x60005,
+                              .Accel = 0x80007, .FrameStart = 9, .FrameEnd = 10,
+                              .NextAnimation = 11, .NextFrame = 12, .NumStateChanges = 13,
+                              .StateChange = 14, .NumAnimCommands = 15, .AnimCommand = 16};
+    // clang-format on
+    EXPECT_EQ(ShortAnimationFields::ReadTable(reader, 1).at(0), animation);
+    ObjectTextureTR45 texture;
+    TextureHeadFields::Read(reader, texture);
+    TextureSizeFields::Read(reader, texture);
+    EXPECT_EQ((std::array{texture.Attribute, texture.Tile, texture.NewFlags}),
+              (std::array<std::int16_t, 3>{17, 18, 19}));
+    EXPECT_EQ(texture.Corners[3].XCoord * 100 + texture.Corners[3].YCoord, 2627);
+    EXPECT_EQ(std::pair(texture.Width, texture.Height), std::pair(0x1d001c, 0x1f001e));
+
+    // Of each part of a room, from its head to its end.
+    const std::vector<std::pair<VersionCode, std::vector<std::size_t>>> rows{
+        {kTR1, {20, 98, 22, 18, 10, 130, 164, 2, 110, 146, 4}},
+        {kTR2, {20, 146, 22, 18, 10, 130, 164, 6, 146, 162, 4}},
+        {kTR3, {20, 146, 22, 18, 10, 130, 164, 4, 146, 162, 7}},
+        {kTR4, {20, 146, 22, 18, 10, 130, 164, 4, 278, 162, 7}}};
+    for (const auto& [game, expected] : rows) {
+        std::vector<std::size_t> bytes;
+        const LevelFile level = WriteLevelBlock(MakeRichLevel(game));
+        for (const samples::Mark& mark : level.Marks)
+            if (mark.Kind == samples::MarkKind::Section && mark.Name.starts_with("Room 0"))
+                bytes.push_back(mark.Size);
+        EXPECT_EQ(bytes, expected) << game;
+    }
+}
+
 /// What a section makes of a count of 0 and of -1 in games I to III, in IV and in V: "++" takes
-/// both,
-/// "+-" the first, "--" none.
+/// both, "+-" the first, "--" none.
 using CountRow =
     std::tuple<const char*, void (*)(LevelContent&), const char*, const char*, const char*>;
 const std::vector<CountRow> kCountRows{

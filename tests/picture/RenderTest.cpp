@@ -239,17 +239,15 @@ TEST_F(RenderTest, ShowsACubeFromSixSides)
         SCOPED_TRACE(i);
         camera_.Yaw = sides.at(i).Yaw;
         camera_.Pitch = sides.at(i).Pitch;
-        EXPECT_EQ(ExpectBox(Draw(), static_cast<int>(i) * 20, 40,
-                            [](int x, int y) {
-                                return Corner{x, y};
-                            }),
-                  kAll);
+        const auto same = [](int x, int y) { return Corner{x, y}; };
+        EXPECT_EQ(ExpectBox(Draw(), static_cast<int>(i) * 20, 40, same), kAll);
     }
 }
 
 TEST_F(RenderTest, HidesAddsAndLeavesOut)
 {
     constexpr Colour kSum = Opaque(255, 32, 23);
+    constexpr Colour kFaint = Opaque(255, 191, 128) - kOpaque + (40U << 24U);
     using Faces = std::vector<std::array<std::int16_t, 3>>; // texture, how much nearer, flags
     const std::vector<std::tuple<const char*, Colour, Faces, Colour>> cases{
         {"nothing", 0, {}, 0},
@@ -259,10 +257,7 @@ TEST_F(RenderTest, HidesAddsAndLeavesOut)
         {"light adds and stays within range", kBlack, {{2, 3, 1}, {1, 0, 0}}, kSum},
         {"light hides no light behind it", kBlack, {{2, 3, 1}, {1, 0, 1}}, kSum},
         {"light behind a face is hidden", kBlack, {{2, 0, 1}, {1, 3, 0}}, kDark},
-        {"light alone is as opaque as it is bright",
-         0,
-         {{1, 0, 1}},
-         Opaque(255, 191, 128) - kOpaque + (40U << 24U)},
+        {"light alone is as opaque as it is bright", 0, {{1, 0, 1}}, kFaint},
     };
     for (const auto& [name, background, faces, middle] : cases) {
         SCOPED_TRACE(name);

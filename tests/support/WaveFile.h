@@ -48,11 +48,9 @@ struct WaveFile
 /// They are 1, -1, 4 and -8 steps away from the one before; 4 widens the step to 19.
 inline WaveFile MakeADPCM()
 {
-    return {.Coding = 2,
-            .BlockBytes = 9,
-            .Bits = 4,
-            .BlockFrames = 6,
-            .Data = {0, 16, 0, 100, 0, 50, 0, 0x1f, 0x48}};
+    WaveFile wave{.Coding = 2, .BlockBytes = 9, .Bits = 4, .BlockFrames = 6};
+    wave.Data = {0, 16, 0, 100, 0, 50, 0, 0x1f, 0x48};
+    return wave;
 }
 const std::vector<std::int16_t> kADPCMValues{50, 100, 116, 100, 164, 12};
 

@@ -19,16 +19,12 @@ TEST(WindowBrowse, SwitchesTheModeByToolbarAndMenu)
         EXPECT_TRUE(run.Title().ends_with(moveables ? "] - Moveables" : "] - Static Meshes"));
     };
     expectMode(true, "start");
-    for (const auto& [action, moveables] : {std::pair{"TB_Statics", false},
-                                            {"TB_Statics", false},
-                                            {"TB_Moveables", true},
-                                            {"TB_Moveables", true},
-                                            {"Mnu_Edit_Static", false},
-                                            {"Mnu_Edit_Static", false},
-                                            {"TB_Sprites", false},
-                                            {"Mnu_Edit_Move", true},
-                                            {"TB_Sprites", true}}) {
+    bool moveables = true;
+    for (const char* action :
+         {"TB_Statics", "TB_Statics", "TB_Moveables", "TB_Moveables", "Mnu_Edit_Static",
+          "Mnu_Edit_Static", "TB_Sprites", "Mnu_Edit_Move", "TB_Sprites"}) {
         run.Trigger(action);
+        moveables = Has(action, "Move") || (moveables && Has(action, "Sprites")); // which leave it
         expectMode(moveables, action);
     }
     EXPECT_EQ(run.Host.Messages, Strings(2, "MORLIK: Sorry, no sprite support yet"));
