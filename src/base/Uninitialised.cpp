@@ -51,7 +51,7 @@ void TakeFirstMemory()
     void* const memory = std::aligned_alloc(kSmallPageBytes, kFirstBytes);
     if (memory != nullptr)
         madvise(memory, kFirstBytes, MADV_POPULATE_WRITE); // refused by older systems
-    std::free(memory);                                     // NOLINT(cppcoreguidelines-no-malloc)
+    std::free(memory);
 #endif
 }
 

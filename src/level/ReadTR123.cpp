@@ -66,8 +66,7 @@ void ReadTiles16(LevelReading& reading)
 Room ReadRoom(ByteReader& reader, const RoomLayout& layout)
 {
     Room room;
-    reader.Skip(kRoomHeadBytes);
-    reader.Skip(4); // size of the geometry
+    reader.Skip(kRoomHeadBytes + sizeof(std::int32_t)); // and the size of the geometry
     reader.SkipTable(reader.Read<std::int16_t>(), layout.Vertex);
     room.Rectangles = reader.Table<RoomRectangle>(reader.Read<std::int16_t>());
     room.Triangles = reader.Table<RoomTriangle>(reader.Read<std::int16_t>());
