@@ -199,7 +199,7 @@ TEST(ConvertMeshes, TellsFacesWithATextureOfTheOtherKindOrOfNone)
         made.Level.Textures[3].TextureRemap = 4; // to a texture that isn't there
         const bool ends = !message.starts_with(unknown);
         if (!ends)
-            made.MeshData.resize(made.MeshData.size() - 2); // damage behind it, not reached
+            made.MeshData.pop_back(); // damage behind it, not reached
         bool converted = true;
         const auto end = EndOf([&] { converted = made.Convert(); });
         EXPECT_EQ(end, ends ? message : "");
